@@ -1,0 +1,20 @@
+// What goes wrong, in the interlister's own words: file problems, text beyond
+// the limit, fatal and terminating signals. Used by every other concern.
+#pragma once
+
+// Writes ">> WARNING: MESSAGE 'NAME': SYSTEM ERROR" to standard error, with the
+// text of errno as it is at the call, and ends the program with status 1.
+// --no_warnings has no say here.
+[[noreturn]] void file_error(const char* message, const char* name);
+
+// The same line, but the run goes on. Silent under --no_warnings.
+void file_warn(const char* message, const char* name);
+
+// Says on standard output that a text exceeds the buffers' limit and ends the
+// program with status 1.
+[[noreturn]] void limit_error();
+
+// The handler of every signal that is caught: reports the signal on standard
+// error, leaves the listing on disk as far as it got, and ends the program with
+// status 2.
+[[noreturn]] void signal_handler(int signal_number);

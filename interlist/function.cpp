@@ -1,0 +1,202 @@
+// Interlisting one function.
+#include "interlist/function.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+#include "interlist/diagnostics.h"
+#include "interlist/listing.h"
+#include "interlist/listing_output.h"
+#include "interlist/number.h"
+#include "interlist/source_file.h"
+#include "interlist/source_line.h"
+#include "interlist/source_position.h"
+#include "interlist/state.h"
+
+// A directive count that no directive has set: it lasts to the end of the file.
+constexpr unsigned no_count = std::numeric_limits<unsigned>::max();
+
+// A listed C line leaves room for the expansion of its tabs.
+constexpr int listed_line_limit = 16377;
+
+static bool is_white_space(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+int is_blank_line(const char* line) {
+    for (; *line != '\n' && *line != '\0'; ++line) {
+        if (*line == '{' || *line == '}' || is_white_space(*line)) {
+            continue;
+        }
+        if (in_comment != 0) {
+            if (line[0] == '*' && line[1] == '/') {
+                in_comment = 0;
+                ++line;
+            }
+        } else if (line[0] == '/' && line[1] == '*') {
+            in_comment = 1;
+            ++line;
+        } else {
+            in_comment = 0;
+            return 0;
+        }
+    }
+    return 1;
+}
+
+// The number a directive carries, as an unsigned C line or part of one.
+static std::optional<unsigned> operand(std::string_view line, directive kind) {
+    const std::optional<int> number = leading_number(line.substr(directive_length(kind)));
+    return number ? std::optional<unsigned>(static_cast<unsigned>(*number)) : std::nullopt;
+}
+
+// Goes back to where a look-ahead began. That fails only when ASSY is a pipe
+// and the look-ahead was longer than its window.
+static void return_to(long position) {
+    if (!seek_input(assy_input, position)) {
+        file_error("Cannot read again", assy_file_name);
+    }
+    release_input(assy_input);
+}
+
+int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
+    passed_assembly unused;
+    passed_assembly& seen = passed != nullptr ? *passed : unused;
+    seen = {};
+    seen.from = seen.tail = input_position(assy_input);
+    if (assembly_has_no_more_positions) {
+        return 1;
+    }
+    hold_input(assy_input);
+    unsigned number = 0;
+    std::string_view line;
+    while (next_piece(assy_input, longest_text, line)) {
+        ++number;
+        const directive kind = directive_of(line);
+        if (kind == directive::none) {
+            seen.ordinary_lines &= line.back() == '\n';
+            continue;
+        }
+        if (kind == directive::line || kind == directive::end_of_function) {
+            const std::optional<unsigned> carried = operand(line, kind);
+            *count = number;
+            seen.next = seen.tail = input_position(assy_input);
+            seen.to = seen.next - static_cast<long>(line.size());
+            if (kind == directive::end_of_function) {
+                *end_line = carried.value_or(*end_line);
+                return_to(seen.from);
+                return 1;
+            }
+            // Relative to the function. A position behind the lines already
+            // listed is passed over; its assembly belongs to the next one.
+            const unsigned position = static_cast<unsigned>(func_line) + carried.value_or(0) - 1;
+            if (carried && position >= curr_line) {
+                *end_line = position;
+                return_to(seen.from);
+                return 0;
+            }
+        }
+        seen.ordinary_lines = false;
+    }
+    seen.ordinary_lines = false;
+    seen.met_end = !assy_input.failed;
+    return_to(seen.from);
+    return 1;
+}
+
+static void write_separator() {
+    write_listing(";");
+    if (cut_colm == 0) {
+        fill_listing('-', 70);
+    } else if (cut_colm > 1) {
+        fill_listing('-', static_cast<std::size_t>(cut_colm) - 1);
+    }
+    write_listing("\n");
+}
+
+namespace {
+
+// What one call of process_func carries from block to block.
+struct block_state {
+    unsigned end_line = 0;
+    unsigned directive_count = 0;
+    unsigned previous_end_line = 0;
+    unsigned last_line_read = 0;
+    int strip_count = 0;
+};
+
+// A position that repeats the previous one lists the line before which the
+// previous block stopped. That test does not ask for the end of the file.
+bool another_line_belongs(const block_state& block) {
+    return (curr_line < block.end_line && !cfile_input.at_end) ||
+           (block.end_line == block.previous_end_line &&
+            block.previous_end_line > block.last_line_read);
+}
+
+void list_c_lines(block_state& block) {
+    bool printed = false;
+    while (another_line_belongs(block)) {
+        read_source_line(listed_line_limit);
+        if (skip_blanks == 0 || is_blank_line(in_rec) == 0) {
+            if (!printed) {
+                write_separator();
+                printed = true;
+            }
+            block.strip_count = format_line(in_rec, block.strip_count);
+            output_formatted_line(in_rec);
+        }
+        block.last_line_read = curr_line;
+        line_is_done();
+    }
+    if (printed) {
+        write_separator();
+        block.strip_count = 0;
+    }
+}
+
+// Copies `count` lines, or those up to the end of the file.
+void copy_assembly(unsigned count, const passed_assembly& passed) {
+    if (passed.ordinary_lines) {
+        // Lines that are read as they stand and written unchanged are written
+        // in one piece, and the directive behind them is dropped.
+        const std::string_view text = plain_text(assy_input, passed.from, passed.next);
+        if (!text.empty()) {
+            write_listing(text.substr(0, static_cast<std::size_t>(passed.to - passed.from)));
+            return_to(passed.next);
+            return;
+        }
+    }
+    for (; count != 0 && !assy_input.at_end; --count) {
+        std::string_view line;
+        if (assy_input.failed || !next_plain_line(assy_input, longest_text, line)) {
+            myfgets(in_rec, buffer_size, assy_input);
+            line = in_rec;
+        }
+        owrite(line);
+    }
+}
+
+}  // namespace
+
+void process_func() {
+    if (CFILE == nullptr) {
+        return;
+    }
+    go_to_line(static_cast<unsigned>(func_line));
+    block_state block;
+    for (;;) {
+        passed_assembly passed;
+        const int done = skip_lines(&block.end_line, &block.directive_count, &passed);
+        list_c_lines(block);
+        copy_assembly(block.directive_count, passed);
+        block.directive_count = no_count;
+        if (done != 0) {
+            assembly_has_no_more_positions |=
+                passed.met_end && input_position(assy_input) == passed.tail;
+            return;
+        }
+        block.previous_end_line = block.end_line;
+    }
+}

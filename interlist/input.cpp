@@ -1,0 +1,205 @@
+// Reading with a window, for the assembly file and the C file.
+#include "interlist/input.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstring>
+
+// After a jump little is read at first: a jump often serves one short function.
+constexpr std::size_t first_read = 4096;
+
+static std::size_t less_or_zero(std::size_t value, std::size_t by) {
+    return value - std::min(value, by);
+}
+
+// Drops the first `count` bytes of the window.
+static void shift_window(input_stream& input, std::size_t count) {
+    std::memmove(input.window, input.window + count, input.end - count);
+    input.at -= count;
+    input.end -= count;
+    input.base += static_cast<long>(count);
+    input.held = input.held == nothing_held ? nothing_held : input.held - count;
+    input.plain_from = less_or_zero(input.plain_from, count);
+    input.plain_to = less_or_zero(input.plain_to, count);
+}
+
+// Anything but a regular file is read line by line: a reader of a pipe must
+// not wait for more than the line it needs.
+static std::size_t read_one_line(FILE* file, char* to, std::size_t room) {
+    std::size_t count = 0;
+    while (count < room) {
+        const int byte = std::getc(file);
+        if (byte == EOF) {
+            break;
+        }
+        to[count++] = static_cast<char>(byte);
+        if (byte == '\n') {
+            break;
+        }
+    }
+    return count;
+}
+
+// Reads more behind the window's end and makes room for it first, at the cost
+// of what is held when nothing else will do. False when there is no more.
+static bool refill(input_stream& input) {
+    if (input.exhausted) {
+        return false;
+    }
+    if (input.size - input.end < input.read_size) {
+        if (input.held == 0 && input.end == input.size) {
+            input.held = nothing_held;
+        }
+        shift_window(input, std::min(input.held, input.at));
+    }
+    const std::size_t room = input.size - input.end;
+    char* const to = input.window + input.end;
+    std::size_t got = 0;
+    if (input.whole_blocks) {
+        const std::size_t wanted = std::min(room, input.read_size);
+        got = std::fread(to, 1, wanted, input.file);
+        input.exhausted = got < wanted;
+        input.read_size = std::min(input.size, input.read_size * 2);
+    } else {
+        got = read_one_line(input.file, to, room);
+        input.exhausted = got < room && (got == 0 || to[got - 1] != '\n');
+    }
+    input.end += got;
+    return got > 0;
+}
+
+// The error indicator moves from the stream to the input, so that a later end
+// of the file is told apart from this error.
+static void meet_end(input_stream& input) {
+    if (std::ferror(input.file) != 0) {
+        std::clearerr(input.file);
+        input.failed = true;
+    } else {
+        input.at_end = true;
+    }
+}
+
+bool refill_or_meet_end(input_stream& input) {
+    if (refill(input)) {
+        return true;
+    }
+    meet_end(input);
+    return false;
+}
+
+void attach_input(input_stream& input, FILE* file) {
+    input = {.file = file, .window = input.window, .size = input.size, .read_size = input.size};
+    if (file == nullptr) {
+        return;
+    }
+    struct stat status {};
+    input.whole_blocks = fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode);
+    if (input.whole_blocks) {
+        // The window is the buffer.
+        std::setvbuf(file, nullptr, _IONBF, 0);
+    }
+}
+
+bool seek_input(input_stream& input, long position) {
+    if (position >= input.base && position <= input.base + static_cast<long>(input.end)) {
+        input.at = static_cast<std::size_t>(position - input.base);
+    } else if (std::fseek(input.file, position, SEEK_SET) == 0) {
+        input.at = input.end = input.plain_from = input.plain_to = 0;
+        input.base = position;
+        input.held = nothing_held;
+        input.read_size = first_read;
+        input.exhausted = false;
+    } else {
+        return false;
+    }
+    input.at_end = false;
+    return true;
+}
+
+// Length of the next line, newline included, or of as much of it as there is
+// within `limit`.
+static std::size_t line_length(input_stream& input, std::size_t limit) {
+    std::size_t looked = 0;
+    for (;;) {
+        const std::size_t known = std::min(input.end - input.at, limit);
+        const char* const start = input.window + input.at;
+        const void* const newline = std::memchr(start + looked, '\n', known - looked);
+        if (newline != nullptr) {
+            return static_cast<std::size_t>(static_cast<const char*>(newline) - start) + 1;
+        }
+        if (known == limit || !refill(input)) {
+            return known;
+        }
+        looked = known;
+    }
+}
+
+bool next_piece(input_stream& input, std::size_t limit, std::string_view& piece) {
+    const std::size_t length = line_length(input, limit);
+    piece = {input.window + input.at, length};
+    input.at += length;
+    if (length < limit && (length == 0 || piece.back() != '\n')) {
+        const bool had_failed = input.failed;
+        input.failed = false;
+        meet_end(input);
+        const bool failed_now = input.failed;
+        input.failed = failed_now || had_failed;
+        return length > 0 && !failed_now;
+    }
+    return true;
+}
+
+static bool is_special(char byte) {
+    return byte == '\0' || byte == '\r' || byte == '\x1a' || byte == '\xff';
+}
+
+// The first byte of [from, to) that is not plain. Whole blocks are tested
+// without a branch a byte, which compilers turn into vector code.
+static std::size_t find_special(const char* window, std::size_t from, std::size_t to) {
+    constexpr std::size_t block = 64;
+    for (; to - from >= block; from += block) {
+        unsigned hits = 0;
+        for (std::size_t i = 0; i < block; ++i) {
+            hits |= static_cast<unsigned>(is_special(window[from + i]));
+        }
+        if (hits != 0) {
+            break;
+        }
+    }
+    return static_cast<std::size_t>(std::find_if(window + from, window + to, is_special) - window);
+}
+
+// Remembers how far the window is known to be plain, so that each byte is
+// looked at once however often one asks.
+static bool is_plain(input_stream& input, std::size_t from, std::size_t to) {
+    if (from < input.plain_from || from > input.plain_to) {
+        input.plain_from = input.plain_to = from;
+    }
+    if (to > input.plain_to) {
+        input.plain_to = find_special(input.window, input.plain_to, input.end);
+    }
+    return to <= input.plain_to;
+}
+
+bool next_plain_line(input_stream& input, std::size_t limit, std::string_view& line) {
+    const std::size_t length = line_length(input, limit);
+    line = {input.window + input.at, length};
+    if (line.empty() || line.back() != '\n' || !is_plain(input, input.at, input.at + length)) {
+        return false;
+    }
+    input.at += length;
+    return true;
+}
+
+std::string_view plain_text(input_stream& input, long from, long to) {
+    if (from < input.base || to < from || to > input.base + static_cast<long>(input.end)) {
+        return {};
+    }
+    const auto first = static_cast<std::size_t>(from - input.base);
+    const auto last = static_cast<std::size_t>(to - input.base);
+    if (!is_plain(input, first, last)) {
+        return {};
+    }
+    return {input.window + first, last - first};
+}
