@@ -1,0 +1,54 @@
+// What symdecode takes for a mangled name, and how one is decoded. The filter
+// (symdecode_filter) hands over runs of text, main hands over whole symbols; both
+// get back which bytes were the name and what it reads as.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// The scheme is chosen for each name by its shape.
+constexpr int scheme_auto = -1;
+
+// A run or symbol of this many bytes or more is never looked into.
+constexpr std::size_t longest_name = 65536;
+
+struct name_settings {
+    int scheme = scheme_auto;       // 0, 1 or scheme_auto
+    bool names_only = false;        // without scope and signature
+    bool strip_underscore = false;  // drop the underscore that some targets put in front
+    bool extended = true;           // also what newer compilers write, ".suffix" clones included
+};
+
+// Settings and the memory that decoding reuses from name to name. One per thread
+// would not do: the library's settings are process-wide.
+struct name_decoder {
+    name_settings settings;
+    std::string name;    // the name at hand, for its NUL
+    std::string buffer;  // what the library writes to
+};
+
+// A mangled name inside a text. `begin` and `end` are offsets into the text and hold
+// the name proper; a leading underscore that was dropped or kept, a version and the
+// like lie outside. `decoded` lives in the decoder until its next call.
+struct found_name {
+    bool found = false;
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    int scheme = 0;
+    bool drops_underscore = false;  // the byte before `begin` is an underscore to leave out
+    std::string_view decoded{};
+};
+
+// Whether `byte` can stand in a run that holds a name: a letter, a digit, "_", ".",
+// "$" or any byte of a character beyond ASCII.
+bool is_run_byte(char byte);
+
+// The first mangled name at or after `from` in `run`, which holds run bytes only and
+// was cut out of the text at both ends by bytes that cannot be part of a name.
+found_name find_name(name_decoder& decoder, std::string_view run, std::size_t from);
+
+// The same for a text that is known to be one symbol, so that no guess is needed: all
+// of it, but for a leading underscore and an "@version", must be the name, and under
+// scheme_auto whatever does not begin with "_Z" is tried as scheme 0.
+found_name find_whole_name(name_decoder& decoder, std::string_view symbol);
