@@ -1,6 +1,82 @@
-// Reports of internal failures. The interlister prints the support text after an
-// exception that nobody handled.
+// Reports of fatal signals and internal failures. Called by the handlers that tools
+// install, and by the interlister after an exception that nobody handled.
 #include "support/zesignalsupport.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+struct SignalPhrase {
+    int signal;
+    const char* phrase;
+};
+
+constexpr std::array signal_phrases{
+    SignalPhrase{SIGILL, "executed an illegal instruction"},
+    SignalPhrase{SIGABRT, "had an internal inconsistency and aborted"},
+    SignalPhrase{SIGFPE, "received a floating point exception"},
+    SignalPhrase{SIGSEGV, "experienced a segmentation fault"},
+    SignalPhrase{SIGTRAP, "received a TRAP signal"},
+    SignalPhrase{SIGBUS, "experienced a bus alignment fault"},
+    SignalPhrase{SIGSYS, "experienced a bad system call"},
+    SignalPhrase{SIGXCPU, "exceeded the CPU time limit"},
+    SignalPhrase{SIGXFSZ, "exceeded the file size limit"},
+};
+
+constexpr std::array handled_signals{SIGILL, SIGABRT, SIGFPE, SIGSEGV, SIGTERM, SIGINT,
+                                     SIGHUP, SIGTRAP, SIGBUS, SIGSYS,  SIGXCPU, SIGXFSZ};
+
+// Called once before a fault ends the process; no signal handler itself.
+void (*callback)(int) = nullptr;
+
+// The formatted texts keep their contents between calls.
+std::array<char, 2048> signal_text_buffer{};
+std::array<char, 2048> append_text_buffer{};
+
+// After a fault, a text pointer below this is damage, not text.
+constexpr std::uintptr_t lowest_valid_pointer = 100001;
+
+bool is_valid(const char* text) {
+    return reinterpret_cast<std::uintptr_t>(text) >= lowest_valid_pointer;
+}
+
+const char* phrase_of(int sig) {
+    const auto* const row =
+        std::find_if(signal_phrases.begin(), signal_phrases.end(),
+                     [sig](const SignalPhrase& candidate) { return candidate.signal == sig; });
+    return row != signal_phrases.end() ? row->phrase : "experienced a fatal internal fault";
+}
+
+// A process dies of its first fault: a report that a later one starts, out of the
+// cleanup for instance, repeats the first phrase.
+const char* describe_signal(int sig) {
+    static const char* const phrase = phrase_of(sig);
+    return phrase;
+}
+
+[[noreturn]] void report_fault(int sig, const char* name, bool with_detail) {
+    std::fprintf(stderr, "\nINTERNAL ERROR: %s %s\n", name, describe_signal(sig));
+    if (with_detail && signal_text_buffer[0] != '\0') {
+        std::fprintf(stderr, "                  %s\n", signal_text_buffer.data());
+    }
+    std::fputs("\n", stderr);
+    std::fflush(nullptr);
+    std::fputs(support_message_text(), stderr);
+    std::fflush(nullptr);
+    if (callback != nullptr) {
+        callback(sig);
+    }
+    try_gen_corefile(sig);
+    std::_Exit(2);
+}
+
+}  // namespace
 
 const char* support_message_text() {
     return "This is caused by a defect in the Ze C Source Interlister.\n"
@@ -16,4 +92,51 @@ const char* support_message_text() {
            "We need to see this ENTIRE error message and a complete, reproducible\n"
            "test case including ALL of the command-line options.\n"
            "\n";
+}
+
+void try_gen_corefile(int /*sig*/) {}
+
+void install_common_handlers(void (*handler)(int), void (*cleanup)(int)) {
+    callback = cleanup;
+    for (const int sig : handled_signals) {
+        std::signal(sig, handler);
+    }
+}
+
+void common_signal_handler(int sig, const char* tool, const char* fmt, ...) {
+    const char* const name = is_valid(tool) ? tool : "unknown";
+    if (sig == SIGTERM) {
+        std::fprintf(stderr, "[%s received a terminate signal]\n", name);
+        std::_Exit(2);
+    }
+    if (sig == SIGINT || sig == SIGHUP) {
+        std::fprintf(stderr, "[%s forced exit]\n", name);
+        std::_Exit(2);
+    }
+    if (is_valid(fmt)) {
+        va_list arguments;
+        va_start(arguments, fmt);
+        std::vsnprintf(signal_text_buffer.data(), signal_text_buffer.size(), fmt, arguments);
+        va_end(arguments);
+    }
+    // A damaged format that is not null still shows what the buffer holds from before.
+    report_fault(sig, name, fmt != nullptr);
+}
+
+void sigstrnappend(char* dst, std::uint32_t size, const char* fmt, ...) {
+    if (!is_valid(dst) || size == 0) {
+        return;
+    }
+    if (is_valid(fmt)) {
+        va_list arguments;
+        va_start(arguments, fmt);
+        std::vsnprintf(append_text_buffer.data(), append_text_buffer.size(), fmt, arguments);
+        va_end(arguments);
+    }
+    const std::size_t capacity = size - 1;
+    const std::size_t length = strnlen(dst, size);
+    if (length < capacity) {
+        std::strncat(dst, append_text_buffer.data(), capacity - length);
+    }
+    dst[capacity] = '\0';
 }
