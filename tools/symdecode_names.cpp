@@ -173,8 +173,8 @@ static constexpr std::string_view special_prefixes[] = {
 // Whether a name has the "__" that the decoder looks for before it decodes anything.
 static bool has_separator(std::string_view name) {
     const std::size_t rest = name.find_first_not_of('_');
-    return rest != std::string_view::npos &&
-           (name.starts_with("__Q") || name.find("__", rest) != std::string_view::npos);
+    return rest != std::string_view::npos && (name.starts_with("__Q") || name.starts_with("___Q") ||
+                                              name.find("__", rest) != std::string_view::npos);
 }
 
 // signature ::= digit | "Q" digit | { C | V | D | L | R | S } F
