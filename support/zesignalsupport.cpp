@@ -113,12 +113,12 @@ void common_signal_handler(int sig, const char* tool, const char* fmt, ...) {
         std::fprintf(stderr, "[%s forced exit]\n", name);
         std::_Exit(2);
     }
+    va_list arguments;
+    va_start(arguments, fmt);
     if (is_valid(fmt)) {
-        va_list arguments;
-        va_start(arguments, fmt);
         std::vsnprintf(signal_text_buffer.data(), signal_text_buffer.size(), fmt, arguments);
-        va_end(arguments);
     }
+    va_end(arguments);
     // A damaged format that is not null still shows what the buffer holds from before.
     report_fault(sig, name, fmt != nullptr);
 }
@@ -127,12 +127,12 @@ void sigstrnappend(char* dst, std::uint32_t size, const char* fmt, ...) {
     if (!is_valid(dst) || size == 0) {
         return;
     }
+    va_list arguments;
+    va_start(arguments, fmt);
     if (is_valid(fmt)) {
-        va_list arguments;
-        va_start(arguments, fmt);
         std::vsnprintf(append_text_buffer.data(), append_text_buffer.size(), fmt, arguments);
-        va_end(arguments);
     }
+    va_end(arguments);
     const std::size_t capacity = size - 1;
     const std::size_t length = strnlen(dst, size);
     if (length < capacity) {
