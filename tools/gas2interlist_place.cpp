@@ -1,0 +1,459 @@
+// What the listing should show decides where the directives go. The interlister lists,
+// before the code that stands ahead of an `.iline`, the C lines up to but not including
+// that position. So the position given at the beginning of a stretch of code is the
+// first line of the text that is to stand above it: the line of the code itself, and
+// before it whatever lies between the end of the previous statement and this one.
+#include "tools/gas2interlist_place.h"
+
+#include <algorithm>
+#include <charconv>
+#include <memory>
+#include <unordered_map>
+
+#include "tools/gas2interlist_source.h"
+
+namespace gas2interlist {
+namespace {
+
+// The longest name that an `.ifile` line can carry to the interlister.
+constexpr std::size_t longest_name = 16000;
+
+// A source file by the name that is written for it. Several file numbers may share one.
+struct Source {
+    std::string name;  // empty when there is no usable one
+    std::optional<SourceOutline> outline;
+    // First lines of the functions that the assembly holds code of, ascending.
+    std::vector<std::uint32_t> entries;
+};
+
+// The lines that a function owns, declaration to closing brace.
+struct Extent {
+    Source* source = nullptr;
+    std::uint32_t first = 0;
+    std::uint32_t body = 0;  // the line of the opening brace
+    std::uint32_t last = 0;
+};
+
+struct Placer {
+    const Assembly& assembly;
+    const SourceMap& source_map;
+    const SourceAccess& access;
+
+    std::vector<Insertion> insertions = {};
+
+    std::unordered_map<std::uint32_t, Source*> by_number = {};
+    std::unordered_map<std::string, std::unique_ptr<Source>> by_name = {};
+    std::unordered_map<std::string_view, Extent> by_symbol = {};
+    const Source* current = nullptr;  // named by the last `.ifile`
+};
+
+// --- Symbols ---
+
+bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// The symbol without the marks of clones and parts: "f.constprop.0" is f.
+std::string_view base_symbol(std::string_view symbol) {
+    const std::size_t dot = symbol.find('.', 1);
+    return symbol.substr(0, dot);
+}
+
+// The part of a function that was split off because it is hardly ever run.
+bool is_cold_part(std::string_view symbol) {
+    constexpr std::string_view mark = ".cold";
+    const std::size_t at = symbol.find(mark);
+    return at != std::string_view::npos && at > 0 &&
+           (at + mark.size() == symbol.size() || symbol[at + mark.size()] == '.');
+}
+
+// Skips the template arguments at the front of a mangled name.
+void skip_arguments(std::string_view& rest) {
+    std::size_t depth = 0;
+    while (!rest.empty()) {
+        const char c = rest.front();
+        std::size_t length = 1;
+        if (is_digit(c)) {
+            const auto [end, failure] =
+                std::from_chars(rest.data(), rest.data() + rest.size(), length);
+            length = failure == std::errc() ? length : 1;
+            const auto digits = static_cast<std::size_t>(end - rest.data());
+            length = std::min(length, rest.size()) + digits;
+        } else if (c == 'I' || c == 'N' || c == 'J' || c == 'X' || c == 'L' || c == 'F') {
+            ++depth;
+        } else if (c == 'E') {
+            --depth;
+        }
+        rest.remove_prefix(std::min(length, rest.size()));
+        if (depth == 0) {
+            return;
+        }
+    }
+}
+
+// The identifier in the source that a symbol stands for; empty when it is an operator,
+// a lambda or anything else that its declaration does not spell out.
+std::string_view declared_name(std::string_view symbol) {
+    std::string_view rest = base_symbol(symbol);
+    if (rest.starts_with("__Z")) {
+        rest.remove_prefix(1);
+    }
+    if (!rest.starts_with("_Z")) {
+        return rest;
+    }
+    rest.remove_prefix(2);
+    const bool is_nested = rest.starts_with('N');
+    std::string_view name;
+    while (!rest.empty()) {
+        const char c = rest.front();
+        if (is_digit(c)) {
+            std::size_t length = 0;
+            const auto [end, failure] =
+                std::from_chars(rest.data(), rest.data() + rest.size(), length);
+            rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
+            if (failure != std::errc() || length > rest.size()) {
+                return {};
+            }
+            name = rest.substr(0, length);
+            rest.remove_prefix(length);
+            if (!is_nested) {
+                return name;
+            }
+        } else if (c == 'I') {
+            skip_arguments(rest);
+        } else if (c == 'S' && rest.size() > 1) {
+            // A substitution: St, Sa, ... or S [0-9A-Z]* _
+            const std::size_t length = rest[1] >= 'a' && rest[1] <= 'z' ? 2 : rest.find('_') + 1;
+            if (length == 0) {
+                return {};
+            }
+            rest.remove_prefix(length);
+        } else if (std::string_view("NLKVrRO").find(c) != std::string_view::npos) {
+            rest.remove_prefix(1);
+        } else {
+            // Constructors and destructors are declared by their class's name.
+            return is_nested && (c == 'E' || c == 'C' || c == 'D') ? name : std::string_view();
+        }
+    }
+    return name;
+}
+
+// --- Source files ---
+
+std::string join(const std::string& directory, const std::string& name) {
+    if (directory.empty() || name.starts_with('/')) {
+        return name;
+    }
+    return directory.ends_with('/') ? directory + name : directory + "/" + name;
+}
+
+std::optional<std::string> map_name(const SourceMap& source_map, const std::string& name) {
+    for (const auto& [old_prefix, new_prefix] : source_map) {
+        if (name.starts_with(old_prefix)) {
+            return new_prefix + name.substr(old_prefix.size());
+        }
+    }
+    return std::nullopt;
+}
+
+// The name to reach a source file by. Compilers name most files relative to the
+// directory they ran in; that short form is kept where it leads to the same file.
+std::string reachable_name(const Placer& placer, const FileEntry& entry) {
+    const std::string& base = placer.assembly.compilation_directory;
+    const std::string written = join(entry.directory, entry.name);
+    const std::string full = join(base, written);
+    for (const std::string& name : {written, full}) {
+        if (std::optional<std::string> mapped = map_name(placer.source_map, name)) {
+            return std::move(*mapped);
+        }
+    }
+    const std::string in_base = base.ends_with('/') || base.empty() ? base : base + "/";
+    const std::string brief = full.starts_with(in_base) ? full.substr(in_base.size()) : written;
+    if (brief == full || placer.access.same(brief, full)) {
+        return brief;
+    }
+    if (placer.access.read(full)) {
+        return full;
+    }
+    return placer.access.read(brief) ? brief : written;
+}
+
+// Whether an `.ifile` line can carry the name. "<built-in>" and its like are no files.
+bool is_usable_name(std::string_view name) {
+    return !name.empty() && name.size() <= longest_name && name.front() != '<' &&
+           name.find('\n') == std::string_view::npos && name.find('\0') == std::string_view::npos;
+}
+
+// The source file of a file number, or null when it has no usable name.
+Source* source_of(Placer& placer, std::uint32_t number) {
+    const auto [known, is_new] = placer.by_number.try_emplace(number, nullptr);
+    if (!is_new) {
+        return known->second;
+    }
+    const auto entry = placer.assembly.files.find(number);
+    if (entry == placer.assembly.files.end()) {
+        return nullptr;
+    }
+    std::string name = reachable_name(placer, entry->second);
+    if (!is_usable_name(name)) {
+        return nullptr;
+    }
+    std::unique_ptr<Source>& source = placer.by_name[name];
+    if (!source) {
+        source = std::make_unique<Source>();
+        if (std::optional<std::string> text = placer.access.read(name)) {
+            source->outline = outline_source(std::move(*text));
+        }
+        source->name = std::move(name);
+    }
+    known->second = source.get();
+    return known->second;
+}
+
+// --- Extents ---
+
+Extent extent_of(Source* source, std::size_t block) {
+    const Block& it = source->outline->blocks[block];
+    return {.source = source, .first = it.header_line, .body = it.open_line, .last = it.close_line};
+}
+
+// The function at a position, provided that its declaration has `name`.
+std::optional<Extent> named_extent(Placer& placer, const Position& position,
+                                   std::string_view name) {
+    Source* source = source_of(placer, position.file);
+    if (source == nullptr || !source->outline) {
+        return std::nullopt;
+    }
+    const SourceOutline& outline = *source->outline;
+    for (const std::size_t block : {function_declared_at(outline, position.line, name),
+                                    function_around(outline, position.line)}) {
+        if (block != no_block && declares(outline, block, name)) {
+            return extent_of(source, block);
+        }
+    }
+    return std::nullopt;
+}
+
+// Whether the assembly has another function that begins between the given lines: then
+// no single declaration stands there, but text that a macro makes functions of.
+bool is_shared(const Source& source, std::uint32_t after, std::uint32_t up_to) {
+    const auto next = std::upper_bound(source.entries.begin(), source.entries.end(), after);
+    return next != source.entries.end() && *next <= up_to;
+}
+
+// What the assembly alone tells: a function begins at its entry's line and ends before
+// the next one that begins in the same file; it has no lines behind its last position.
+std::optional<Extent> extent_from_assembly(Placer& placer, const Function& function) {
+    const Position& entry = *function.entry;
+    Source* source = source_of(placer, entry.file);
+    if (source == nullptr) {
+        return std::nullopt;
+    }
+    const auto next = std::upper_bound(source->entries.begin(), source->entries.end(), entry.line);
+    Extent extent{.source = source, .first = entry.line, .body = entry.line, .last = entry.line};
+    for (std::size_t i = 0; i < function.position_count; ++i) {
+        const Position& it = placer.assembly.positions[function.first_position + i];
+        if (it.line > extent.last && source_of(placer, it.file) == source &&
+            (next == source->entries.end() || it.line < *next)) {
+            extent.last = it.line;
+        }
+    }
+    return extent;
+}
+
+// Where a function stands in the source. Its first position decides, unless that lies
+// in a function of another name: then it was inlined ahead of the function's own code,
+// and the first position in a function of the right name decides.
+std::optional<Extent> find_extent(Placer& placer, const Function& function) {
+    const Position& entry = *function.entry;
+    for (std::string_view name = declared_name(function.symbol); !name.empty();
+         name.remove_prefix(1)) {
+        if (std::optional<Extent> extent = named_extent(placer, entry, name)) {
+            return is_shared(*extent->source, std::max(entry.line, extent->first), extent->body)
+                       ? extent_from_assembly(placer, function)
+                       : extent;
+        }
+        Position last = entry;
+        for (std::size_t i = 0; i < function.position_count; ++i) {
+            const Position& it = placer.assembly.positions[function.first_position + i];
+            if (it.line == 0 || (it.file == last.file && it.line == last.line)) {
+                continue;
+            }
+            last = it;
+            if (std::optional<Extent> extent = named_extent(placer, it, name)) {
+                return extent;
+            }
+        }
+        // Some formats put an underscore before every C symbol.
+        if (name.front() != '_') {
+            break;
+        }
+    }
+    Source* source = source_of(placer, entry.file);
+    if (source != nullptr && source->outline) {
+        const std::size_t declared = function_declared_at(*source->outline, entry.line, {});
+        if (declared != no_block &&
+            !is_shared(*source, entry.line, source->outline->blocks[declared].open_line)) {
+            return extent_of(source, declared);
+        }
+    }
+    return extent_from_assembly(placer, function);
+}
+
+bool owns(Placer& placer, const Extent& extent, const Position& position) {
+    return position.line >= extent.first && position.line <= extent.last &&
+           source_of(placer, position.file) == extent.source;
+}
+
+// --- Directives ---
+
+void insert(Placer& placer, std::size_t at, std::string_view directive, std::string_view operand) {
+    std::string line(1, '\t');
+    line += directive;
+    line += '\t';
+    line += operand;
+    line += placer.assembly.carriage_returns ? "\r\n" : "\n";
+    if (!placer.insertions.empty() && placer.insertions.back().at == at) {
+        placer.insertions.back().lines += line;
+    } else {
+        placer.insertions.push_back({at, std::move(line)});
+    }
+}
+
+void insert(Placer& placer, std::size_t at, std::string_view directive, std::uint32_t number) {
+    insert(placer, at, directive, std::to_string(number));
+}
+
+void insert_file(Placer& placer, std::size_t at, const Source& source) {
+    if (placer.current != &source) {
+        std::string quoted(1, '"');
+        quoted += source.name;
+        quoted += '"';
+        insert(placer, at, ".ifile", quoted);
+        placer.current = &source;
+    }
+}
+
+// The first line to list above code of `line` when the code before it was of
+// `previous`: what follows the end of the previous statement goes with the new code.
+std::uint32_t boundary(const Extent& extent, std::uint32_t previous, std::uint32_t line) {
+    if (!extent.source->outline) {
+        return line;
+    }
+    const std::vector<bool>& ends = extent.source->outline->statement_end;
+    std::uint32_t at = previous;
+    while (at < line - 1 && !(at < ends.size() && ends[at])) {
+        ++at;
+    }
+    return at + 1;
+}
+
+void place_function(Placer& placer, const Function& function, const Extent& extent) {
+    insert_file(placer, function.begin, *extent.source);
+    insert(placer, function.begin, ".ifunc", extent.first);
+    std::uint32_t previous = extent.body;
+    for (std::size_t i = 0; i < function.position_count; ++i) {
+        const Position& it = placer.assembly.positions[function.first_position + i];
+        if (it.line > previous && owns(placer, extent, it)) {
+            insert(placer, it.at, ".iline", boundary(extent, previous, it.line) - extent.first + 1);
+            previous = it.line;
+        }
+    }
+    insert(placer, function.end, ".iendfunc", extent.last + 1);
+}
+
+// The cold part of a function lists no more than the lines that it has code of: each
+// is made a function of one line.
+void place_cold_part(Placer& placer, const Function& function, const Extent& extent) {
+    std::uint32_t shown = 0;
+    const auto show = [&](std::size_t at, const Position& position) {
+        if (position.line == shown || !owns(placer, extent, position)) {
+            return;
+        }
+        if (shown != 0) {
+            insert(placer, at, ".iendfunc", shown + 1);
+        }
+        insert_file(placer, at, *extent.source);
+        insert(placer, at, ".ifunc", position.line);
+        shown = position.line;
+    };
+    show(function.begin, *function.entry);
+    for (std::size_t i = 0; i < function.position_count; ++i) {
+        const Position& it = placer.assembly.positions[function.first_position + i];
+        show(it.at, it);
+    }
+    if (shown != 0) {
+        insert(placer, function.end, ".iendfunc", shown + 1);
+    }
+}
+
+void collect_entries(Placer& placer) {
+    for (const Function& function : placer.assembly.functions) {
+        if (function.entry && !is_cold_part(function.symbol)) {
+            if (Source* source = source_of(placer, function.entry->file)) {
+                source->entries.push_back(function.entry->line);
+            }
+        }
+    }
+    for (const auto& [name, source] : placer.by_name) {
+        std::sort(source->entries.begin(), source->entries.end());
+    }
+}
+
+void place(Placer& placer, const Function& function) {
+    if (!function.entry) {
+        return;
+    }
+    const bool is_cold = is_cold_part(function.symbol);
+    std::optional<Extent> extent;
+    if (const auto whole = placer.by_symbol.find(
+            function.symbol.substr(0, is_cold ? function.symbol.find(".cold") : 0));
+        is_cold && whole != placer.by_symbol.end()) {
+        extent = whole->second;
+    } else {
+        extent = find_extent(placer, function);
+    }
+    if (!extent) {
+        return;
+    }
+    placer.by_symbol.try_emplace(function.symbol, *extent);
+    if (!function.can_hold_directives) {
+        return;
+    }
+    if (is_cold) {
+        place_cold_part(placer, function, *extent);
+    } else {
+        place_function(placer, function, *extent);
+    }
+}
+
+}  // namespace
+
+std::vector<Insertion> place_directives(const Assembly& assembly, const SourceMap& source_map,
+                                        const SourceAccess& sources) {
+    Placer placer{.assembly = assembly, .source_map = source_map, .access = sources};
+    collect_entries(placer);
+    for (const Function& function : assembly.functions) {
+        place(placer, function);
+    }
+    return std::move(placer.insertions);
+}
+
+std::optional<AssemblyError> interlist_assembly(std::string_view text, const SourceMap& source_map,
+                                                const SourceAccess& sources, std::string& output) {
+    Assembly assembly;
+    if (std::optional<AssemblyError> error = read_assembly(text, assembly)) {
+        return error;
+    }
+    output.clear();
+    std::size_t copied = 0;
+    for (const Insertion& insertion : place_directives(assembly, source_map, sources)) {
+        output += text.substr(copied, insertion.at - copied);
+        output += insertion.lines;
+        copied = insertion.at;
+    }
+    output += text.substr(copied);
+    return std::nullopt;
+}
+
+}  // namespace gas2interlist
