@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <string_view>
 
@@ -22,7 +21,7 @@ void usage() {
 
 [[noreturn]] static void show_usage() {
     usage();
-    std::exit(0);
+    end_program(0);
 }
 
 static void take_long_option(std::string_view option) {
@@ -100,7 +99,6 @@ static void derive_listing_name() {
 }
 
 static void open_files() {
-    static char list_buffer[65536];
     ASSY = std::fopen(assy_file_name, "rb");
     if (ASSY == nullptr) {
         file_error("Cannot open input file", assy_file_name);
@@ -110,7 +108,7 @@ static void open_files() {
     if (LIST == nullptr) {
         file_error("Cannot open temp file", temp_file_name);
     }
-    std::setvbuf(LIST, list_buffer, _IOFBF, sizeof list_buffer);
+    std::setvbuf(LIST, nullptr, _IONBF, 0);  // the listing has a buffer of its own
 }
 
 void init(int argc, char** argv) {
@@ -139,7 +137,7 @@ void init(int argc, char** argv) {
             break;
         default:
             std::printf("\n>> ERROR - Garbage on command line");
-            std::exit(1);
+            end_program(1);
     }
     open_files();
 }

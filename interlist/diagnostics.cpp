@@ -13,7 +13,13 @@
 #include <cstring>
 #include <string_view>
 
+#include "interlist/listing_output.h"
 #include "interlist/state.h"
+
+void end_program(int status) {
+    flush_listing();
+    std::exit(status);
+}
 
 // errno is taken first: the flushes may change it.
 static void report_file_problem(const char* message, const char* name) {
@@ -27,7 +33,7 @@ static void report_file_problem(const char* message, const char* name) {
 // The fatal report says WARNING as well; tools that read it know it so.
 void file_error(const char* message, const char* name) {
     report_file_problem(message, name);
-    std::exit(1);
+    end_program(1);
 }
 
 void file_warn(const char* message, const char* name) {
@@ -38,7 +44,7 @@ void file_warn(const char* message, const char* name) {
 
 void limit_error() {
     std::puts("\n>> FATAL ERROR - String exceeds internal limit!!");
-    std::exit(1);
+    end_program(1);
 }
 
 namespace {
@@ -161,9 +167,10 @@ void signal_handler(int signal_number) {
             break;
         default:
             report_internal_error(text, name, phrase_of(signal_number));
+            flush_listing();
             close_quietly(LIST);
             close_quietly(ASSY);
             close_quietly(CFILE);
     }
-    std::exit(2);
+    end_program(2);
 }

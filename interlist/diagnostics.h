@@ -2,6 +2,9 @@
 // the limit, fatal and terminating signals. Used by every other concern.
 #pragma once
 
+// Ends the program. What was written to the listing so far is left on disk.
+[[noreturn]] void end_program(int status);
+
 // Writes ">> WARNING: MESSAGE 'NAME': SYSTEM ERROR" to standard error, with the
 // text of errno as it is at the call, and ends the program with status 1.
 // --no_warnings has no say here.

@@ -72,18 +72,18 @@ int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
     hold_input(assy_input);
     unsigned number = 0;
     std::string_view line;
-    while (next_piece(assy_input, longest_text, line)) {
+    for (;;) {
+        const std::string_view passed_over = next_ordinary_lines(assy_input, longest_text);
+        number += static_cast<unsigned>(std::count(passed_over.begin(), passed_over.end(), '\n'));
+        if (!next_piece(assy_input, longest_text, line)) {
+            break;
+        }
         ++number;
         const directive kind = directive_of(line);
-        if (kind == directive::none) {
-            seen.ordinary_lines &= line.back() == '\n';
-            continue;
-        }
         if (kind == directive::line || kind == directive::end_of_function) {
             const std::optional<unsigned> carried = operand(line, kind);
             *count = number;
             seen.next = seen.tail = input_position(assy_input);
-            seen.to = seen.next - static_cast<long>(line.size());
             if (kind == directive::end_of_function) {
                 *end_line = carried.value_or(*end_line);
                 return_to(seen.from);
@@ -98,9 +98,7 @@ int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
                 return 0;
             }
         }
-        seen.ordinary_lines = false;
     }
-    seen.ordinary_lines = false;
     seen.met_end = !assy_input.failed;
     return_to(seen.from);
     return 1;
@@ -156,25 +154,29 @@ void list_c_lines(block_state& block) {
     }
 }
 
-// Copies `count` lines, or those up to the end of the file.
+void copy_line() {
+    std::string_view line;
+    if (assy_input.failed || !next_plain_line(assy_input, longest_text, line)) {
+        myfgets(in_rec, buffer_size, assy_input);
+        line = in_rec;
+    }
+    owrite(line);
+}
+
+// Copies `count` lines, or those up to the end of the file. They were passed by
+// a look-ahead, which counts them as the C library reads lines; where all of
+// them are plain, that is as many as copying reads, and they end at the same
+// position.
 void copy_assembly(unsigned count, const passed_assembly& passed) {
-    if (passed.ordinary_lines) {
-        // Lines that are read as they stand and written unchanged are written
-        // in one piece, and the directive behind them is dropped.
-        const std::string_view text = plain_text(assy_input, passed.from, passed.next);
-        if (!text.empty()) {
-            write_listing(text.substr(0, static_cast<std::size_t>(passed.to - passed.from)));
-            return_to(passed.next);
-            return;
+    if (count != no_count && plain_up_to(assy_input, passed.next)) {
+        while (input_position(assy_input) < passed.next) {
+            write_listing(next_ordinary_lines(assy_input, longest_text));
+            copy_line();
         }
+        return;
     }
     for (; count != 0 && !assy_input.at_end; --count) {
-        std::string_view line;
-        if (assy_input.failed || !next_plain_line(assy_input, longest_text, line)) {
-            myfgets(in_rec, buffer_size, assy_input);
-            line = in_rec;
-        }
-        owrite(line);
+        copy_line();
     }
 }
 

@@ -2,13 +2,11 @@
 // Called by the listing pass.
 #pragma once
 
-// What a look-ahead saw between ASSY's position and the directive it found.
+// What a look-ahead saw of the assembly behind ASSY's position.
 struct passed_assembly {
-    long from = 0;               // position of the first line
-    long to = 0;                 // of the directive that was found
-    long next = 0;               // of the line behind it
-    bool ordinary_lines = true;  // whole lines only, and no directive, before `to`
-    bool met_end = false;        // the end of the file, with no directive behind `tail`
+    long from = 0;         // where it began
+    long next = 0;         // behind the last .iline or .iendfunc met, if any
+    bool met_end = false;  // the end of the file, with neither of them behind `tail`
     long tail = 0;
 };
 

@@ -150,24 +150,58 @@ bool next_piece(input_stream& input, std::size_t limit, std::string_view& piece)
     return true;
 }
 
+// These two searches test whole blocks without a branch a byte, which compilers
+// turn into vector code, and then look closer.
+constexpr std::size_t block_size = 64;
+
+static unsigned char equals(char byte, char other) {
+    return static_cast<unsigned char>(byte == other);
+}
+
 static bool is_special(char byte) {
     return byte == '\0' || byte == '\r' || byte == '\x1a' || byte == '\xff';
 }
 
-// The first byte of [from, to) that is not plain. Whole blocks are tested
-// without a branch a byte, which compilers turn into vector code.
+// The first byte of [from, to) that is not plain; `to` if all are. Each kind is
+// gathered by itself: compilers turn one test for all four into slower code.
 static std::size_t find_special(const char* window, std::size_t from, std::size_t to) {
-    constexpr std::size_t block = 64;
-    for (; to - from >= block; from += block) {
-        unsigned hits = 0;
-        for (std::size_t i = 0; i < block; ++i) {
-            hits |= static_cast<unsigned>(is_special(window[from + i]));
+    for (; to - from >= block_size; from += block_size) {
+        unsigned char nul = 0;
+        unsigned char carriage_return = 0;
+        unsigned char control_z = 0;
+        unsigned char all_ones = 0;
+        for (std::size_t i = from; i < from + block_size; ++i) {
+            nul |= equals(window[i], '\0');
+            carriage_return |= equals(window[i], '\r');
+            control_z |= equals(window[i], '\x1a');
+            all_ones |= equals(window[i], '\xff');
+        }
+        if ((nul | carriage_return | control_z | all_ones) != 0) {
+            break;
+        }
+    }
+    return static_cast<std::size_t>(std::find_if(window + from, window + to, is_special) - window);
+}
+
+// The first line start in (from, to) where "\t.i" stands; `to` if there is none.
+static std::size_t find_marked_line(const char* window, std::size_t from, std::size_t to) {
+    constexpr std::string_view mark = "\n\t.i";
+    const auto marked = [=](std::size_t at) {
+        return static_cast<unsigned char>((window[at] == mark[0]) & (window[at + 1] == mark[1]) &
+                                          (window[at + 2] == mark[2]) &
+                                          (window[at + 3] == mark[3]));
+    };
+    for (; to - from >= block_size + mark.size(); from += block_size) {
+        unsigned char hits = 0;
+        for (std::size_t i = from; i < from + block_size; ++i) {
+            hits |= marked(i);
         }
         if (hits != 0) {
             break;
         }
     }
-    return static_cast<std::size_t>(std::find_if(window + from, window + to, is_special) - window);
+    const std::size_t found = std::string_view(window + from, to - from).find(mark);
+    return found == std::string_view::npos ? to : from + found + 1;
 }
 
 // Remembers how far the window is known to be plain, so that each byte is
@@ -192,14 +226,33 @@ bool next_plain_line(input_stream& input, std::size_t limit, std::string_view& l
     return true;
 }
 
-std::string_view plain_text(input_stream& input, long from, long to) {
-    if (from < input.base || to < from || to > input.base + static_cast<long>(input.end)) {
+std::string_view next_ordinary_lines(input_stream& input, std::size_t limit) {
+    if (input.at == input.end && !refill(input)) {
         return {};
     }
-    const auto first = static_cast<std::size_t>(from - input.base);
-    const auto last = static_cast<std::size_t>(to - input.base);
-    if (!is_plain(input, first, last)) {
+    const std::size_t from = input.at;
+    is_plain(input, from, input.end);
+    const std::string_view plain(input.window + from, input.plain_to - from);
+    if (plain.starts_with("\t.i")) {
         return {};
     }
-    return {input.window + first, last - first};
+    std::size_t length = find_marked_line(input.window, from, input.plain_to) - from;
+    length = plain.substr(0, length).rfind('\n') + 1;
+    // A line that is longer than the limit ends the run.
+    for (std::size_t good = 0; length - good > limit;) {
+        const std::size_t next = plain.substr(good, limit).rfind('\n') + 1;
+        if (next == 0) {
+            length = good;
+            break;
+        }
+        good += next;
+    }
+    input.at += length;
+    return plain.substr(0, length);
+}
+
+bool plain_up_to(input_stream& input, long position) {
+    return position >= input_position(input) &&
+           position <= input.base + static_cast<long>(input.end) &&
+           is_plain(input, input.at, static_cast<std::size_t>(position - input.base));
 }

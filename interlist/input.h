@@ -62,9 +62,13 @@ bool next_piece(input_stream& input, std::size_t limit, std::string_view& piece)
 // taken, when it is not. The line is valid until the next read.
 bool next_plain_line(input_stream& input, std::size_t limit, std::string_view& line);
 
-// The bytes between two positions, if they all lie in the window and are all
-// plain; a null view otherwise.
-std::string_view plain_text(input_stream& input, long from, long to);
+// Takes as many lines as lie in the window and are plain, not longer than
+// `limit` and do not begin with "\t.i", as one text; an empty one when the next
+// line is not of that kind. An interlist directive is never among them.
+std::string_view next_ordinary_lines(input_stream& input, std::size_t limit);
+
+// True when all bytes up to `position` lie in the window and are plain.
+bool plain_up_to(input_stream& input, long position);
 
 // The position of the next byte, counted from where reading started.
 inline long input_position(const input_stream& input) {

@@ -112,8 +112,12 @@ int owrite(std::string_view line) {
 }
 
 void process_assy() {
-    std::string_view line;
-    while (next_piece(assy_input, longest_text, line)) {
+    for (;;) {
+        write_listing(next_ordinary_lines(assy_input, longest_text));
+        std::string_view line;
+        if (!next_piece(assy_input, longest_text, line)) {
+            return;
+        }
         line = line.substr(0, line.find('\0'));
         const directive kind = directive_of(line);
         if (kind == directive::function) {

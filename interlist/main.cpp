@@ -2,12 +2,12 @@
 // into a listing of it.
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 
 #include "interlist/command_line.h"
 #include "interlist/diagnostics.h"
 #include "interlist/listing.h"
+#include "interlist/listing_output.h"
 #include "interlist/state.h"
 #include "support/zesignalsupport.h"
 
@@ -33,13 +33,13 @@ int main(int argc, char** argv) {
     try {
         init(argc, argv);
         process_assy();
-        close_stream(LIST, temp_file_name);
+        close_listing();
         close_stream(ASSY, assy_file_name);
         close_stream(CFILE, curr_open_file_name);
     } catch (const std::exception& exception) {
         std::fprintf(stderr, "Unhandled exception: %s\n\n", exception.what());
         std::fputs(support_message_text(), stderr);
-        std::exit(1);
+        end_program(1);
     }
     return 0;
 }

@@ -2,7 +2,6 @@
 #include "interlist/source_file.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -32,7 +31,7 @@ int mygetc(input_stream& stream) {
 static void stop_on_read_error(const input_stream& stream) {
     if (stream.failed) {
         std::puts("\n>> Error while reading file");
-        std::exit(1);
+        end_program(1);
     }
 }
 

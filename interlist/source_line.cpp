@@ -5,7 +5,6 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -100,7 +99,7 @@ void output_formatted_line(char* line) {
     std::string_view text = line;
     if (text.size() > buffer_size) {
         std::puts(">> INTERNAL ERROR");
-        std::exit(0);
+        end_program(0);
     }
     text = text.substr(0, text.find_last_not_of('\n') + 1);
     line[text.size()] = '\0';

@@ -1,8 +1,7 @@
 // The version report: a banner line and the build number.
 #include "interlist/version.h"
 
-#include <cstdlib>
-
+#include "interlist/diagnostics.h"
 #include "support/buildid.h"
 
 constexpr int title_width = 40;
@@ -19,5 +18,5 @@ int print_banner(FILE* stream) {
 void report_version() {
     print_banner(stdout);
     buildid(stdout, "Build Number ");
-    std::exit(0);
+    end_program(0);
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "interlist/listing_output.h"
 #include "interlist/source_position.h"
 #include "interlist/state.h"
 
@@ -21,6 +22,7 @@ inline void close_and_clear(FILE*& stream) {
 
 inline void start_afresh() {
     close_and_clear(ASSY);
+    flush_listing();
     close_and_clear(LIST);
     close_and_clear(CFILE);
     attach_input(assy_input, nullptr);

@@ -1,10 +1,10 @@
 // Runs the listing pass inside the test program.
 #include "tests/interlist/pass.h"
 
-#include <cstdio>
 
 #include "interlist/command_line.h"
 #include "interlist/listing.h"
+#include "interlist/listing_output.h"
 #include "tests/interlist/fresh_state.h"
 
 static void start_with(std::vector<std::string> arguments) {
@@ -21,7 +21,7 @@ static void start_with(std::vector<std::string> arguments) {
 void run_pass(const std::vector<std::string>& arguments) {
     start_with(arguments);
     process_assy();
-    close_and_clear(LIST);
+    close_listing();
     close_and_clear(ASSY);
     close_and_clear(CFILE);
 }
@@ -38,6 +38,6 @@ void begin_pass(const ScratchFolder& folder, const std::string& assembly) {
 }
 
 std::string listing_so_far() {
-    std::fflush(LIST);
+    flush_listing();
     return read_file(temp_file_name);
 }
