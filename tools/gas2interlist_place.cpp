@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <memory>
 #include <unordered_map>
 
@@ -348,16 +349,53 @@ std::uint32_t boundary(const Extent& extent, std::uint32_t previous, std::uint32
     return at + 1;
 }
 
+// The positions that a function's directives are made of: the longest run of own lines
+// that only moves forward, because each line is listed once. Optimised code jumps; taking
+// every step forward instead would let an early jump to the last line use up the text.
+std::vector<const Position*> forward_positions(Placer& placer, const Function& function,
+                                               const Extent& extent) {
+    struct Step {
+        const Position* position;
+        std::size_t before;  // the step before it in the longest run that ends here
+    };
+    constexpr std::size_t no_step = static_cast<std::size_t>(-1);
+    std::vector<Step> steps;
+    std::vector<std::size_t> ends;  // by length of run: the step on the lowest line that ends one
+    for (std::size_t i = 0; i < function.position_count; ++i) {
+        const Position& it = placer.assembly.positions[function.first_position + i];
+        if (it.line <= extent.body || !owns(placer, extent, it)) {
+            continue;
+        }
+        const auto longer = std::lower_bound(ends.begin(), ends.end(), it.line,
+                                             [&steps](std::size_t step, std::uint32_t line) {
+                                                 return steps[step].position->line < line;
+                                             });
+        const std::size_t before = longer == ends.begin() ? no_step : *std::prev(longer);
+        if (longer == ends.end()) {
+            ends.push_back(steps.size());
+        } else if (steps[*longer].position->line > it.line) {
+            *longer = steps.size();
+        } else {
+            continue;  // the first code of a line is the one to show it at
+        }
+        steps.push_back({&it, before});
+    }
+    std::vector<const Position*> run;
+    for (std::size_t step = ends.empty() ? no_step : ends.back(); step != no_step;
+         step = steps[step].before) {
+        run.push_back(steps[step].position);
+    }
+    std::reverse(run.begin(), run.end());
+    return run;
+}
+
 void place_function(Placer& placer, const Function& function, const Extent& extent) {
     insert_file(placer, function.begin, *extent.source);
     insert(placer, function.begin, ".ifunc", extent.first);
     std::uint32_t previous = extent.body;
-    for (std::size_t i = 0; i < function.position_count; ++i) {
-        const Position& it = placer.assembly.positions[function.first_position + i];
-        if (it.line > previous && owns(placer, extent, it)) {
-            insert(placer, it.at, ".iline", boundary(extent, previous, it.line) - extent.first + 1);
-            previous = it.line;
-        }
+    for (const Position* it : forward_positions(placer, function, extent)) {
+        insert(placer, it->at, ".iline", boundary(extent, previous, it->line) - extent.first + 1);
+        previous = it->line;
     }
     insert(placer, function.end, ".iendfunc", extent.last + 1);
 }
