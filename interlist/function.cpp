@@ -65,7 +65,7 @@ int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
     passed_assembly unused;
     passed_assembly& seen = passed != nullptr ? *passed : unused;
     seen = {};
-    seen.from = seen.tail = input_position(assy_input);
+    const long start = seen.tail = input_position(assy_input);
     if (assembly_has_no_more_positions) {
         return 1;
     }
@@ -86,7 +86,7 @@ int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
             seen.next = seen.tail = input_position(assy_input);
             if (kind == directive::end_of_function) {
                 *end_line = carried.value_or(*end_line);
-                return_to(seen.from);
+                return_to(start);
                 return 1;
             }
             // Relative to the function. A position behind the lines already
@@ -94,13 +94,13 @@ int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
             const unsigned position = static_cast<unsigned>(func_line) + carried.value_or(0) - 1;
             if (carried && position >= curr_line) {
                 *end_line = position;
-                return_to(seen.from);
+                return_to(start);
                 return 0;
             }
         }
     }
     seen.met_end = !assy_input.failed;
-    return_to(seen.from);
+    return_to(start);
     return 1;
 }
 

@@ -4,7 +4,6 @@
 
 // What a look-ahead saw of the assembly behind ASSY's position.
 struct passed_assembly {
-    long from = 0;         // where it began
     long next = 0;         // behind the last .iline or .iendfunc met, if any
     bool met_end = false;  // the end of the file, with neither of them behind `tail`
     long tail = 0;

@@ -1,7 +1,6 @@
 // Runs the listing pass inside the test program.
 #include "tests/interlist/pass.h"
 
-
 #include "interlist/command_line.h"
 #include "interlist/listing.h"
 #include "interlist/listing_output.h"
