@@ -24,6 +24,10 @@ constexpr std::array<std::string_view, 10> attribute_words = {
     "__asm__", "__attribute", "__attribute__", "__declspec", "__typeof__",
     "alignas", "decltype",    "explicit",      "noexcept",   "requires",
 };
+// Words between a function's parameters and its body.
+constexpr std::array<std::string_view, 6> trailing_words = {
+    "const", "final", "noexcept", "override", "try", "volatile",
+};
 constexpr std::array<std::string_view, 5> access_words = {
     "private", "protected", "public", "signals", "slots",
 };
@@ -53,8 +57,9 @@ struct Statement {
     std::uint32_t line = 0;  // of its first token; 0 while it has none
     std::size_t at = 0;
     std::size_t tokens = 0;
-    bool control = false;            // begins with or contains if, for, return, ...
-    bool scope = false;              // class, struct, namespace, ...
+    bool control = false;  // begins with or contains if, for, return, ...
+    bool scope = false;    // class, struct, namespace, ...
+    bool name_space = false;
     bool assigned = false;           // an "=" stands in it
     bool parameters = false;         // WORD "(" stands in it
     bool declares = false;           // and something stood before the WORD
@@ -70,7 +75,9 @@ struct Conditional {
     std::size_t block;  // the state at its beginning, for its other branches
     std::size_t paren_depth;
     Statement statement;
-    std::optional<std::size_t> first_end;  // the innermost block at the first branch's end
+    // How the deepest branch so far ended, once a branch has.
+    std::optional<std::size_t> end = {};
+    Statement end_statement = {};
 };
 
 struct Lexer {
@@ -84,6 +91,7 @@ struct Lexer {
     Statement old_style;
     Token previous = Token::none;
     std::string_view previous_word;
+    std::uint32_t previous_line = 0;  // of the last token
     std::size_t paren_depth = 0;
     std::size_t bracket_depth = 0;
 
@@ -211,6 +219,12 @@ std::string_view take_word(Lexer& lexer) {
 
 // --- Statements and blocks ---
 
+void reset_statement(Lexer& lexer) {
+    lexer.statement = Statement();
+    lexer.previous = Token::none;
+    lexer.previous_word = {};
+}
+
 void begin_token(Lexer& lexer) {
     Statement& statement = lexer.statement;
     if (statement.line == 0) {
@@ -218,12 +232,7 @@ void begin_token(Lexer& lexer) {
         statement.at = lexer.at;
     }
     ++statement.tokens;
-}
-
-void reset_statement(Lexer& lexer) {
-    lexer.statement = Statement();
-    lexer.previous = Token::none;
-    lexer.previous_word = {};
+    lexer.previous_line = lexer.line;
 }
 
 bool is_initializer(const Lexer& lexer) {
@@ -255,7 +264,12 @@ BlockKind kind_of_block(const Lexer& lexer) {
     if (statement.capture_line != 0) {
         return BlockKind::function;
     }
-    if (statement.parameters && !statement.control && (statement.declares || !is_in_body(lexer))) {
+    // `class EXPORT(x) name {`, not `struct type* name(...) {`
+    const bool is_scope =
+        statement.name_space || (statement.scope && lexer.previous == Token::word &&
+                                 !is_one_of(lexer.previous_word, trailing_words));
+    if (statement.parameters && !statement.control && !is_scope &&
+        (statement.declares || !is_in_body(lexer))) {
         return BlockKind::function;
     }
     if (statement.scope) {
@@ -411,6 +425,12 @@ void read_colon(Lexer& lexer) {
 }
 
 void read_word(Lexer& lexer) {
+    // Blank or comment lines hardly ever stand within a declaration, but between one and
+    // a macro ahead of it that needs no semicolon.
+    const bool is_apart = lexer.previous_line != 0 && lexer.line > lexer.previous_line + 1;
+    if (is_apart && lexer.paren_depth == 0 && !lexer.statement.constructing && !is_in_body(lexer)) {
+        reset_statement(lexer);
+    }
     begin_token(lexer);
     const std::string_view word = take_word(lexer);
     const char next = peek(lexer);
@@ -426,6 +446,7 @@ void read_word(Lexer& lexer) {
         Statement& statement = lexer.statement;
         statement.control = statement.control || is_one_of(word, control_words);
         statement.scope = statement.scope || is_one_of(word, scope_words);
+        statement.name_space = statement.name_space || word == "namespace";
         statement.operator_name = statement.operator_name || word == "operator";
     }
     lexer.previous = Token::word;
@@ -509,11 +530,12 @@ void read_directive(Lexer& lexer) {
         condition.remove_prefix(std::min(condition.find_first_not_of(" \t"), condition.size()));
         is_disabled = name == "if" && condition.starts_with("0") &&
                       (condition.size() == 1 || !is_word_part(condition[1]));
-        conditionals.push_back({lexer.block, lexer.paren_depth, lexer.statement, std::nullopt});
+        conditionals.push_back({lexer.block, lexer.paren_depth, lexer.statement});
     } else if ((name == "else" || name.starts_with("elif")) && !conditionals.empty()) {
         Conditional& group = conditionals.back();
-        if (!group.first_end || depth_of(lexer, lexer.block) > depth_of(lexer, *group.first_end)) {
-            group.first_end = lexer.block;
+        if (!group.end || depth_of(lexer, lexer.block) > depth_of(lexer, *group.end)) {
+            group.end = lexer.block;
+            group.end_statement = lexer.statement;
         }
         lexer.block = group.block;
         lexer.paren_depth = group.paren_depth;
@@ -521,8 +543,12 @@ void read_directive(Lexer& lexer) {
     } else if (name == "endif" && !conditionals.empty()) {
         const Conditional group = conditionals.back();
         conditionals.pop_back();
-        if (group.first_end) {
-            join_branches(lexer, *group.first_end, lexer.block);
+        if (group.end) {
+            join_branches(lexer, *group.end, lexer.block);
+            // Two forms of one declaration: it begins with the first.
+            if (group.end_statement.parameters && lexer.statement.parameters) {
+                lexer.statement = group.end_statement;
+            }
         }
     }
     if (lexer.paren_depth == 0 && !lexer.statement.parameters) {
