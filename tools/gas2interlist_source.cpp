@@ -65,6 +65,7 @@ struct Statement {
     bool declares = false;           // and something stood before the WORD
     bool constructing = false;       // ":" stands behind its parameters
     bool operator_name = false;      // "operator" was read, its parameters not yet
+    std::size_t template_depth = 0;  // of angle brackets behind "template"
     std::uint32_t capture_line = 0;  // of a lambda's "[", 0 when there is none
     std::size_t capture_at = 0;
     std::size_t capture_depth = 0;
@@ -442,7 +443,7 @@ void read_word(Lexer& lexer) {
     if (next == '"' || next == '\'') {
         return;  // the prefix of a literal
     }
-    if (lexer.paren_depth == 0) {
+    if (lexer.paren_depth == 0 && lexer.statement.template_depth == 0) {
         Statement& statement = lexer.statement;
         statement.control = statement.control || is_one_of(word, control_words);
         statement.scope = statement.scope || is_one_of(word, scope_words);
@@ -582,13 +583,23 @@ void read_other(Lexer& lexer, char c) {
             lexer.previous = Token::comma;
             break;
         case '=':
-            if (!lexer.statement.operator_name && lexer.paren_depth == 0 &&
-                lexer.bracket_depth == 0) {
+            if (!lexer.statement.operator_name && lexer.statement.template_depth == 0 &&
+                lexer.paren_depth == 0 && lexer.bracket_depth == 0) {
                 lexer.statement.assigned = true;
             }
             lexer.previous = Token::assign;
             break;
+        case '<':
+            if (lexer.paren_depth == 0 &&
+                (lexer.statement.template_depth > 0 || lexer.previous_word == "template")) {
+                ++lexer.statement.template_depth;
+                lexer.previous_word = {};
+            }
+            lexer.previous = Token::other;
+            break;
         case '>':
+            lexer.statement.template_depth -=
+                lexer.paren_depth == 0 && lexer.statement.template_depth > 0 ? 1 : 0;
             lexer.previous = Token::angle;
             break;
         default:
