@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -75,7 +76,7 @@ static command_line parse_command_line(int argc, char** argv, text_filter& filte
                 break;
             case 's':
                 if (!parse_scheme(optarg, settings.scheme)) {
-                    std::fprintf(stderr, "%s: invalid scheme '%s': use 0, 1 or auto\n", argv[0],
+                    std::fprintf(stderr, "symdecode: invalid scheme '%s': use 0, 1 or auto\n",
                                  optarg);
                     result.what = mode::usage_error;
                     return result;
@@ -188,7 +189,7 @@ static int filter_input(text_filter& filter, bool lines) {
     return 0;
 }
 
-int main(int argc, char** argv) {
+static int run(int argc, char** argv) {
     text_filter filter;
     const command_line command = parse_command_line(argc, argv, filter);
     std::string out;
@@ -197,7 +198,7 @@ int main(int argc, char** argv) {
             out = usage_text;
             break;
         case mode::version:
-            out = "symdecode " INTERLIST_VERSION "\n";
+            out = "symdecode " SYMDECODE_VERSION "\n";
             break;
         case mode::usage_error:
             std::fputs("Try 'symdecode --help' for more information.\n", stderr);
@@ -207,4 +208,13 @@ int main(int argc, char** argv) {
                                          : decode_names(filter, command.names);
     }
     return write_out(out) ? 0 : status_failed;
+}
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "symdecode: %s\n", failure.what());
+        return status_failed;
+    }
 }

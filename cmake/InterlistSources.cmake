@@ -1,0 +1,141 @@
+# interlist_sources(<target> [OUTPUT_DIRECTORY <dir>] [OPTIONS <option>...]
+#                   [SOURCE_MAPS <OLD=NEW>...] [EXCLUDE_FROM_ALL])
+#
+# Adds to the build a listing of each C and C++ source of <target>: its assembly with
+# the source lines merged in. Call it after the target has got its sources.
+#
+#   OUTPUT_DIRECTORY  where the listings go, as <path of the source>.cl; by default
+#                     <target>_listings in the current binary directory
+#   OPTIONS           options for interlist, such as -b or -w132
+#   SOURCE_MAPS       --source-map rules for gas2interlist
+#   EXCLUDE_FROM_ALL  makes listings only when <target>_listings is built
+#
+# The target <target>_listings stands for all of them. Each source is compiled for its
+# listing as the target compiles it: include directories, definitions, options and
+# features, those that come from libraries included. Every listing is a step of its
+# own to the build tool, so that they are made in parallel, and only again when the
+# source, a header that it includes or an option has changed.
+include_guard(GLOBAL)
+
+# What else of a target shows in the code that its sources give.
+set(_interlist_target_properties
+  C_EXTENSIONS C_STANDARD C_STANDARD_REQUIRED C_VISIBILITY_PRESET
+  CXX_EXTENSIONS CXX_STANDARD CXX_STANDARD_REQUIRED CXX_VISIBILITY_PRESET
+  VISIBILITY_INLINES_HIDDEN COMPILE_FLAGS PRECOMPILE_HEADERS)
+
+# A library of the one source, compiled as in <target> but to assembly. It takes the
+# place of the object file, so that CMake knows all there is to know about the step,
+# the headers included.
+function(_interlist_assembly library target source)
+  add_library(${library} OBJECT EXCLUDE_FROM_ALL ${source})
+  foreach(property IN LISTS _interlist_target_properties)
+    get_target_property(value ${target} ${property})
+    if(NOT value MATCHES "-NOTFOUND$")
+      set_property(TARGET ${library} PROPERTY ${property} "${value}")
+    endif()
+  endforeach()
+  foreach(property COMPILE_DEFINITIONS COMPILE_FEATURES INCLUDE_DIRECTORIES)
+    set_property(TARGET ${library} PROPERTY ${property} "$<TARGET_PROPERTY:${target},${property}>")
+  endforeach()
+  # For the order of the build, and for which include directories are the system's.
+  target_link_libraries(${library} PRIVATE "$<TARGET_PROPERTY:${target},LINK_LIBRARIES>")
+
+  get_target_property(type ${target} TYPE)
+  get_target_property(position_independent ${target} POSITION_INDEPENDENT_CODE)
+  if(type MATCHES "SHARED|MODULE" AND position_independent MATCHES "-NOTFOUND$")
+    set(position_independent ON)
+  endif()
+  if(NOT position_independent MATCHES "-NOTFOUND$")
+    set_target_properties(${library} PROPERTIES POSITION_INDEPENDENT_CODE ${position_independent})
+  endif()
+  if(type MATCHES "SHARED|MODULE")
+    get_target_property(symbol ${target} DEFINE_SYMBOL)
+    if(NOT symbol)
+      string(MAKE_C_IDENTIFIER ${target}_EXPORTS symbol)
+    endif()
+    set_property(TARGET ${library} APPEND PROPERTY COMPILE_DEFINITIONS ${symbol})
+  endif()
+
+  # Last, so that nothing takes them back: assembly, with line numbers. Warnings come
+  # from the target's own compilation.
+  set_property(TARGET ${library} PROPERTY COMPILE_OPTIONS
+    "$<TARGET_PROPERTY:${target},COMPILE_OPTIONS>" -S -g -fno-lto -w)
+  set_target_properties(${library} PROPERTIES
+    INTERPROCEDURAL_OPTIMIZATION OFF
+    UNITY_BUILD OFF
+    EXPORT_COMPILE_COMMANDS OFF
+    C_CLANG_TIDY "" CXX_CLANG_TIDY "" C_CPPCHECK "" CXX_CPPCHECK "")
+endfunction()
+
+function(interlist_sources target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg
+    "EXCLUDE_FROM_ALL" "OUTPUT_DIRECTORY" "OPTIONS;SOURCE_MAPS")
+  if(NOT TARGET ${target})
+    message(FATAL_ERROR "interlist_sources: no target is named \"${target}\"")
+  endif()
+  if(arg_UNPARSED_ARGUMENTS)
+    message(FATAL_ERROR "interlist_sources: unknown argument \"${arg_UNPARSED_ARGUMENTS}\"")
+  endif()
+  if(NOT arg_OUTPUT_DIRECTORY)
+    set(arg_OUTPUT_DIRECTORY ${target}_listings)
+  endif()
+  cmake_path(ABSOLUTE_PATH arg_OUTPUT_DIRECTORY BASE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+  list(TRANSFORM arg_SOURCE_MAPS PREPEND --source-map=)
+
+  get_target_property(target_dir ${target} SOURCE_DIR)
+  get_target_property(sources ${target} SOURCES)
+  set(listings)
+  foreach(source IN LISTS sources)
+    if(source MATCHES "^\\$<")
+      message(WARNING "interlist_sources: no listing of ${source}")
+      continue()
+    endif()
+    cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${target_dir} NORMALIZE)
+    cmake_path(GET source EXTENSION LAST_ONLY extension)
+    string(SUBSTRING "${extension}" 1 -1 extension)
+    foreach(language C CXX)
+      if(extension IN_LIST CMAKE_${language}_SOURCE_FILE_EXTENSIONS)
+        if(NOT CMAKE_${language}_COMPILER_ID MATCHES "GNU|Clang")
+          message(FATAL_ERROR "interlist_sources: needs a compiler that takes GCC's options")
+        endif()
+        break()
+      endif()
+      set(language)
+    endforeach()
+    if(NOT language)
+      continue()
+    endif()
+
+    # A source outside the target's folder goes by its name and a mark of its path.
+    cmake_path(RELATIVE_PATH source BASE_DIRECTORY ${target_dir} OUTPUT_VARIABLE name)
+    if(name MATCHES "^\\.\\./")
+      string(MD5 mark ${source})
+      string(SUBSTRING ${mark} 0 8 mark)
+      cmake_path(GET source FILENAME name)
+      string(PREPEND name ${mark}/)
+    endif()
+    string(MAKE_C_IDENTIFIER ${target}_listing_${name} library)
+    _interlist_assembly(${library} ${target} ${source})
+
+    set(listing ${arg_OUTPUT_DIRECTORY}/${name}.cl)
+    set(prepared ${arg_OUTPUT_DIRECTORY}/${name}.asm)
+    cmake_path(GET listing PARENT_PATH folder)
+    add_custom_command(
+      OUTPUT ${listing}
+      BYPRODUCTS ${prepared}
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+      COMMAND interlist::gas2interlist ${arg_SOURCE_MAPS} -o ${prepared} $<TARGET_OBJECTS:${library}>
+      COMMAND interlist::interlist ${arg_OPTIONS} ${prepared} ${listing}
+      DEPENDS ${library} $<TARGET_OBJECTS:${library}> interlist::gas2interlist interlist::interlist
+      WORKING_DIRECTORY ${target_dir}
+      COMMENT "Listing ${name}.cl"
+      VERBATIM)
+    list(APPEND listings ${listing})
+  endforeach()
+
+  set(all ALL)
+  if(arg_EXCLUDE_FROM_ALL)
+    set(all)
+  endif()
+  add_custom_target(${target}_listings ${all} DEPENDS ${listings})
+endfunction()

@@ -1,0 +1,7 @@
+complete -c interlist -s b -d 'Leave out blank C lines'
+complete -c interlist -s p -d 'Keep the leading blanks of C lines'
+complete -c interlist -s q -d 'Accepted, without effect on the listing'
+complete -c interlist -s w -x -d 'Width of the listing'
+complete -c interlist -l help -d 'Print the usage text'
+complete -c interlist -l no_warnings -d 'Print no warnings'
+complete -c interlist -l toolversion -d 'Print the version'

@@ -1,0 +1,10 @@
+complete -c symdecode -f
+complete -c symdecode -s s -l scheme -x -a '0 1 auto' -d 'Mangling scheme'
+complete -c symdecode -s p -l names-only -d 'Leave out signatures'
+complete -c symdecode -s _ -l strip-underscore -d 'Drop the underscore in front'
+complete -c symdecode -s x -l extended -d 'Accept what newer compilers write'
+complete -c symdecode -s e -l strict -d 'Accept only the fixed tables'
+complete -c symdecode -s l -l lines -d 'One name a line'
+complete -c symdecode -s j -l json -d 'Print JSON'
+complete -c symdecode -s h -l help -d 'Print the usage text'
+complete -c symdecode -s V -l version -d 'Print the version'

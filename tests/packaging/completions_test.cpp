@@ -1,0 +1,74 @@
+// The completions, loaded by the shells that are installed here.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/packaging/installed.h"
+
+using std::string;
+
+namespace {
+
+const std::vector<string> programs{"interlist", "gas2interlist", "symdecode"};
+
+std::set<string> set_of_lines(const string& text) {
+    std::set<string> lines;
+    for (const string& line : lines_of(text)) {
+        lines.insert(line.substr(0, line.find('\t')));
+    }
+    return lines;
+}
+
+// What bash offers for the last of the words.
+std::set<string> bash_completes(const string& program, const std::vector<string>& words) {
+    std::vector<string> argv{"bash",
+                             "--norc",
+                             "-c",
+                             "source \"$1\"; shift; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1))\n"
+                             "compopt() { :; }; _$1; printf '%s\\n' \"${COMPREPLY[@]}\"",
+                             "bash",
+                             installed_tree() + "/share/bash-completion/completions/" + program,
+                             program};
+    argv.insert(argv.end(), words.begin(), words.end());
+    return set_of_lines(output_of(argv));
+}
+
+std::set<string> fish_completes(const string& program, const string& line) {
+    return set_of_lines(output_of(
+        {"fish", "--no-config", "-c", "source $argv[1]; complete -C $argv[2]",
+         installed_tree() + "/share/fish/vendor_completions.d/" + program + ".fish", line}));
+}
+
+}  // namespace
+
+TEST(BashCompletion, OffersOptionsAndValues) {
+    if (!has_command("bash")) {
+        GTEST_SKIP() << "no bash here";
+    }
+    EXPECT_EQ(bash_completes("symdecode", {"--s"}),
+              (std::set<string>{"--scheme", "--strict", "--strip-underscore"}));
+    EXPECT_EQ(bash_completes("symdecode", {"--scheme", "=", "a"}), std::set<string>{"auto"});
+    EXPECT_EQ(bash_completes("symdecode", {"--scheme", "="}), (std::set<string>{"0", "1", "auto"}));
+    EXPECT_EQ(bash_completes("symdecode", {"-s", ""}), (std::set<string>{"0", "1", "auto"}));
+    EXPECT_EQ(bash_completes("interlist", {"--"}),
+              (std::set<string>{"--help", "--no_warnings", "--toolversion"}));
+    EXPECT_EQ(bash_completes("gas2interlist", {"--s"}), std::set<string>{"--source-map"});
+    EXPECT_EQ(bash_completes("interlist", {"sample/CM"}),
+              std::set<string>{"sample/CMakeLists.txt"});
+}
+
+TEST(FishCompletion, OffersOptionsAndValues) {
+    if (!has_command("fish")) {
+        GTEST_SKIP() << "no fish here";
+    }
+    EXPECT_EQ(fish_completes("symdecode", "symdecode --s"),
+              (std::set<string>{"--scheme", "--strict", "--strip-underscore"}));
+    EXPECT_EQ(fish_completes("symdecode", "symdecode --scheme=a"),
+              std::set<string>{"--scheme=auto"});
+    EXPECT_EQ(fish_completes("interlist", "interlist --"),
+              (std::set<string>{"--help", "--no_warnings", "--toolversion"}));
+    EXPECT_EQ(fish_completes("gas2interlist", "gas2interlist --s"),
+              std::set<string>{"--source-map"});
+}

@@ -1,0 +1,129 @@
+// interlist_sources, the CMake function of the package, on a program of three files in
+// two languages: every source gets its listing, and only what changed gets a new one.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/packaging/installed.h"
+
+namespace fs = std::filesystem;
+using std::string;
+
+namespace {
+
+const std::vector<string> all_listings{"main.c.cl", "part/area.c.cl", "part/names.cpp.cl"};
+
+// The sample program, copied so that it can be changed.
+struct Sample {
+    ScratchFolder scratch;
+    string source = scratch / "sample";
+    string folder = scratch / "build";
+
+    explicit Sample(const std::vector<string>& options = {}) {
+        fs::copy("sample", source, fs::copy_options::recursive);
+        configure(source, folder, options);
+    }
+
+    string listing(const string& name) const { return read_file(folder + "/listings/" + name); }
+
+    // Builds, and tells which listings were made.
+    std::set<string> made_by_build() const {
+        std::map<string, fs::file_time_type> before;
+        for (const string& name : all_listings) {
+            before[name] = time_of(name);
+        }
+        build(folder);
+        std::set<string> made;
+        for (const string& name : all_listings) {
+            if (time_of(name) != before[name]) {
+                made.insert(name);
+            }
+        }
+        return made;
+    }
+
+    // Changes a file in a way that shows in the listing, and in its time.
+    void append(const string& name, const string& text) const {
+        const string file = source + "/" + name;
+        const auto time = fs::last_write_time(file);
+        shell("printf %s \"$2\" >> \"$1\"", {file, text});
+        if (fs::last_write_time(file) <= time) {
+            fs::last_write_time(file, time + std::chrono::seconds(1));
+        }
+    }
+
+  private:
+    fs::file_time_type time_of(const string& name) const {
+        std::error_code missing;
+        return fs::last_write_time(folder + "/listings/" + name, missing);
+    }
+};
+
+const std::set<string> everything{all_listings.begin(), all_listings.end()};
+
+bool shows(const string& listing, const string& line) {
+    return listing.find(line) != string::npos;
+}
+
+}  // namespace
+
+TEST(InterlistSources, GivesEverySourceAListingWithItsLines) {
+    const Sample sample;
+    EXPECT_EQ(sample.made_by_build(), everything);
+    EXPECT_TRUE(shows(sample.listing("main.c.cl"), ";   7 |     puts(GREETING);\n"));
+    EXPECT_TRUE(
+        shows(sample.listing("part/area.c.cl"), ";   4 |     int inner = width * height;\n"));
+    EXPECT_TRUE(shows(sample.listing("part/names.cpp.cl"),
+                      ";  12 |     for (const auto name : names::all) {\n"));
+    EXPECT_TRUE(shows(sample.listing("part/names.cpp.cl"), "_Z11name_lengthv"));
+}
+
+TEST(InterlistSources, ASecondBuildMakesNothing) {
+    const Sample sample;
+    sample.made_by_build();
+    EXPECT_EQ(sample.made_by_build(), std::set<string>{});
+}
+
+TEST(InterlistSources, AChangedSourceGetsItsListingAndNoOther) {
+    const Sample sample;
+    sample.made_by_build();
+    sample.append("part/area.c", "int half(int value) {\n    return value / 2;\n}\n");
+    EXPECT_EQ(sample.made_by_build(), std::set<string>{"part/area.c.cl"});
+    EXPECT_TRUE(shows(sample.listing("part/area.c.cl"), ";   9 |     return value / 2;\n"));
+}
+
+TEST(InterlistSources, AChangedHeaderReachesTheSourcesThatIncludeIt) {
+    const Sample sample;
+    sample.made_by_build();
+    sample.append("include/scale.h", "/* changed */\n");
+    EXPECT_EQ(sample.made_by_build(), (std::set<string>{"part/area.c.cl", "part/names.cpp.cl"}));
+}
+
+TEST(InterlistSources, AChangedOptionReachesAllListings) {
+    const Sample sample;
+    sample.made_by_build();
+    sample.append("CMakeLists.txt", "target_compile_options(sample PRIVATE -O2)\n");
+    EXPECT_EQ(sample.made_by_build(), everything);
+}
+
+TEST(InterlistSources, CanBeLeftOutOfTheWholeBuild) {
+    const Sample sample({"-DLISTINGS=EXCLUDE_FROM_ALL"});
+    EXPECT_EQ(sample.made_by_build(), std::set<string>{});
+    build(sample.folder, {"--target", "sample_listings"});
+    EXPECT_TRUE(fs::exists(sample.folder + "/listings/main.c.cl"));
+}
+
+TEST(InterlistSources, WorksWithMakeToo) {
+    if (!has_command("make")) {
+        GTEST_SKIP() << "no make here";
+    }
+    const Sample sample({"-G", "Unix Makefiles"});
+    EXPECT_EQ(sample.made_by_build(), everything);
+    EXPECT_EQ(sample.made_by_build(), std::set<string>{});
+    sample.append("part/area.c", "int half(int value) {\n    return value / 2;\n}\n");
+    EXPECT_EQ(sample.made_by_build(), std::set<string>{"part/area.c.cl"});
+}
