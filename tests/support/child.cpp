@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -58,6 +59,12 @@ Finished in_child(const std::function<void()>& body) {
 
 Finished in_child_with_one_output(const std::function<void()>& body) {
     return run(body, true);
+}
+
+void write_now(int fd, const char* text) {
+    if (write(fd, text, std::strlen(text)) < 0) {
+        _exit(124);
+    }
 }
 
 void become_unprivileged() {

@@ -15,6 +15,9 @@ Finished in_child(const std::function<void()>& body);
 // terminal shows them: all of it is in `err`.
 Finished in_child_with_one_output(const std::function<void()>& body);
 
+// For use in a child: writes `text` to the descriptor `fd` behind the streams' backs.
+void write_now(int fd, const char* text);
+
 // For use in a child: gives up the super-user's rights, if the process has them.
 void become_unprivileged();
 
