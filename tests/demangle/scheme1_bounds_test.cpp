@@ -1,0 +1,292 @@
+// Scheme 1 and names built to exhaust it: nesting without end on a small stack, and
+// substitutions that multiply their text at each step. All of them end, as bad names
+// where the text or the depth passes its bound; none is timed here.
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <functional>
+#include <string>
+
+#include "demangle/decode_eabi.h"
+#include "demangle/decode_id.h"
+#include "tests/demangle/scheme1_decode.h"
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool sanitized = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+constexpr bool sanitized = true;
+#else
+constexpr bool sanitized = false;
+#endif
+#else
+constexpr bool sanitized = false;
+#endif
+
+// Sanitizers pad each frame, so their builds get more; the bound is for real ones.
+constexpr std::size_t stack_size = (sanitized ? 8UL : 1UL) * 512 * 1024;
+
+void* run_function(void* argument) {
+    (*static_cast<std::function<void()>*>(argument))();
+    return nullptr;
+}
+
+void on_small_stack(std::function<void()> function) {
+    pthread_attr_t attributes;
+    ASSERT_EQ(pthread_attr_init(&attributes), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&attributes, stack_size), 0);
+    pthread_t thread{};
+    ASSERT_EQ(pthread_create(&thread, &attributes, run_function, &function), 0);
+    ASSERT_EQ(pthread_join(thread, nullptr), 0);
+    pthread_attr_destroy(&attributes);
+}
+
+std::string repeated(const std::string& text, std::size_t count) {
+    std::string all;
+    for (; count != 0; --count) {
+        all += text;
+    }
+    return all;
+}
+
+// A name that opens something again and again, holds something, and closes it all.
+struct Nest {
+    const char* start;
+    const char* open;
+    const char* middle;
+    const char* close;
+    const char* end;
+};
+
+std::string nested(const Nest& nest, std::size_t depth) {
+    return nest.start + repeated(nest.open, depth) + nest.middle + repeated(nest.close, depth) +
+           nest.end;
+}
+
+constexpr Nest nests[] = {
+    {"", "P", "i", "", ""},
+    {"", "RK", "i", "", ""},
+    {"", "O", "i", "", ""},
+    {"", "KV", "i", "", ""},
+    {"", "C", "f", "", ""},
+    {"", "A3_", "i", "", ""},
+    {"", "A_", "i", "", ""},
+    {"", "M1A", "i", "", ""},
+    {"", "M", "i", "i", ""},
+    {"", "F", "v", "vE", ""},
+    {"", "PF", "v", "vE", ""},
+    {"", "Fv", "v", "E", ""},
+    {"", "Dp", "i", "", ""},
+    {"", "Dv4_", "f", "", ""},
+    {"", "Dv_", "T_", "_f", ""},
+    {"", "U3AS1", "i", "", ""},
+    {"", "U1AI", "i", "Ei", ""},
+    {"", "u1AI", "i", "E", ""},
+    {"", "1AI", "i", "E", ""},
+    {"", "N1AI", "i", "EE", ""},
+    {"", "T_I", "i", "E", ""},
+    {"", "SaI", "i", "E", ""},
+    {"", "1AIJ", "i", "EE", ""},
+    {"1AI", "J", "i", "E", "E"},
+    {"", "DTcv", "i", "T_E", ""},
+    {"", "DOT_", "FvvE", "", ""},
+    {"", "DO", "T_", "EFvvE", ""},
+    {"", "Dw", "i", "EFvvE", ""},
+    {"", "A", "T_", "_i", ""},
+    {"", "Dt", "T_", "E", ""},
+    {"Dt", "ng", "T_", "", "E"},
+    {"Dt", "pl", "T_", "T_", "E"},
+    {"Dt", "plT_", "T_", "", "E"},
+    {"Dt", "qu", "T_", "T_T_", "E"},
+    {"Dt", "cl", "T_", "E", "E"},
+    {"Dt", "cp1f", "T_", "E", "E"},
+    {"Dt", "il", "T_", "E", "E"},
+    {"Dt", "tli", "T_", "E", "E"},
+    {"Dt", "cvi", "T_", "", "E"},
+    {"Dt", "cvi_", "T_", "E", "E"},
+    {"Dt", "nw_ipi", "T_", "E", "E"},
+    {"Dt", "nw", "T_", "_iE", "E"},
+    {"Dt", "sz", "T_", "", "E"},
+    {"Dt", "st", "i", "", "E"},
+    {"Dt", "stDt", "T_", "E", "E"},
+    {"Dt", "sci", "T_", "", "E"},
+    {"Dt", "dt", "T_", "1x", "E"},
+    {"Dt", "flpl", "T_", "", "E"},
+    {"Dt", "fLpl", "T_", "T_", "E"},
+    {"Dt", "sr", "T_", "1x", "E"},
+    {"Dt", "srDt", "T_", "E1x", "E"},
+    {"Dt", "sp", "T_", "", "E"},
+    {"Dt", "tw", "T_", "", "E"},
+    {"Dt", "sP", "T_", "E", "E"},
+    {"Dt", "u1aX", "T_", "EE", "E"},
+    {"Dt", "v18alignofe", "T_", "", "E"},
+    {"Dt", "gs", "1x", "", "E"},
+    {"Dt", "1fIX", "T_", "EE", "E"},
+    {"Dt", "onplIX", "T_", "EE", "E"},
+    {"Dt", "dnDt", "T_", "E", "E"},
+    {"Dt", "L_Z1fIX", "T_", "EEvvE", "E"},
+    {"Dt", "L", "i", "0E", "E"},
+    {"Dt", "di1x", "T_", "", "E"},
+    {"_Z", "Z", "1fv", "E1x", ""},
+    {"_Z", "Z", "1fv", "E1xv", ""},
+    {"_Z", "Z", "1fv", "EN1A1gEv", ""},
+    {"_Z", "Z", "1fv", "Es", ""},
+    {"_Z", "Z", "1fv", "Ed_1xv", ""},
+    {"_Z", "Z", "1fIiEvT_", "E1xIiEvT_", ""},
+    {"_Z1f", "Z1fvE1AI", "i", "E", ""},
+    {"_Z1f", "Z1f", "v", "E1A", ""},
+    {"_Z1fI", "L_Z1fI", "i", "EvvE", "Evv"},
+    {"_ZN", "1A", "1f", "", "Ev"},
+    {"_ZN", "1AI", "i", "E", "1fEv"},
+    {"_ZN", "1AIiE", "1f", "", "Ev"},
+    {"_ZN1A", "cv", "i", "", "Ev"},
+    {"_ZN1A", "cvN1A", "cvi", "E", "Ev"},
+    {"_ZNUl", "NUl", "v", "E_E", "E_1fEv"},
+    {"_Z1f", "NUl", "i", "E_1AE", ""},
+    {"_ZN1A", "CI1N1A", "C1", "E", "Ei"},
+    {"_ZN1ACI1", "N1BCI1", "1C", "E", "Ei"},
+    {"_Z", "Th1_", "1fv", "", ""},
+    {"_Z", "Tch1_h1_", "1fv", "", ""},
+    {"_Z", "GV", "1x", "", ""},
+    {"_Z", "TV", "1x", "", ""},
+    {"_Z1f", "Q", "1g", "", "i"},
+    {"_Z1f", "Q1g", "", "", "i"},
+    {"_Z1f", "B1x", "", "", "i"},
+    {"_Z", "L", "1f", "", "i"},
+    {"_ZDC", "1a", "", "", "E"},
+    {"_ZN", "Dt", "T_", "E1A", "1fEv"},
+    {"_ZTI", "Ts", "1A", "", ""},
+};
+
+// The flags that a bad name and a good one end with; anything else fails.
+void ends_cleanly(const std::string& name, const Nest& nest, std::size_t depth) {
+    for (const bool decorated : {true, false}) {
+        const Decoded result = decode_into(name, 200, decorated);
+        EXPECT_TRUE(result.guarded && result.terminated) << nest.open << " x " << depth;
+        EXPECT_TRUE(result.error == 0 || result.error == 1) << nest.open << " x " << depth;
+    }
+    (void)decode_is_ia64_subobject(name.c_str());
+}
+
+}  // namespace
+
+TEST(Scheme1Bounds, NestingOfEveryKindEndsOnASmallStack) {
+    on_small_stack([] {
+        for (const Nest& nest : nests) {
+            for (const std::size_t depth : {1UL, 10UL, 100UL, 500UL, 1000UL, 1025UL, 3000UL}) {
+                ends_cleanly(nested(nest, depth), nest, depth);
+            }
+        }
+    });
+}
+
+TEST(Scheme1Bounds, NestingOfEveryKindEndsWithExtendedNames) {
+    const ExtendedNames extended;
+    on_small_stack([] {
+        for (const Nest& nest : nests) {
+            for (const std::size_t depth : {100UL, 1000UL, 3000UL}) {
+                ends_cleanly(nested(nest, depth), nest, depth);
+            }
+        }
+    });
+}
+
+TEST(Scheme1Bounds, NestingThatIsNeverClosedEndsOnASmallStack) {
+    on_small_stack([] {
+        for (const Nest& nest : nests) {
+            for (const std::size_t depth : {100UL, 1000UL, 20000UL}) {
+                ends_cleanly(nest.start + repeated(nest.open, depth), nest, depth);
+            }
+        }
+    });
+}
+
+TEST(Scheme1Bounds, AThousandPointersAreRead) {
+    on_small_stack(
+        [] { EXPECT_EQ(decoded(std::string(1000, 'P') + "i"), "int " + std::string(1000, '*')); });
+}
+
+TEST(Scheme1Bounds, NestedTemplateArgumentsAreRead) {
+    on_small_stack([] {
+        EXPECT_EQ(decoded(repeated("1AI", 200) + "i" + repeated("E", 200)),
+                  repeated("A<", 200) + "int" + repeated(">", 200));
+    });
+}
+
+TEST(Scheme1Bounds, NestingFarPastTheBoundIsABadName) {
+    on_small_stack([] {
+        for (const Nest& nest : {Nest{"", "P", "i", "", ""}, Nest{"", "1AI", "i", "E", ""},
+                                 Nest{"", "PF", "v", "vE", ""}, Nest{"Dt", "ng", "T_", "", "E"},
+                                 Nest{"_Z", "Z", "1fv", "E1xv", ""}, Nest{"", "M1A", "i", "", ""},
+                                 Nest{"", "A_", "i", "", ""}}) {
+            for (const std::size_t depth : {5000UL, 100000UL}) {
+                EXPECT_EQ(decoded(nested(nest, depth)), "<bad name>")
+                    << nest.open << " x " << depth;
+            }
+        }
+    });
+}
+
+TEST(Scheme1Bounds, SubstitutionsThatDoubleTheirTextEnd) {
+    // Each parameter is a function of the one before, twice.
+    std::string functions = "_Z1fi";
+    std::string lists = "_Z1f1AIiE";
+    std::string members = "_Z1fFvvE";
+    std::string numbered = "_Z1f1A";
+    for (int level = 0; level < 60; ++level) {
+        const std::string last = level == 0 ? "S_"
+                                 : level < 11
+                                     ? "S" + std::to_string(level - 1) + "_"
+                                     : std::string("S") + static_cast<char>('A' + level - 11) + "_";
+        const std::string use = level < 37 ? last : "SZ_";
+        functions += level == 0 ? "FviiE" : "Fv" + use + use + "E";
+        lists += "S_I" + use + use + use + "E";
+        members += "M" + use + use;
+        numbered += "1AIJ" + use + use + use + use + "EE";
+    }
+    for (const std::string& name : {functions, lists, members, numbered}) {
+        for (const bool decorated : {true, false}) {
+            const Decoded result = decode_into(name, 100, decorated);
+            EXPECT_TRUE(result.guarded && result.terminated);
+        }
+        (void)decode_is_ia64_subobject(name.c_str());
+    }
+}
+
+TEST(Scheme1Bounds, ATextPastSixteenMebibytesIsABadName) {
+    // Two arguments of each list are the list before: 2^k times "A<int, int>".
+    std::string name = "1AIiiE";
+    const char digits[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    for (int level = 0; level < 30; ++level) {
+        const std::string last = std::string("S") + digits[level] + "_";
+        name = "_Z1f";
+        name += "1AIiiE";
+        for (int each = 0; each <= level; ++each) {
+            const std::string use = std::string("S") + digits[each] + "_";
+            name += "S_I" + use + use + "E";
+        }
+        const Decoded result = decode_into(name, 16, true);
+        EXPECT_LE(result.needed, 16UL * 1024 * 1024 + 1) << level;
+        if (level >= 24) {
+            EXPECT_EQ(result.error, 1) << level;
+        }
+    }
+}
+
+TEST(Scheme1Bounds, NestedLocalNamesReadInFull) {
+    const std::string name = "_Z" + repeated("Z", 60) + "1fv" + repeated("E1gv", 60);
+    EXPECT_EQ(decoded(name), "f()" + repeated("::g()", 60));
+}
+
+TEST(Scheme1Bounds, NestedFunctionTypesReadInFull) {
+    const std::string name = repeated("PF", 100) + "v" + repeated("vE", 100);
+    EXPECT_EQ(decoded(name), "void (" + repeated("*(", 99) + "*" + repeated(")()", 100));
+}
+
+TEST(Scheme1Bounds, LongNamesOfManyComponentsAreRead) {
+    const std::string parameters = repeated("i", 100000);
+    EXPECT_EQ(decoded("_Z1f" + parameters), "f(int" + repeated(", int", 99999) + ")");
+    EXPECT_EQ(decoded("_Z100000" + std::string(100000, 'x')), std::string(100000, 'x'));
+}
