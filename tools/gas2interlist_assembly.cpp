@@ -514,14 +514,15 @@ void refuse_interlist_directives(Reader& reader, std::string_view line) {
     }
 }
 
-// Clang before version 5 of the debugging format, and any compiler since: the first
-// tells the directory only in the main file's own entry.
+// Version 5 of the debugging format tells it in file 0. Before that, some compilers
+// give it with every file; it shows where file 1 is the main file.
 std::string compilation_directory(const Assembly& assembly) {
     if (const auto zero = assembly.files.find(0); zero != assembly.files.end()) {
         return zero->second.directory;
     }
     if (const auto one = assembly.files.find(1);
-        one != assembly.files.end() && one->second.name == assembly.main_file) {
+        one != assembly.files.end() &&
+        (assembly.main_file.empty() || one->second.name == assembly.main_file)) {
         return one->second.directory;
     }
     return {};

@@ -244,6 +244,9 @@ bool is_initializer(const Lexer& lexer) {
     if (statement.constructing) {
         return lexer.previous == Token::word || lexer.previous == Token::angle;
     }
+    if (lexer.previous == Token::word && lexer.previous_word == "requires") {
+        return true;
+    }
     if (statement.line == 0) {
         return lexer.block != no_block &&
                lexer.outline.blocks[lexer.block].kind == BlockKind::initializer;
