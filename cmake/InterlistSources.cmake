@@ -6,7 +6,7 @@
 #
 #   OUTPUT_DIRECTORY  where the listings go, as <path of the source>.cl; by default
 #                     <target>_listings in the current binary directory
-#   OPTIONS           options for interlist, such as -b or -w132
+#   OPTIONS           options for interlist, such as -p or -b
 #   SOURCE_MAPS       --source-map rules for gas2interlist
 #   EXCLUDE_FROM_ALL  makes listings only when <target>_listings is built
 #
@@ -93,17 +93,17 @@ function(interlist_sources target)
     cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${target_dir} NORMALIZE)
     cmake_path(GET source EXTENSION LAST_ONLY extension)
     string(SUBSTRING "${extension}" 1 -1 extension)
-    foreach(language C CXX)
-      if(extension IN_LIST CMAKE_${language}_SOURCE_FILE_EXTENSIONS)
-        if(NOT CMAKE_${language}_COMPILER_ID MATCHES "GNU|Clang")
-          message(FATAL_ERROR "interlist_sources: needs a compiler that takes GCC's options")
-        endif()
-        break()
+    set(language)
+    foreach(candidate C CXX)
+      if(extension IN_LIST CMAKE_${candidate}_SOURCE_FILE_EXTENSIONS)
+        set(language ${candidate})
       endif()
-      set(language)
     endforeach()
     if(NOT language)
       continue()
+    endif()
+    if(NOT CMAKE_${language}_COMPILER_ID MATCHES "GNU|Clang")
+      message(FATAL_ERROR "interlist_sources: needs a compiler that takes GCC's options")
     endif()
 
     # A source outside the target's folder goes by its name and a mark of its path.
