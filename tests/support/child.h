@@ -21,8 +21,8 @@ void write_now(int fd, const char* text);
 // For use in a child: gives up the super-user's rights, if the process has them.
 void become_unprivileged();
 
-// True when the program runs with a sanitizer that reports or replaces what a test
-// provokes: address-space limits and requests beyond all memory.
+// True when the program runs with a sanitizer that cannot stand what some tests
+// provoke: address-space limits, requests beyond all memory, a root folder left behind.
 constexpr bool under_address_sanitizer() {
 #if defined(__SANITIZE_ADDRESS__)
     return true;

@@ -23,10 +23,9 @@
 #include "support/filename.h"
 #include "tests/support/child.h"
 
-// A finished listing leaves its stream open on purpose.
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:fn_get_dir_entry\n";
-}
+// There when the program runs with a leak checker.
+extern "C" [[gnu::weak]] void __lsan_disable();
+extern "C" [[gnu::weak]] void __lsan_enable();
 
 namespace fs = std::filesystem;
 
@@ -102,6 +101,18 @@ std::size_t open_descriptors() {
         count += fcntl(fd, F_GETFD) != -1 ? 1 : 0;
     }
     return count;
+}
+
+// Begins a listing. Its stream is left open on purpose, which is no leak to report.
+const char* first_entry(const std::string& dir, int* flag) {
+    if (__lsan_disable != nullptr) {
+        __lsan_disable();
+    }
+    const char* const entry = fn_get_dir_entry(dir.c_str(), flag);
+    if (__lsan_enable != nullptr) {
+        __lsan_enable();
+    }
+    return entry;
 }
 
 // Makes a folder below `top` whose full name has `length` characters, enters it, and
@@ -417,7 +428,7 @@ TEST(RenameAcrossDevices, CopiesAndLeavesTheSource) {
     if (!other.separate()) {
         GTEST_SKIP() << "no second file system at /dev/shm";
     }
-    for (const std::size_t size : {0, 1, 1023, 1024, 1025, 4096, 5000, 100000}) {
+    for (const std::size_t size : {0U, 1U, 1023U, 1024U, 1025U, 4096U, 5000U, 100000U}) {
         const std::string from = scratch.write("from", bytes(size));
         EXPECT_EQ(rename_file(from, other / "to"), 1) << size;
         EXPECT_EQ(read_file(from), bytes(size)) << size;
@@ -472,7 +483,7 @@ TEST(RenameAcrossDevices, AFullDeviceIsAFailure) {
     fs::create_symlink("/dev/full", other / "full");
     const std::size_t open_before = open_descriptors();
     // A few bytes fail when the destination is closed, many when they are written.
-    for (const std::size_t size : {1, 1024, 100000}) {
+    for (const std::size_t size : {1U, 1024U, 100000U}) {
         const std::string from = scratch.write("from", bytes(size));
         EXPECT_EQ(rename_file(from, other / "full"), 0) << size;
         EXPECT_EQ(scratch.read("from"), bytes(size)) << size;
@@ -537,7 +548,7 @@ TEST(DirEntry, ListsEveryEntryInTheSystemsOrder) {
 
     std::vector<std::string> names;
     int flag = 77;
-    const char* name = fn_get_dir_entry(scratch.path().c_str(), &flag);
+    const char* name = first_entry(scratch.path(), &flag);
     while (name != nullptr) {
         EXPECT_EQ(flag, 0);
         flag = 77;
@@ -560,7 +571,7 @@ TEST(DirEntry, WithoutAListingThereIsNone) {
 TEST(DirEntry, AfterTheEndTheListingIsForgotten) {
     const ScratchFolder scratch;
     int flag = 77;
-    EXPECT_NE(fn_get_dir_entry(scratch.path().c_str(), &flag), nullptr);
+    EXPECT_NE(first_entry(scratch.path(), &flag), nullptr);
     EXPECT_NE(fn_get_dir_entry(nullptr, &flag), nullptr);
     EXPECT_EQ(fn_get_dir_entry(nullptr, &flag), nullptr);
     EXPECT_EQ(fn_get_dir_entry(nullptr, &flag), nullptr);
@@ -572,7 +583,7 @@ TEST(DirEntry, TheStreamIsLeftOpenAtTheEnd) {
     const ScratchFolder scratch;
     const std::size_t open_before = open_descriptors();
     int flag = 77;
-    const char* name = fn_get_dir_entry(scratch.path().c_str(), &flag);
+    const char* name = first_entry(scratch.path(), &flag);
     while (name != nullptr) {
         name = fn_get_dir_entry(nullptr, &flag);
     }
@@ -584,9 +595,9 @@ TEST(DirEntry, ANewListingTakesThePlaceOfTheOldOne) {
     scratch.write("first/1", "");
     scratch.write("second/2", "");
     int flag = 77;
-    EXPECT_NE(fn_get_dir_entry((scratch / "first").c_str(), &flag), nullptr);
+    EXPECT_NE(first_entry(scratch / "first", &flag), nullptr);
     std::vector<std::string> names;
-    const char* name = fn_get_dir_entry((scratch / "second").c_str(), &flag);
+    const char* name = first_entry(scratch / "second", &flag);
     while (name != nullptr) {
         names.emplace_back(name);
         name = fn_get_dir_entry(nullptr, &flag);
@@ -601,9 +612,9 @@ TEST(DirEntry, AFolderThatCannotBeOpenedEndsTheListing) {
     for (const std::string& bad :
          {scratch / "missing", scratch / "file", std::string(), scratch / of(5000, 'n')}) {
         int flag = 77;
-        EXPECT_NE(fn_get_dir_entry(scratch.path().c_str(), &flag), nullptr);
+        EXPECT_NE(first_entry(scratch.path(), &flag), nullptr);
         flag = 77;
-        EXPECT_EQ(fn_get_dir_entry(bad.c_str(), &flag), nullptr);
+        EXPECT_EQ(first_entry(bad, &flag), nullptr);
         EXPECT_EQ(flag, 0);
         EXPECT_EQ(fn_get_dir_entry(nullptr, &flag), nullptr);
     }
@@ -617,7 +628,7 @@ TEST(DirEntry, WithoutPermissionThereIsNone) {
     const Finished run = in_child([&] {
         become_unprivileged();
         int flag = 77;
-        std::printf("%d", fn_get_dir_entry((scratch / "closed").c_str(), &flag) == nullptr);
+        std::printf("%d", first_entry(scratch / "closed", &flag) == nullptr);
         std::printf("%d", flag);
     });
     EXPECT_EQ(run.out, "10");
@@ -631,7 +642,7 @@ TEST(DirEntry, ARemovedFolderHasNoEntries) {
         fn_change_dir((scratch / "gone").c_str());
         fs::remove(scratch / "gone");
         int flag = 77;
-        std::printf("%d", fn_get_dir_entry(".", &flag) == nullptr);
+        std::printf("%d", first_entry(".", &flag) == nullptr);
     });
     EXPECT_EQ(run.out, "1");
 }
@@ -778,6 +789,9 @@ TEST(TemporaryName, AFolderWithTooLongANameIsAFailure) {
 
 TEST(TemporaryName, WithoutAnyFolderIsAFailure) {
     const ScratchFolder scratch;
+    if (under_address_sanitizer()) {
+        GTEST_SKIP() << "the sanitizer's check at exit needs the real root folder";
+    }
     if (geteuid() != 0) {
         GTEST_SKIP() << "only the super-user can leave the system's folder behind";
     }

@@ -182,7 +182,7 @@ TEST(SignalReportDeathTest, TheLowestValidPointerIs100001) {
 }
 
 TEST(SignalReportDeathTest, TheDetailIsCutTo2047Characters) {
-    for (const std::size_t size : {2046, 2047, 2048, 2049, 100000}) {
+    for (const std::size_t size : {2046U, 2047U, 2048U, 2049U, 100000U}) {
         const std::string text(size, 'x');
         EXPECT_EXIT(common_signal_handler(SIGBUS, "t", "%s", text.c_str()), ends_with_status_2,
                     testing::Eq(report("INTERNAL ERROR: t experienced a bus alignment fault",
@@ -474,7 +474,7 @@ TEST(Append, ATextWithoutATerminatorIsCutAtTheEndOfTheBuffer) {
 }
 
 TEST(Append, TheTextIsCutTo2047Characters) {
-    for (const std::size_t size : {2046, 2047, 2048, 100000}) {
+    for (const std::size_t size : {2046U, 2047U, 2048U, 100000U}) {
         const std::string text(size, 'x');
         std::string expected = "ab" + text.substr(0, 2047);
         expected += '\0';
@@ -486,21 +486,21 @@ TEST(Append, TheTextIsCutTo2047Characters) {
 
 TEST(Append, WithoutAFormatTheTextOfTheLastCallIsAppendedAgain) {
     EXPECT_EQ(appended("", 6, "%s", "again"), bytes("again\0", 6));
-    EXPECT_EQ(appended("x", 8, nullptr), bytes("xagain\0\0", 8));
-    EXPECT_EQ(appended("x", 8, small_pointer(100000)), bytes("xagain\0\0", 8));
-    EXPECT_EQ(appended("x", 4, nullptr), bytes("xag\0", 4));
+    EXPECT_EQ(appended("x", 8, nullptr, 0), bytes("xagain\0\0", 8));
+    EXPECT_EQ(appended("x", 8, small_pointer(100000), 0), bytes("xagain\0\0", 8));
+    EXPECT_EQ(appended("x", 4, nullptr, 0), bytes("xag\0", 4));
 }
 
 TEST(Append, TheTextOfTheLastCallIsKeptWhole) {
     EXPECT_EQ(appended("abc", 5, "%s", "defghi"), bytes("abcd\0", 5));
-    EXPECT_EQ(appended("", 10, nullptr), bytes("defghi\0##\0", 10));
+    EXPECT_EQ(appended("", 10, nullptr, 0), bytes("defghi\0##\0", 10));
 }
 
 TEST(AppendDeathTest, BeforeAnyTextThereIsNothingToAppend) {
     // A process of its own, in which no test has appended anything.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto append_nothing = [] {
-        const std::string text = appended("abc", 10, nullptr);
+        const std::string text = appended("abc", 10, nullptr, 0);
         std::fwrite(text.data(), 1, text.size(), stderr);
         std::_Exit(0);
     };
@@ -513,7 +513,7 @@ TEST(Append, WithoutADestinationNothingHappens) {
     sigstrnappend(nullptr, 10, "%s", "text");
     sigstrnappend(const_cast<char*>(small_pointer(1)), 10, "%s", "text");
     sigstrnappend(const_cast<char*>(small_pointer(100000)), 10, "%s", "text");
-    EXPECT_EQ(appended("", 8, nullptr), bytes("before\0\0", 8));
+    EXPECT_EQ(appended("", 8, nullptr, 0), bytes("before\0\0", 8));
 }
 
 TEST(Append, TheLowestValidDestinationIs100001) {
