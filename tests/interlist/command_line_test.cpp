@@ -1,7 +1,6 @@
 // The scan of the command line, and what it opens or refuses to open.
 #include "interlist/command_line.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -124,11 +123,11 @@ TEST_F(CommandLineDeath, ANameThatLeavesNoRoomForTheExtensionIsRefused) {
     EXPECT_EXIT(scan_with_one_output({std::string(16381, 'a')}), ExitedWithCode(1),
                 testing::Eq(limit_text));
     EXPECT_EXIT(scan_with_one_output({std::string(16380, 'a') + "."}), ExitedWithCode(1),
-                testing::HasSubstr("Cannot open input file"));
+                "Cannot open input file");
     EXPECT_EXIT(scan_with_one_output({std::string(16381, 'a') + "."}), ExitedWithCode(1),
                 testing::Eq(limit_text));
     EXPECT_EXIT(scan_with_one_output({std::string(16380, 'a')}), ExitedWithCode(1),
-                testing::HasSubstr("Cannot open input file"));
+                "Cannot open input file");
 }
 
 TEST_F(CommandLineDeath, AnInputThatCannotBeOpened) {
@@ -294,5 +293,5 @@ TEST_F(CommandLine, OptionsAndNamesComeInAnyOrder) {
 TEST_F(CommandLine, TheLongestNameFits) {
     // A name that cannot exist, but is short enough to be tried.
     EXPECT_EXIT(scan_with_one_output({std::string(16383, 'a'), "b"}), ExitedWithCode(1),
-                testing::HasSubstr("File name too long"));
+                "File name too long");
 }

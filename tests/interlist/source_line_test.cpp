@@ -1,7 +1,6 @@
 // Tab expansion, de-indentation, and the comment lines of the listing.
 #include "interlist/source_line.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 

@@ -1,0 +1,225 @@
+// The listing pass: directives at the start of a line, everything else copied.
+#include "interlist/listing.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "interlist/state.h"
+#include "tests/interlist/fresh_state.h"
+#include "tests/interlist/pass.h"
+
+using testing::ExitedWithCode;
+
+namespace {
+
+class Owrite : public testing::Test {
+  protected:
+    Owrite() { begin_pass(folder, ""); }
+    ~Owrite() override { start_afresh(); }
+
+    ScratchFolder folder;
+};
+
+class ListingPass : public testing::Test {
+  protected:
+    ~ListingPass() override { start_afresh(); }
+
+    std::string quoted(const std::string& name) { return '"' + (folder / name) + "\"\n"; }
+
+    ScratchFolder folder;
+};
+
+constexpr const char* limit_text = "\n>> FATAL ERROR - String exceeds internal limit!!\n";
+
+}  // namespace
+
+TEST_F(Owrite, WritesOrdinaryLinesUnchanged) {
+    for (const char* line : {"\n", "main:\n", "\tnop\n", "\t.text\n", "no newline",
+                             "\t.ident\t\"x\"\n", " .ifile\tx\n", "\t.iline 3\n", "\t.iline\n",
+                             "\t.ILINE\t3\n", "\t.isy\tx\n", "\t.iendfunc 3\n", "\t\t.iline\t3\n",
+                             ".iline\t3\n", "\t.ifunction\t3\n", "x.iline\t3\n", "\t.", ".", ""}) {
+        const std::string before = listing_so_far();
+        EXPECT_EQ(owrite(line), 1) << line;
+        EXPECT_EQ(listing_so_far(), before + line);
+    }
+}
+
+TEST_F(Owrite, DropsTheFiveDirectives) {
+    for (const char* line :
+         {"\t.ifile\t\"a.c\"\n", "\t.iline\t3\n", "\t.isym\t_main\n", "\t.ifunc\t12\n",
+          "\t.iendfunc\t14\n", "\t.iline\t", "\t.iendfunc\tgarbage", "\t.ifunc\t\n"}) {
+        EXPECT_EQ(owrite(line), 0) << line;
+    }
+    EXPECT_EQ(listing_so_far(), "");
+}
+
+TEST_F(Owrite, ASymbolIsKeptFromTheNinthCharacterToTheNewline) {
+    owrite("\t.isym\t_main\n");
+    EXPECT_STREQ(last_symbol, "main");
+    owrite("\t.isym\t_with blanks \r\nmore");
+    EXPECT_STREQ(last_symbol, "with blanks \r");
+    owrite("\t.isym\t_no_newline");
+    EXPECT_STREQ(last_symbol, "no_newline");
+    owrite("\t.isym\t\n");
+    EXPECT_STREQ(last_symbol, "");
+    owrite("\t.isym\t");
+    EXPECT_STREQ(last_symbol, "");
+}
+
+TEST_F(Owrite, ASymbolBeyondTheLimitEndsTheRun) {
+    owrite("\t.isym\t_" + std::string(16383, 's'));
+    EXPECT_EQ(std::strlen(last_symbol), 16383U);
+    EXPECT_EXIT(
+        {
+            dup2(STDERR_FILENO, STDOUT_FILENO);
+            owrite("\t.isym\t_" + std::string(16384, 's'));
+        },
+        ExitedWithCode(1), testing::Eq(limit_text));
+}
+
+TEST_F(Owrite, TheLongestSourceNamesAreRecordedAtFunctions) {
+    struct {
+        const char* name;
+        int width;
+        int previous;
+    } const steps[] = {
+        {"main.c", 6, 6},          // the first is both
+        {"longer_name.c", 13, 6},  // a longer one moves the last one down
+        {"a.c", 13, 6},            // 10 shorter
+        {"a_much_longer_name.c", 20, 13},
+        {"a_name_9c", 13, 13},  // 11 shorter: the record goes back
+        {"a", 13, 13},
+    };
+    for (const auto& step : steps) {
+        std::strcpy(curr_open_file_name, step.name);
+        owrite("\t.ifunc\t1\n");
+        EXPECT_EQ(name_width, step.width) << step.name;
+        EXPECT_EQ(prev_name_width, step.previous) << step.name;
+    }
+}
+
+TEST_F(Owrite, TheNameSeenCountsWhileNoneIsOpen) {
+    std::strcpy(curr_seen_file_name, "seen.c");
+    owrite("\t.ifunc\t1\n");
+    EXPECT_EQ(name_width, 6);
+}
+
+TEST_F(Owrite, QuietModeKeepsNoRecordOfNames) {
+    quiet_mode = 1;
+    std::strcpy(curr_open_file_name, "main.c");
+    owrite("\t.ifunc\t1\n");
+    EXPECT_EQ(name_width, 0);
+    EXPECT_EQ(prev_name_width, 0);
+}
+
+TEST_F(ListingPass, AFileWithoutDirectivesIsCopied) {
+    for (const std::string& text :
+         {std::string(), std::string("\n"), std::string("a"),
+          std::string("a\n\n\tb\r\n\r\x1a\xff\n"),
+          std::string("\t.text\nmain:\n\t.globl main\n\t.i\n"), std::string(16382, 'x') + "\n",
+          std::string(16383, 'x') + "\n", std::string(16384, 'x') + "\n", std::string(50000, 'x'),
+          std::string(200000, '\n')}) {
+        EXPECT_EQ(listing_of(folder, text), text);
+    }
+}
+
+TEST_F(ListingPass, ADirectiveMayBeginAPieceOfALongLine) {
+    const std::string long_text(16383, 'x');
+    EXPECT_EQ(listing_of(folder, long_text + "\t.iline\t3\nend\n"), long_text + "end\n");
+    EXPECT_EQ(listing_of(folder, "x" + long_text + "\t.iline\t3\nend\n"),
+              "x" + long_text + "\t.iline\t3\nend\n");
+}
+
+TEST_F(ListingPass, ANulCutsItsLine) {
+    EXPECT_EQ(listing_of(folder, std::string("a\0b\nc\n\0\n\td\n", 11)), "ac\n\td\n");
+}
+
+TEST_F(ListingPass, DirectivesOutsideAFunctionAreDropped) {
+    EXPECT_EQ(listing_of(folder,
+                         "a\n\t.iline\t1\nb\n\t.iendfunc\t2\nc\n\t.isym\t_x\nd\n\t.ifunc\t3\ne\n"),
+              "a\nb\nc\nd\ne\n");
+    EXPECT_STREQ(last_symbol, "x");
+    EXPECT_EQ(func_line, 3);
+}
+
+TEST_F(ListingPass, AFunctionWithoutANumberKeepsTheLast) {
+    listing_of(folder, "\t.ifunc\t12\n\t.ifunc\tx\n");
+    EXPECT_EQ(func_line, 12);
+    listing_of(folder, "\t.ifunc\t99999999999\n");
+    EXPECT_EQ(func_line, 2147483647);
+}
+
+TEST_F(ListingPass, ASourceFileBecomesTheCurrentOne) {
+    folder.write("main.c", "one\ntwo\n");
+    EXPECT_EQ(listing_of(folder, "\t.ifile\t" + quoted("main.c") + "x\n"), "x\n");
+    EXPECT_EQ(curr_open_file_name, folder / "main.c");
+    EXPECT_EQ(curr_seen_file_name, folder / "main.c");
+    EXPECT_EQ(curr_line, 1U);
+}
+
+TEST_F(ListingPass, ASourceNameRunsToTheLastQuote) {
+    const std::string name = folder.write("a \"b\" c.c", "");
+    listing_of(folder, "\t.ifile\t\"" + name + "\" # \"quoted\" \n", {"--no_warnings"});
+    EXPECT_EQ(curr_open_file_name, name + "\" # \"quoted");
+    listing_of(folder, "\t.ifile\t\"" + name + "\"\t# comment\n");
+    EXPECT_EQ(curr_open_file_name, name);
+    EXPECT_NE(curr_line, 0U);
+}
+
+TEST_F(ListingPass, ASourceNameWithoutAClosingQuoteRunsToTheLineEnd) {
+    for (const char* end : {"\n", "\r\n", ""}) {
+        listing_of(folder, std::string("\t.ifile\t\"no such.c ") + end, {"--no_warnings"});
+        EXPECT_STREQ(curr_open_file_name, "no such.c ");
+    }
+}
+
+TEST_F(ListingPass, TheCharacterBeforeASourceNameIsNotLookedAt) {
+    listing_of(folder, "\t.ifile\txno such.c\"\n", {"--no_warnings"});
+    EXPECT_STREQ(curr_open_file_name, "no such.c");
+}
+
+TEST_F(ListingPass, AnEmptySourceNameEndsTheRun) {
+    for (const char* line : {"\t.ifile\t\"\"\n", "\t.ifile\t\"\n", "\t.ifile\t\n", "\t.ifile\t"}) {
+        EXPECT_EXIT(
+            {
+                begin_pass(folder, std::string("before\n") + line);
+                no_warnings = 1;
+                errno = 0;
+                process_assy();
+            },
+            ExitedWithCode(1),
+            testing::Eq(">> WARNING: Source file information not available '': Success\n"))
+            << line;
+        EXPECT_EQ(folder.read("prog.cl"), "before\n");
+    }
+}
+
+TEST_F(ListingPass, AMissingSourceIsWarnedAboutOnce) {
+    testing::internal::CaptureStderr();
+    const std::string listing =
+        listing_of(folder,
+                   "\t.ifile\t\"/nowhere/a.c\"\n\t.ifunc\t1\nA\n\t.iendfunc\t9\n"
+                   "\t.ifile\t\"/nowhere/a.c\"\n\t.ifunc\t1\nB\n\t.iendfunc\t9\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              ">> WARNING: Cannot open source file '/nowhere/a.c': No such file or directory\n");
+    EXPECT_EQ(listing, "A\nB\n");
+}
+
+TEST_F(ListingPass, AMissingSourceIsWarnedAboutAgainAfterAnother) {
+    folder.write("main.c", "");
+    testing::internal::CaptureStderr();
+    listing_of(folder, "\t.ifile\t\"/nowhere/a.c\"\n\t.ifile\t" + quoted("main.c") +
+                           "\t.ifile\t\"/nowhere/a.c\"\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              ">> WARNING: Cannot open source file '/nowhere/a.c': No such file or directory\n"
+              ">> WARNING: Cannot open source file '/nowhere/a.c': No such file or directory\n");
+}
+
+TEST_F(ListingPass, AnInputWithTheListingsNameIsTruncated) {
+    const std::string name = folder.write("prog.cl", "text\n");
+    run_pass({name});
+    EXPECT_EQ(folder.read("prog.cl"), "");
+}
