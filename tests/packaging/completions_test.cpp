@@ -72,3 +72,25 @@ TEST(FishCompletion, OffersOptionsAndValues) {
     EXPECT_EQ(fish_completes("gas2interlist", "gas2interlist --s"),
               std::set<string>{"--source-map"});
 }
+
+TEST(ZshCompletion, OffersOptionsAndValues) {
+    if (!has_command("zsh")) {
+        GTEST_SKIP() << "no zsh here";
+    }
+    struct example {
+        string program;
+        string typed;
+        string completed;
+    };
+    for (const auto& [program, typed, completed] : std::vector<example>{
+             {"symdecode", "--names", "--names-only"},
+             {"symdecode", "--scheme=a", "--scheme=auto"},
+             {"interlist", "--tool", "--toolversion"},
+             {"gas2interlist", "--so", "--source-map"},
+         }) {
+        const string out =
+            output_of({"timeout", "60", "zsh", "-f", "complete.zsh",
+                       installed_tree() + "/share/zsh/site-functions", program, typed});
+        EXPECT_NE(out.find("got:" + completed + "."), string::npos) << out;
+    }
+}
