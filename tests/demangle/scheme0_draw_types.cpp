@@ -351,7 +351,7 @@ Type draw_object(Drawing& drawing, int depth) {
     if (kind < 90) {
         return draw_wrapped(drawing, depth - 1);
     }
-    const Type type = draw_object(drawing, depth - 1);
+    Type type = draw_object(drawing, depth - 1);
     if (type.shape == Shape::qualified || (type.shape == Shape::name && !type.plain)) {
         return type;
     }

@@ -117,8 +117,8 @@ TEST(Scheme0Encoder, EveryFormIsDrawn) {
     }
     for (std::uint64_t seed = 0; seed != declaration_count && !missing.empty(); ++seed) {
         const std::string text = scheme0::draw_declaration(seed).decorated;
-        std::erase_if(missing,
-                      [&](const std::string& form) { return text.find(form) != text.npos; });
+        std::erase_if(
+            missing, [&](const std::string& form) { return text.find(form) != std::string::npos; });
     }
     for (const std::string& form : missing) {
         ADD_FAILURE() << "never drawn: " << form;

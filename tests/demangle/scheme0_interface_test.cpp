@@ -14,13 +14,15 @@
 #include "tests/demangle/hostile.h"
 
 // The linker hands every allocation of the program's own objects and static libraries to
-// these (--wrap), so that the sizes asked for can be seen.
+// these (--wrap), so that the sizes asked for can be seen. The names are the linker's.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 void* __real_malloc(std::size_t size);
 void* __real_realloc(void* memory, std::size_t size);
 void* __wrap_malloc(std::size_t size);
 void* __wrap_realloc(void* memory, std::size_t size);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 
@@ -71,6 +73,7 @@ struct Scheme {
 
 }  // namespace
 
+// NOLINTBEGIN(bugprone-reserved-identifier)
 void* __wrap_malloc(std::size_t size) {
     record('m', size);
     return __real_malloc(size);
@@ -80,6 +83,7 @@ void* __wrap_realloc(void* memory, std::size_t size) {
     record('r', size);
     return __real_realloc(memory, size);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 
@@ -330,11 +334,11 @@ TEST_F(Scheme0InterfaceDeathTest, AnySchemeButZeroAndOneIsFatal) {
         [] { hostile::decode("f__Fi", 0, 100); },
         [] { hostile::decode("main", 0, 0); },
     };
+    const auto message =
+        testing::Eq(std::string("DECODE>> internal error: Invalid mangling scheme selected\n"));
     for (const int scheme : {2, -1}) {
         for (const Call call : calls) {
-            EXPECT_EXIT(decode_with_scheme(scheme, call), testing::ExitedWithCode(1),
-                        testing::Eq(std::string(
-                            "DECODE>> internal error: Invalid mangling scheme selected\n")));
+            EXPECT_EXIT(decode_with_scheme(scheme, call), testing::ExitedWithCode(1), message);
         }
     }
 }

@@ -1,7 +1,8 @@
 #include "tests/demangle/scheme0_shapes.h"
 
 #include <algorithm>
-#include <vector>
+#include <initializer_list>
+#include <string_view>
 
 #include "tests/demangle/scheme0_parts.h"
 
@@ -27,11 +28,20 @@ std::string listed(const std::string& content) {
     return "__tm__" + std::to_string(content.size() + 1) + "_" + content;
 }
 
+std::string joined_texts(std::initializer_list<std::string_view> texts) {
+    std::string whole;
+    for (const std::string_view text : texts) {
+        whole += text;
+    }
+    return whole;
+}
+
 // A list holding a list, from the inside out; `open` and `close` stand around each.
 std::string nested_lists(const std::string& open, const std::string& close, std::size_t count) {
     std::string name = "A";
     for (std::size_t number = 0; number != count; ++number) {
-        name = "A" + listed(open + (open.empty() ? length_prefixed(name) : name) + close);
+        const std::string inner = open.empty() ? length_prefixed(name) : name;
+        name = joined_texts({"A", listed(joined_texts({open, inner, close}))});
     }
     return name;
 }
@@ -122,17 +132,17 @@ std::string reference_bomb(std::size_t length, std::size_t most) {
     code += "18" + std::string(18, 'a');
     at += size;
     for (;;) {
-        const std::string reference = "J" + std::to_string(place) + "J";
+        const std::string reference = joined_texts({"J", std::to_string(place), "J"});
         const std::size_t content = 1 + 2 * size;
         const std::string digits = std::to_string(content);
-        const std::string more = digits + "a" + reference + reference;
+        const std::string more = joined_texts({digits, "a", reference, reference});
         if (at + digits.size() + content > most || code.size() + more.size() + 20 > length) {
             // What room is left goes to repetitions.
             while (at + size <= most && code.size() + reference.size() + 20 <= length) {
                 code += reference;
                 at += size;
             }
-            return "__CPR" + std::to_string(at) + "__" + code;
+            return joined_texts({"__CPR", std::to_string(at), "__", code});
         }
         code += more;
         place = at;

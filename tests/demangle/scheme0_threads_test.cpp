@@ -49,7 +49,7 @@ TEST(Scheme0Threads, EightThreadsDecodeDifferentNamesAtOnce) {
                 for (const std::string& name : {drawn.name, compressed}) {
                     const std::string text = decode_id(name.c_str(), 1);
                     if (text != (drawn.decorated.empty() ? name : drawn.decorated)) {
-                        difference = name + " -> " + text;
+                        difference.assign(name).append(" -> ").append(text);
                     }
                 }
             }
