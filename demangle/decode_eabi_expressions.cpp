@@ -1,0 +1,553 @@
+// Expressions of the Itanium ABI decoder: what stands in template arguments, in
+// decltype, in array bounds and in exception specifications.
+#include <algorithm>
+
+#include "demangle/decode_eabi_internal.h"
+
+static bool code_is(const char* at, const char (&code)[3]) {
+    return at[0] == code[0] && at[1] == code[1];
+}
+
+// --- Parentheses ----------------------------------------------------------------
+
+static void open_parenthesis(eabi_decode_state* state) {
+    ++state->parentheses;
+    eabi_put('(', state);
+}
+
+static void close_parenthesis(eabi_decode_state* state) {
+    --state->parentheses;
+    eabi_put(')', state);
+}
+
+// Whether the expression at `at` goes into parentheses as an operand: operators do;
+// names, literals, calls, members, subscripts, casts and what brings its own closing
+// text do not.
+static bool is_operator_expression(const char* at, eabi_decode_state* state) {
+    static constexpr const char bare[][3] = {"ix", "cl", "cv", "dc", "sc", "cc", "rc", "pt"};
+    if (*at < 'a' || *at > 'v') {
+        return false;
+    }
+    if (code_is(at, "gs")) {
+        at += 2;
+        return code_is(at, "nw") || code_is(at, "na") || code_is(at, "dl") || code_is(at, "da");
+    }
+    if (code_is(at, "sp") || code_is(at, "tr")) {
+        return true;
+    }
+    if (code_is(at, "li") ||
+        std::any_of(std::begin(bare), std::end(bare),
+                    [at](const char(&code)[3]) { return code_is(at, code); })) {
+        return false;
+    }
+    const eabi_operator found = eabi_operator_info(at, state);
+    return !found.text.empty() && found.closer.empty() && found.arity != 0 && found.tail.empty() &&
+           found.text != "safe_cast" && found.text != "subscript";
+}
+
+const char* eabi_operand(const char* at, eabi_decode_state* state) {
+    if (!is_operator_expression(at, state)) {
+        return eabi_expression(at, state);
+    }
+    open_parenthesis(state);
+    at = eabi_expression(at, state);
+    close_parenthesis(state);
+    return at;
+}
+
+// { expression } up to `end`, with commas.
+static const char* expression_list(const char* at, char end, eabi_decode_state* state) {
+    for (bool first = true; *at != end && state->error_seen == 0; first = false) {
+        if (!first) {
+            eabi_put(", ", state);
+        }
+        at = eabi_expression(at, state);
+    }
+    return eabi_require(at, end, state);
+}
+
+static const char* enclosed_list(const char* at, char end, eabi_decode_state* state) {
+    open_parenthesis(state);
+    at = expression_list(at, end, state);
+    close_parenthesis(state);
+    return at;
+}
+
+static const char* braced_list(const char* at, eabi_decode_state* state) {
+    eabi_put('{', state);
+    at = expression_list(at, 'E', state);
+    eabi_put('}', state);
+    return at;
+}
+
+// --- Function parameters --------------------------------------------------------
+
+// "fp" [cv] [n] "_"  |  "fL" level "p" [cv] [n] "_"  |  "fpT"
+static const char* function_param(const char* at, eabi_decode_state* state) {
+    std::uint64_t level = 0;
+    if (at[1] == 'L') {
+        at = eabi_number(at + 2, &level, state);
+        ++level;
+        at = eabi_require(at, 'p', state);
+    } else if (at[2] == 'T') {
+        eabi_put("this", state);
+        return at + 3;
+    } else {
+        at += 2;
+    }
+    while (*at == 'K' || *at == 'V' || *at == 'r') {
+        ++at;
+    }
+    std::uint64_t number = 1;
+    if (*at != '_') {
+        at = eabi_number(at, &number, state);
+        number += 2;
+    }
+    eabi_put("param#", state);
+    eabi_put_number(static_cast<std::int64_t>(number), state);
+    if (level != 0) {
+        eabi_put("[up ", state);
+        eabi_put_number(static_cast<std::int64_t>(level), state);
+        eabi_put(level == 1 ? " level]" : " levels]", state);
+    }
+    return eabi_require(at, '_', state);
+}
+
+// --- Folds ----------------------------------------------------------------------
+
+static void put_infix(std::string_view text, std::string_view tail, eabi_decode_state* state) {
+    if (text == ",") {
+        eabi_put(", ", state);
+        return;
+    }
+    if (text == ".*" || text == "->") {
+        eabi_put(text, state);
+        return;
+    }
+    if (state->parentheses == 0 && text != "->*" && text != "<=>" &&
+        text.find('>') != std::string_view::npos) {
+        state->greater_seen = true;
+    }
+    eabi_put(' ', state);
+    eabi_put(text, state);
+    eabi_put(tail, state);
+    eabi_put(' ', state);
+}
+
+// "fl" op pack | "fr" op pack | "fL" op initial pack | "fR" op pack initial
+static const char* fold(const char* at, eabi_decode_state* state) {
+    const char kind = at[1];
+    const eabi_operator op = eabi_operator_info(at + 2, state);
+    if (op.text.empty() || op.arity != 2 || !op.closer.empty() || !op.tail.empty() ||
+        op.text.ends_with(' ')) {
+        report_bad_name(state);
+        return at;
+    }
+    at += 2 + op.code_length;
+    open_parenthesis(state);
+    if (kind == 'l') {
+        eabi_put("...", state);
+    } else {
+        at = eabi_operand(at, state);
+    }
+    put_infix(op.text, op.tail, state);
+    if (kind == 'r') {
+        eabi_put("...", state);
+    } else {
+        if (kind != 'l') {
+            eabi_put("...", state);
+            put_infix(op.text, op.tail, state);
+        }
+        at = eabi_operand(at, state);
+    }
+    close_parenthesis(state);
+    return at;
+}
+
+// --- Unresolved names -----------------------------------------------------------
+
+// source-name [ template-args ]
+static const char* simple_id(const char* at, eabi_decode_state* state) {
+    at = eabi_source_name(at, state);
+    if (*at == 'B') {
+        eabi_put("[abi:", state);
+        at = eabi_source_name(at + 1, state);
+        eabi_put(']', state);
+    }
+    return *at == 'I' ? eabi_template_args(at, false, state) : at;
+}
+
+// A template parameter, decltype or substitution, with arguments if any; what
+// stands in front of "::".
+static const char* unresolved_type(const char* at, eabi_decode_state* state) {
+    return eabi_whole_type(at, true, state);
+}
+
+// base-unresolved-name ::= simple-id | [ "on" ] operator-name [ args ] | "dn" destructor-name
+static const char* base_unresolved_name(const char* at, eabi_decode_state* state) {
+    if (eabi_is_digit(*at)) {
+        return simple_id(at, state);
+    }
+    if (code_is(at, "dn")) {
+        eabi_put('~', state);
+        at += 2;
+        return eabi_is_digit(*at) ? simple_id(at, state) : unresolved_type(at, state);
+    }
+    if (code_is(at, "on")) {
+        at += 2;
+    }
+    if (*at < 'a' || *at > 'z') {
+        report_bad_name(state);
+        return at;
+    }
+    eabi_component component;
+    at = eabi_unqualified_name(at, &component, state);
+    return *at == 'I' ? eabi_template_args(at, component.ends_in_less, state) : at;
+}
+
+// simple-id+ "E": the classes between the first one and the name.
+static const char* qualifier_levels(const char* at, eabi_decode_state* state) {
+    do {
+        at = simple_id(at, state);
+        eabi_put("::", state);
+    } while (*at != 'E' && state->error_seen == 0);
+    return eabi_require(at, 'E', state);
+}
+
+// "sr" type name | "sr" simple-id+ "E" name | "srN" type simple-id+ "E" name
+static const char* scoped_name(const char* at, eabi_decode_state* state) {
+    at += 2;
+    if (eabi_is_digit(*at)) {
+        at = qualifier_levels(at, state);
+    } else if (at[0] == 'N' && (at[1] == 'T' || at[1] == 'D' || (at[1] == 'S' && at[2] != 't'))) {
+        at = unresolved_type(at + 1, state);
+        eabi_put("::", state);
+        at = qualifier_levels(at, state);
+    } else {
+        at = unresolved_type(at, state);
+        eabi_put("::", state);
+    }
+    return base_unresolved_name(at, state);
+}
+
+// --- Operators with forms of their own ------------------------------------------
+
+// "cv" type expression | "cv" type "_" { expression } "E"
+static const char* conversion(const char* at, eabi_decode_state* state) {
+    at = eabi_whole_type(at + 2, true, state);
+    if (*at == '_') {
+        return enclosed_list(at + 1, 'E', state);
+    }
+    open_parenthesis(state);
+    at = eabi_expression(at, state);
+    close_parenthesis(state);
+    return at;
+}
+
+// A named cast: "<" type ">(" expression ")".
+static const char* named_cast(const char* at, const eabi_operator& op, eabi_decode_state* state) {
+    eabi_put(op.text, state);
+    eabi_put('<', state);
+    at = eabi_whole_type(at + op.code_length, true, state);
+    eabi_put(">", state);
+    open_parenthesis(state);
+    at = eabi_expression(at, state);
+    close_parenthesis(state);
+    return at;
+}
+
+// ( "nw" | "na" ) { expression } "_" type ( "E" | "pi" { expression } "E" | braced list )
+static const char* new_expression(const char* at, const eabi_operator& op,
+                                  eabi_decode_state* state) {
+    eabi_put(op.text, state);
+    at += 2;
+    if (*at != '_') {
+        at = enclosed_list(at, '_', state);
+        eabi_put(' ', state);
+    } else {
+        ++at;
+    }
+    at = eabi_whole_type(at, true, state);
+    if (code_is(at, "pi")) {
+        return enclosed_list(at + 2, 'E', state);
+    }
+    if (code_is(at, "il")) {
+        return braced_list(at + 2, state);
+    }
+    return eabi_require(at, 'E', state);
+}
+
+// "di" field value | "dx" index value | "dX" first last value, in a braced list
+static const char* designator(const char* at, eabi_decode_state* state) {
+    const char kind = at[1];
+    at += 2;
+    if (kind == 'i') {
+        eabi_put('.', state);
+        at = eabi_source_name(at, state);
+    } else {
+        eabi_put('[', state);
+        at = eabi_expression(at, state);
+        if (kind == 'X') {
+            eabi_put(" ... ", state);
+            at = eabi_expression(at, state);
+        }
+        eabi_put(']', state);
+    }
+    if (*at != 'd' || (at[1] != 'i' && at[1] != 'x' && at[1] != 'X')) {
+        eabi_put(" = ", state);
+    }
+    return eabi_expression(at, state);
+}
+
+// "sP" { template-arg } "E"
+static const char* sizeof_captured(const char* at, eabi_decode_state* state) {
+    eabi_put("sizeof...", state);
+    open_parenthesis(state);
+    bool first = true;
+    for (at += 2; *at != 'E' && state->error_seen == 0;) {
+        at = eabi_template_arg(at, &first, state);
+    }
+    close_parenthesis(state);
+    return eabi_require(at, 'E', state);
+}
+
+// "u" source-name { template-arg } "E"
+static const char* vendor_expression(const char* at, eabi_decode_state* state) {
+    at = eabi_source_name(at + 1, state);
+    open_parenthesis(state);
+    bool first = true;
+    while (*at != 'E' && state->error_seen == 0) {
+        at = eabi_template_arg(at, &first, state);
+    }
+    close_parenthesis(state);
+    return eabi_require(at, 'E', state);
+}
+
+// ( "pp" | "mm" ) [ "_" ] operand: with the "_" in front of its operand.
+static const char* step_expression(const char* at, const eabi_operator& op,
+                                   eabi_decode_state* state) {
+    at += 2;
+    if (*at == '_') {
+        eabi_put(op.text, state);
+        return eabi_operand(at + 1, state);
+    }
+    at = eabi_operand(at, state);
+    eabi_put(op.text, state);
+    return at;
+}
+
+// ( "cl" | "cp" ) callee { argument } "E"
+static const char* call(const char* at, eabi_decode_state* state) {
+    const bool in_parentheses = at[1] == 'p';
+    at += 2;
+    if (in_parentheses) {
+        open_parenthesis(state);
+        at = eabi_operand(at, state);
+        close_parenthesis(state);
+    } else {
+        at = eabi_operand(at, state);
+    }
+    return enclosed_list(at, 'E', state);
+}
+
+// ( "dt" | "pt" ) object member
+static const char* member(const char* at, std::string_view text, eabi_decode_state* state) {
+    at = eabi_operand(at + 2, state);
+    eabi_put(text, state);
+    if (code_is(at, "gs")) {
+        eabi_put("::", state);
+        at += 2;
+    }
+    if (code_is(at, "sr")) {
+        return scoped_name(at, state);
+    }
+    if (*at == 'T' || *at == 'L' || code_is(at, "cl") || code_is(at, "fp")) {
+        return eabi_operand(at, state);
+    }
+    return base_unresolved_name(at, state);
+}
+
+// --- Operators ------------------------------------------------------------------
+
+// "subscript" and "builtin-operation-XX" with any number of operands.
+static const char* operation_call(const char* at, const eabi_operator& op,
+                                  eabi_decode_state* state) {
+    eabi_put(op.text, state);
+    eabi_put(op.tail, state);
+    open_parenthesis(state);
+    at += op.code_length;
+    for (unsigned i = 0; i < op.arity && state->error_seen == 0; ++i) {
+        if (i != 0) {
+            eabi_put(", ", state);
+        }
+        at = eabi_expression(at, state);
+    }
+    close_parenthesis(state);
+    return at;
+}
+
+// A text that opens a parenthesis, a type or an expression, and the closer.
+static const char* enclosing_operator(const char* at, const eabi_operator& op,
+                                      eabi_decode_state* state) {
+    eabi_put(op.text, state);
+    ++state->parentheses;
+    at += op.code_length;
+    at = op.arity == 0 ? eabi_whole_type(at, true, state) : eabi_expression(at, state);
+    --state->parentheses;
+    eabi_put(op.closer, state);
+    return at;
+}
+
+static const char* binary_operator(const char* at, const eabi_operator& op,
+                                   eabi_decode_state* state) {
+    at = eabi_operand(at + op.code_length, state);
+    if (!op.closer.empty()) {  // a subscript
+        eabi_put(op.text, state);
+        at = eabi_expression(at, state);
+        eabi_put(op.closer, state);
+        return at;
+    }
+    put_infix(op.text, op.tail, state);
+    return eabi_operand(at, state);
+}
+
+static const char* conditional(const char* at, eabi_decode_state* state) {
+    at = eabi_operand(at + 2, state);
+    eabi_put(" ? ", state);
+    at = eabi_operand(at, state);
+    eabi_put(" : ", state);
+    return eabi_operand(at, state);
+}
+
+static const char* operator_expression(const char* at, eabi_decode_state* state) {
+    const eabi_operator op = eabi_operator_info(at, state);
+    if (op.text.empty() || code_is(at, "li")) {
+        report_bad_name(state);
+        return at;
+    }
+    if (op.text == "subscript" || op.text.starts_with("builtin-operation-")) {
+        return operation_call(at, op, state);
+    }
+    if (op.text == "::typeid") {
+        at = eabi_whole_type(at + op.code_length, true, state);
+        eabi_put(op.text, state);
+        return at;
+    }
+    if (op.text.ends_with("_cast")) {
+        return named_cast(at, op, state);
+    }
+    if (op.closer == ")") {
+        return enclosing_operator(at, op, state);
+    }
+    switch (op.arity) {
+        case 1:
+            eabi_put(op.text, state);
+            if (op.text == "co_await") {
+                eabi_put(' ', state);
+            }
+            return eabi_operand(at + op.code_length, state);
+        case 2:
+            return binary_operator(at, op, state);
+        case 3:
+            return conditional(at, state);
+        default:  // "throw" alone
+            eabi_put(op.text, state);
+            return at + op.code_length;
+    }
+}
+
+// expression
+const char* eabi_expression(const char* at, eabi_decode_state* state) {
+    const eabi_level level(state);
+    if (state->error_seen != 0) {
+        return at;
+    }
+    if (eabi_is_digit(*at)) {
+        return simple_id(at, state);
+    }
+    switch (*at) {
+        case 'L':
+            return eabi_literal(at, state);
+        case 'T':
+            at = eabi_whole_type(at, true, state);
+            return at;
+        case 'u':
+            return vendor_expression(at, state);
+        case 'f':
+            if (at[1] == 'p' || (at[1] == 'L' && eabi_is_digit(at[2]))) {
+                return function_param(at, state);
+            }
+            if (at[1] == 'l' || at[1] == 'r' || at[1] == 'L' || at[1] == 'R') {
+                return fold(at, state);
+            }
+            break;
+        default:
+            break;
+    }
+    const unsigned code = static_cast<unsigned>(static_cast<unsigned char>(at[0])) << 8U |
+                          static_cast<unsigned char>(at[0] == '\0' ? '\0' : at[1]);
+    const auto two = [](const char(&letters)[3]) {
+        return static_cast<unsigned>(static_cast<unsigned char>(letters[0])) << 8U |
+               static_cast<unsigned char>(letters[1]);
+    };
+    if (code == two("gs")) {
+        eabi_put("::", state);
+        at += 2;
+        if (code_is(at, "nw") || code_is(at, "na") || code_is(at, "dl") || code_is(at, "da") ||
+            code_is(at, "sr") || code_is(at, "on") || code_is(at, "dn") || eabi_is_digit(*at)) {
+            return eabi_expression(at, state);
+        }
+        report_bad_name(state);
+        return at;
+    }
+    if (code == two("sr")) {
+        return scoped_name(at, state);
+    }
+    if (code == two("on") || code == two("dn")) {
+        return base_unresolved_name(at, state);
+    }
+    if (code == two("cl") || code == two("cp")) {
+        return call(at, state);
+    }
+    if (code == two("cv")) {
+        return conversion(at, state);
+    }
+    if (code == two("tl")) {
+        at = eabi_whole_type(at + 2, true, state);
+        return braced_list(at, state);
+    }
+    if (code == two("il")) {
+        return braced_list(at + 2, state);
+    }
+    if (code == two("di") || code == two("dx") || code == two("dX")) {
+        return designator(at, state);
+    }
+    if (code == two("nw") || code == two("na")) {
+        return new_expression(at, eabi_operator_info(at, state), state);
+    }
+    if (code == two("pp") || code == two("mm")) {
+        return step_expression(at, eabi_operator_info(at, state), state);
+    }
+    if (code == two("dt")) {
+        return member(at, ".", state);
+    }
+    if (code == two("pt")) {
+        return member(at, "->", state);
+    }
+    if (code == two("sZ")) {
+        eabi_put("sizeof...", state);
+        open_parenthesis(state);
+        at = eabi_expression(at + 2, state);
+        close_parenthesis(state);
+        return at;
+    }
+    if (code == two("sP")) {
+        return sizeof_captured(at, state);
+    }
+    if (code == two("sp")) {
+        at = eabi_operand(at + 2, state);
+        eabi_put("...", state);
+        return at;
+    }
+    return operator_expression(at, state);
+}

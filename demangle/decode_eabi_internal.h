@@ -1,0 +1,313 @@
+// What the files of the Itanium ABI decoder share: the state of a call, the ways
+// to print, and the routines of the grammar. Each routine takes the position it
+// reads from and gives back the position after what it consumed; a fault is
+// recorded in the state, after which every routine returns at once.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "demangle/decode_state.h"
+
+// Bounds that hostile names meet: each one is a bad name.
+inline constexpr std::uint32_t eabi_max_depth = 1024;
+inline constexpr std::uint32_t eabi_max_steps = 1000000;
+inline constexpr std::uint64_t eabi_max_text = std::uint64_t{16} << 20;
+
+// Cv-qualifiers travel as a bit set.
+enum eabi_qualifier : unsigned {
+    qualifier_const = 1,
+    qualifier_volatile = 2,
+    qualifier_restrict = 4
+};
+
+// How a printed type goes on: what its prefix ended in and whether a suffix follows.
+enum eabi_shape : unsigned {
+    shape_mark = 1,       // ends in a pointer or reference mark
+    shape_suffix = 2,     // has a suffix part: a parameter list or array bounds
+    shape_direct = 4,     // that suffix is its own: a mark needs a parenthesis first
+    shape_qualified = 8,  // its outermost level carries qualifiers
+};
+
+// The kinds of substitutable components.
+enum eabi_subst_kind : std::uint32_t {
+    subst_name = 0,             // an unqualified name, or "St" and one
+    subst_prefix = 1,           // the components from start to prefix_end
+    subst_prefix_and_name = 2,  // those, then "::" and the unqualified name at prefix_end
+    subst_type = 3,             // a type
+    subst_template_param = 4,   // a template parameter
+};
+
+// One substitutable component. Beside where it begins and how it is decoded again
+// it keeps where its text stands in the output, when it stands there in one piece:
+// most references are then a copy.
+struct eabi_subst_entry {
+    const char* start;  // in the mangled input
+    eabi_subst_kind kind;
+    std::uint32_t text_at;      // in the output
+    std::uint32_t prefix_end;   // offset in the input
+    std::uint32_t last_name;    // offset + 1 of the last component, see eabi_last_name
+    std::uint32_t type_flags;   // eabi_shape bits and the entry_... bits below
+    std::uint32_t text_length;  // entry_no_text when there is no such text
+};
+static_assert(sizeof(eabi_subst_entry) == 32);
+
+enum eabi_entry_flag : unsigned {
+    entry_in_lambda = 0x10,     // stood in a lambda's parameter list
+    entry_conversion = 0x20,    // a conversion operator
+    entry_ends_in_less = 0x40,  // an operator whose text ends in "<"
+    entry_kind_shift = 8,       // the constructor kind, 0 for none, in this byte
+};
+inline constexpr std::uint32_t entry_no_text = ~std::uint32_t{0};
+inline constexpr std::uint32_t eabi_abbreviation_name = 0xFFFFFF00;
+
+struct eabi_decode_state : output_state {
+    std::uint64_t no_record_depth = 0;  // substitutions are entered only while this is 0
+    int conversion_seen = 0;            // a conversion operator was decoded
+    int retrying = 0;                   // the second attempt at the name
+    int is_subobject = 0;               // a constructor or destructor of kind 2 was decoded
+    eabi_subst_entry* subst_table = nullptr;
+    std::uint64_t subst_count = 0;
+    std::uint64_t subst_capacity = 0;
+
+    const char* input = nullptr;      // the mangled name, and
+    const char* input_end = nullptr;  // its NUL
+    std::uint32_t depth = 0;          // grammar nesting
+    std::uint32_t steps_left = eabi_max_steps;
+    unsigned shape = 0;                  // eabi_shape of the type decoded last
+    std::uint32_t parentheses = 0;       // open around the expression being printed
+    bool greater_seen = false;           // a ">" operator stood outside parentheses
+    bool in_lambda = false;              // in a lambda's parameter list
+    bool extended = false;               // decode_extended_names
+    bool two_passes = false;             // print in the order of the text, see decode_eabi.cpp
+    bool rotation_missed = false;        // the buffer was too small to move the return type
+    eabi_subst_entry first_entries[32];  // the table until it outgrows them; not initialised
+
+    // Leaves first_entries alone: clearing them would cost more than most names.
+    eabi_decode_state() noexcept {}  // NOLINT(modernize-use-equals-default)
+};
+
+// The part of a name decoded last, as its continuation needs to know it.
+struct eabi_component {
+    const char* last_name = nullptr;  // what a constructor after it repeats
+    char kind = ' ';                  // kind of a constructor or destructor
+    bool conversion = false;          // a conversion operator
+    bool ends_in_less = false;        // its text ends in "<"
+};
+
+struct eabi_name_record {
+    bool no_return_type = false;
+    unsigned cv_qualifiers = 0;
+    unsigned ref_qualifier = 0;  // 0, 1 "&", 2 "&&"
+    char ctor_dtor_kind = ' ';
+    bool explicit_object = false;  // the first parameter is declared "this"
+};
+
+enum eabi_mode : unsigned { mode_record = 1, mode_print = 2, mode_both = 3 };
+
+// --- Printing -------------------------------------------------------------------
+
+// Records an error in the name; the first one ends all output and recording.
+void report_bad_name(eabi_decode_state* state);
+
+// Copies a short text with few branches; longer ones go to the library.
+inline void eabi_copy(char* to, const char* from, std::size_t length) {
+    if (length >= 8 && length <= 16) {
+        std::uint64_t head = 0;
+        std::uint64_t tail = 0;
+        std::memcpy(&head, from, 8);
+        std::memcpy(&tail, from + length - 8, 8);
+        std::memcpy(to, &head, 8);
+        std::memcpy(to + length - 8, &tail, 8);
+    } else if (length >= 4 && length < 8) {
+        std::uint32_t head = 0;
+        std::uint32_t tail = 0;
+        std::memcpy(&head, from, 4);
+        std::memcpy(&tail, from + length - 4, 4);
+        std::memcpy(to, &head, 4);
+        std::memcpy(to + length - 4, &tail, 4);
+    } else if (length < 4) {
+        if (length != 0) {
+            to[0] = from[0];
+            to[length / 2] = from[length / 2];
+            to[length - 1] = from[length - 1];
+        }
+    } else {
+        std::memcpy(to, from, length);
+    }
+}
+
+inline void eabi_put(const char* text, std::size_t length, eabi_decode_state* state) {
+    if (state->suppress_depth != 0) {
+        return;
+    }
+    // Once the buffer has overflowed this never holds again.
+    if (state->out_len + length < state->out_size) {
+        eabi_copy(state->out_buf + state->out_len, text, length);
+        state->out_len += length;
+    } else {
+        emit_bytes(text, length, state);
+    }
+}
+
+inline void eabi_put(std::string_view text, eabi_decode_state* state) {
+    eabi_put(text.data(), text.size(), state);
+}
+
+inline void eabi_put(char character, eabi_decode_state* state) {
+    eabi_put(&character, 1, state);
+}
+
+// Prints a number ("%ld").
+void eabi_put_number(std::int64_t value, eabi_decode_state* state);
+
+// --- Guards ---------------------------------------------------------------------
+
+// Counts one level of nesting and one step for as long as it lives.
+struct eabi_level {
+    explicit eabi_level(eabi_decode_state* call) : state(call) {
+        if (++state->depth > eabi_max_depth || state->steps_left == 0) {
+            report_bad_name(state);
+        } else {
+            --state->steps_left;
+        }
+    }
+    ~eabi_level() { --state->depth; }
+    eabi_level(const eabi_level&) = delete;
+    eabi_level& operator=(const eabi_level&) = delete;
+    eabi_decode_state* state;
+};
+
+// Output off, and recording off, for as long as they live. An error's own step
+// stays: the counters go up and down in pairs.
+struct eabi_silence {
+    explicit eabi_silence(eabi_decode_state* call, bool on = true) : state(call), by(on ? 1 : 0) {
+        state->suppress_depth += by;
+    }
+    ~eabi_silence() { state->suppress_depth -= by; }
+    eabi_silence(const eabi_silence&) = delete;
+    eabi_silence& operator=(const eabi_silence&) = delete;
+    eabi_decode_state* state;
+    std::uint64_t by;
+};
+
+struct eabi_no_record {
+    explicit eabi_no_record(eabi_decode_state* call, bool on = true) : state(call), by(on ? 1 : 0) {
+        state->no_record_depth += by;
+    }
+    ~eabi_no_record() { state->no_record_depth -= by; }
+    eabi_no_record(const eabi_no_record&) = delete;
+    eabi_no_record& operator=(const eabi_no_record&) = delete;
+    eabi_decode_state* state;
+    std::uint64_t by;
+};
+
+// --- Input ----------------------------------------------------------------------
+
+inline bool eabi_is_digit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+// Reads a run of digits; without one, a bad name and the value 0. Wraps at 64 bits.
+const char* eabi_number(const char* at, std::uint64_t* value, eabi_decode_state* state);
+
+// Consumes `expected`, or reports a bad name and consumes nothing.
+inline const char* eabi_require(const char* at, char expected, eabi_decode_state* state) {
+    if (*at == expected) {
+        return at + 1;
+    }
+    report_bad_name(state);
+    return at;
+}
+
+// --- Grammar: encodings (decode_eabi.cpp) ---------------------------------------
+
+const char* eabi_encoding(const char* at, bool print_params, eabi_decode_state* state);
+
+// --- Names (decode_eabi_names.cpp) ----------------------------------------------
+
+const char* eabi_name(const char* at, eabi_name_record* record, unsigned mode,
+                      eabi_decode_state* state);
+
+// The components of a nested name from `at` to its "E", or to `bound` when it is
+// not null. `whole_is_type` enters the last component too.
+const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
+                        eabi_name_record* record, eabi_component* component,
+                        eabi_decode_state* state);
+
+// A class or enumeration type: any name, entered whole. `*component` is filled.
+const char* eabi_class_type(const char* at, eabi_component* component, eabi_decode_state* state);
+
+const char* eabi_unqualified_name(const char* at, eabi_component* component,
+                                  eabi_decode_state* state);
+const char* eabi_source_name(const char* at, eabi_decode_state* state);
+const char* eabi_template_args(const char* at, bool blank_before, eabi_decode_state* state);
+const char* eabi_template_arg(const char* at, bool* first, eabi_decode_state* state);
+
+// Template parameter declarations in front of a lambda's parameters or an argument.
+const char* eabi_template_param_decl(const char* at, eabi_decode_state* state);
+bool eabi_at_template_param_decl(const char* at, const eabi_decode_state* state);
+
+// --- Substitutions (decode_eabi_substitutions.cpp) ------------------------------
+
+// Enters a component whose text began at `text_at` in the output, or has no text
+// of its own there (entry_no_text). `flags` are eabi_shape bits.
+void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* prefix_end,
+                           unsigned flags, const eabi_component& component, std::uint64_t text_at,
+                           eabi_decode_state* state);
+
+enum eabi_subst_mode : unsigned { subst_whole = 0, subst_type_prefix = 1, subst_type_suffix = 2 };
+
+// Prints what the reference at "S" stands for. `marked` tells a type's suffix that
+// a mark stands in front of it. state->shape is that of the component.
+const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_qualifiers,
+                              bool marked, eabi_component* component, eabi_decode_state* state);
+
+// Whether the reference at "S" denotes a template parameter.
+bool eabi_is_template_param_reference(const char* at, const eabi_decode_state* state);
+
+const char* eabi_template_param(const char* at, eabi_decode_state* state);
+
+// --- Types (decode_eabi_types.cpp) ----------------------------------------------
+
+// The prefix part of a type; sets state->shape. `allow_template_args` lets a
+// template argument list follow a template parameter.
+const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_template_args,
+                      eabi_decode_state* state);
+
+// The suffix part of the type at `at`.
+void eabi_type_suffix(const char* at, unsigned cv_qualifiers, bool marked,
+                      eabi_decode_state* state);
+
+// Both in turn.
+const char* eabi_whole_type(const char* at, bool allow_template_args, eabi_decode_state* state);
+
+// Prints the suffix that the prefix part left in state->shape.
+void eabi_finish_type(const char* at, unsigned cv_qualifiers, eabi_decode_state* state);
+
+void eabi_cv_qualifiers(unsigned qualifiers, bool trailing_blank, eabi_decode_state* state);
+
+// The parameter types up to their end, without parentheses.
+const char* eabi_parameters(const char* at, eabi_decode_state* state);
+
+// --- Operators and expressions --------------------------------------------------
+
+struct eabi_operator {
+    std::string_view text;    // empty for an unknown code
+    std::string_view tail;    // the rest of a text that ends in the input's own letters
+    std::string_view closer;  // printed after the operand
+    unsigned arity = 2;
+    std::size_t code_length = 0;
+};
+
+eabi_operator eabi_operator_info(const char* at, eabi_decode_state* state);
+
+const char* eabi_expression(const char* at, eabi_decode_state* state);
+
+// An expression in the place of an operand: an operator expression in parentheses.
+const char* eabi_operand(const char* at, eabi_decode_state* state);
+
+// "L" ... "E".
+const char* eabi_literal(const char* at, eabi_decode_state* state);

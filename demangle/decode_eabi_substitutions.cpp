@@ -1,0 +1,331 @@
+// Back references of the Itanium ABI decoder: the substitution table, the standard
+// abbreviations and template parameters. Called by the names and the types.
+#include <algorithm>
+#include <cstdlib>
+#include <type_traits>
+
+#include "demangle/decode_eabi_internal.h"
+
+// --- The standard abbreviations -------------------------------------------------
+
+struct abbreviation {
+    char code;
+    std::string_view text;
+    const char* source_name;  // what a constructor behind it repeats
+};
+
+static constexpr abbreviation abbreviations[] = {
+    {'t', "std", "3std"},
+    {'a', "std::allocator", "9allocator"},
+    {'b', "std::basic_string", "12basic_string"},
+    {'s', "std::basic_string<char, std::char_traits<char>, std::allocator<char>>",
+     "12basic_string"},
+    {'i', "std::basic_istream<char, std::char_traits<char>>", "13basic_istream"},
+    {'o', "std::basic_ostream<char, std::char_traits<char>>", "13basic_ostream"},
+    {'d', "std::basic_iostream<char, std::char_traits<char>>", "14basic_iostream"},
+};
+
+static const abbreviation* find_abbreviation(char code) {
+    const auto* const row =
+        std::find_if(std::begin(abbreviations), std::end(abbreviations),
+                     [code](const abbreviation& entry) { return entry.code == code; });
+    return row == std::end(abbreviations) ? nullptr : row;
+}
+
+// --- The table ------------------------------------------------------------------
+
+// The last name of an entry is an offset in the input plus 1, or the letter of an
+// abbreviation, whose source name stands in no input; 0 for none.
+static std::uint32_t last_name_code(const char* last_name, const eabi_decode_state* state) {
+    if (last_name == nullptr) {
+        return 0;
+    }
+    if (last_name >= state->input && last_name < state->input_end) {
+        return static_cast<std::uint32_t>(last_name - state->input) + 1;
+    }
+    for (const abbreviation& entry : abbreviations) {
+        if (entry.source_name == last_name) {
+            return eabi_abbreviation_name | static_cast<unsigned char>(entry.code);
+        }
+    }
+    return 0;
+}
+
+static const char* last_name_of(const eabi_subst_entry& entry, const eabi_decode_state* state) {
+    if (entry.last_name == 0) {
+        return nullptr;
+    }
+    if (entry.last_name >= eabi_abbreviation_name) {
+        return find_abbreviation(static_cast<char>(entry.last_name & 0xFF))->source_name;
+    }
+    return state->input + (entry.last_name - 1);
+}
+
+// The table starts in the state itself and moves to the heap when it outgrows that.
+static bool grow_table(eabi_decode_state* state) {
+    constexpr std::uint64_t first = std::extent_v<decltype(state->first_entries)>;
+    constexpr std::uint64_t step = 500;
+    if (state->subst_table == nullptr) {
+        state->subst_table = state->first_entries;
+        state->subst_capacity = first;
+        return true;
+    }
+    const bool on_heap = state->subst_table != state->first_entries;
+    const std::uint64_t capacity = on_heap ? state->subst_capacity + step : step;
+    void* const table =
+        std::realloc(on_heap ? state->subst_table : nullptr, capacity * sizeof(eabi_subst_entry));
+    if (table == nullptr) {
+        report_bad_name(state);
+        return false;
+    }
+    auto* const entries = static_cast<eabi_subst_entry*>(table);
+    if (!on_heap) {
+        std::copy_n(state->first_entries, state->subst_count, entries);
+    }
+    state->subst_table = entries;
+    state->subst_capacity = capacity;
+    return true;
+}
+
+void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* prefix_end,
+                           unsigned flags, const eabi_component& component, std::uint64_t text_at,
+                           eabi_decode_state* state) {
+    if (state->no_record_depth != 0) {
+        return;
+    }
+    if (state->subst_count == state->subst_capacity && !grow_table(state)) {
+        return;
+    }
+    if (static_cast<std::uint64_t>(state->input_end - state->input) >= eabi_abbreviation_name) {
+        report_bad_name(state);  // offsets are kept in 32 bits
+        return;
+    }
+    eabi_subst_entry& entry = state->subst_table[state->subst_count++];
+    entry.start = start;
+    entry.kind = kind;
+    entry.prefix_end =
+        prefix_end == nullptr ? 0 : static_cast<std::uint32_t>(prefix_end - state->input);
+    entry.last_name = last_name_code(component.last_name, state);
+    entry.type_flags = flags | (state->in_lambda ? entry_in_lambda : 0U) |
+                       (component.conversion ? entry_conversion : 0U) |
+                       (component.ends_in_less ? entry_ends_in_less : 0U);
+    if (component.kind != ' ') {
+        entry.type_flags |= static_cast<unsigned>(component.kind) << entry_kind_shift;
+    }
+    entry.text_at = static_cast<std::uint32_t>(text_at);
+    // A text past the limit is a bad name before it matters that it does not fit here.
+    entry.text_length = text_at == entry_no_text || state->suppress_depth != 0 || state->two_passes
+                            ? entry_no_text
+                            : static_cast<std::uint32_t>(state->out_len - text_at);
+}
+
+// --- Printing a component again -------------------------------------------------
+
+static constexpr unsigned all_shapes = shape_mark | shape_suffix | shape_direct | shape_qualified;
+
+// Decodes the entry's component anew.
+static void decode_again(const eabi_subst_entry& entry, eabi_subst_mode mode, unsigned cv,
+                         bool marked, eabi_decode_state* state) {
+    const eabi_level level(state);
+    if (state->error_seen != 0) {
+        return;
+    }
+    const eabi_no_record no_record(state);
+    const bool in_lambda = state->in_lambda;
+    state->in_lambda = (entry.type_flags & entry_in_lambda) != 0;
+    eabi_component component;
+    const char* at = entry.start;
+    if (mode != subst_type_suffix && entry.kind != subst_type) {
+        eabi_cv_qualifiers(cv, true, state);
+    }
+    if (mode == subst_type_suffix) {
+        eabi_type_suffix(at, cv, marked, state);
+    } else {
+        switch (entry.kind) {
+            case subst_name:
+                if (at[0] == 'S' && at[1] == 't') {
+                    eabi_put("std::", state);
+                    at += 2;
+                }
+                eabi_unqualified_name(at, &component, state);
+                break;
+            case subst_prefix:
+            case subst_prefix_and_name:
+                at = eabi_prefix(at, state->input + entry.prefix_end, false, nullptr, &component,
+                                 state);
+                if (entry.kind == subst_prefix_and_name) {
+                    eabi_put("::", state);
+                    eabi_unqualified_name(at, &component, state);
+                }
+                break;
+            case subst_type:
+                eabi_type(at, cv, true, state);
+                if (mode == subst_whole) {
+                    eabi_finish_type(at, cv, state);
+                }
+                break;
+            case subst_template_param:
+                eabi_template_param(at, state);
+                break;
+        }
+    }
+    state->in_lambda = in_lambda;
+}
+
+// Copies the entry's text when it stands in the output and the qualifiers can be
+// put beside it; says whether it did.
+static bool copy_text(const eabi_subst_entry& entry, unsigned cv, eabi_decode_state* state) {
+    if (entry.text_length == entry_no_text) {
+        return false;
+    }
+    const bool marked = (entry.type_flags & shape_mark) != 0;
+    if (cv != 0 && (entry.type_flags & (shape_qualified | shape_suffix)) != 0) {
+        return false;
+    }
+    if (cv != 0 && !marked) {
+        eabi_cv_qualifiers(cv, true, state);
+    }
+    eabi_put(state->out_buf + entry.text_at, entry.text_length, state);
+    if (cv != 0 && marked) {
+        eabi_cv_qualifiers(cv, false, state);
+    }
+    return true;
+}
+
+static void print_entry(const eabi_subst_entry& entry, eabi_subst_mode mode, unsigned cv,
+                        bool marked, eabi_component* component, eabi_decode_state* state) {
+    if (component != nullptr) {
+        component->last_name = last_name_of(entry, state);
+        const unsigned kind = (entry.type_flags >> entry_kind_shift) & 0xFF;
+        component->kind = kind == 0 ? ' ' : static_cast<char>(kind);
+        component->conversion = (entry.type_flags & entry_conversion) != 0;
+        component->ends_in_less = (entry.type_flags & entry_ends_in_less) != 0;
+    }
+    if (state->suppress_depth == 0) {
+        if (mode == subst_type_suffix) {
+            if (entry.kind == subst_type) {
+                decode_again(entry, mode, cv, marked, state);
+            }
+        } else if (!copy_text(entry, cv, state)) {
+            decode_again(entry, mode, cv, marked, state);
+        }
+        if (state->out_len > eabi_max_text) {
+            report_bad_name(state);
+        }
+    }
+    unsigned shape = entry.type_flags & all_shapes;
+    if (cv != 0) {
+        shape = (shape & ~static_cast<unsigned>(shape_mark)) | shape_qualified;
+    }
+    state->shape = shape;
+}
+
+// Reads "_", or base-36 digits and "_", as an index; the value is past any table
+// when it would not fit.
+static const char* read_index(const char* at, std::uint64_t* index, eabi_decode_state* state) {
+    *index = 0;
+    if (*at == '_') {
+        return at;
+    }
+    do {
+        std::uint64_t digit = 0;
+        if (eabi_is_digit(*at)) {
+            digit = static_cast<std::uint64_t>(*at - '0');
+        } else if (*at >= 'A' && *at <= 'Z') {
+            digit = static_cast<std::uint64_t>(*at - 'A' + 10);
+        } else {
+            report_bad_name(state);
+            return at;
+        }
+        if (*index < (std::uint64_t{1} << 40)) {
+            *index = *index * 36 + digit;
+        }
+        ++at;
+    } while (*at != '_');
+    ++*index;
+    return at;
+}
+
+const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_qualifiers,
+                              bool marked, eabi_component* component, eabi_decode_state* state) {
+    ++at;
+    if (*at >= 'a' && *at <= 'z') {
+        const abbreviation* const found = find_abbreviation(*at);
+        if (component != nullptr) {
+            *component = eabi_component{};
+            component->last_name = found == nullptr ? nullptr : found->source_name;
+        }
+        if (mode != subst_type_suffix) {
+            eabi_cv_qualifiers(cv_qualifiers, true, state);
+            if (found != nullptr) {
+                eabi_put(found->text, state);
+            }
+        }
+        state->shape = cv_qualifiers != 0 ? shape_qualified : 0U;
+        return at + 1;
+    }
+    std::uint64_t index = 0;
+    at = read_index(at, &index, state);
+    if (state->error_seen != 0) {
+        return at;
+    }
+    if (index >= state->subst_count) {
+        report_bad_name(state);
+        return at;
+    }
+    // By value: decoding it again must not meet a table that has moved.
+    const eabi_subst_entry entry = state->subst_table[index];
+    print_entry(entry, mode, cv_qualifiers, marked, component, state);
+    return eabi_require(at, '_', state);
+}
+
+bool eabi_is_template_param_reference(const char* at, const eabi_decode_state* state) {
+    std::uint64_t index = 0;
+    if (at[1] == '_') {
+        index = 0;
+    } else if (eabi_is_digit(at[1]) && at[2] == '_') {
+        index = static_cast<std::uint64_t>(at[1] - '0') + 1;
+    } else {
+        std::uint64_t value = 0;
+        for (++at; eabi_is_digit(*at) || (*at >= 'A' && *at <= 'Z'); ++at) {
+            value = value * 36 +
+                    static_cast<std::uint64_t>(eabi_is_digit(*at) ? *at - '0' : *at - 'A' + 10);
+            if (value >= state->subst_count) {
+                return false;
+            }
+        }
+        index = value + 1;
+    }
+    return index < state->subst_count && state->subst_table[index].kind == subst_template_param;
+}
+
+// --- Template parameters --------------------------------------------------------
+
+// template-param ::= "T" [ [ "n" ] number ] "_", with "L" level "_" in front of the
+// number where newer compilers give one.
+const char* eabi_template_param(const char* at, eabi_decode_state* state) {
+    ++at;
+    if (*at == 'L' && state->extended) {
+        std::uint64_t ignored = 0;
+        at = eabi_require(eabi_number(at + 1, &ignored, state), '_', state);
+    }
+    std::int64_t number = 1;
+    if (*at != '_') {
+        const bool negative = *at == 'n';
+        std::uint64_t value = 0;
+        at = eabi_number(at + (negative ? 1 : 0), &value, state);
+        if (negative && value != 0) {
+            report_bad_name(state);
+        }
+        number = static_cast<std::int64_t>(value + 2);
+    }
+    if (state->suppress_depth == 0) {
+        eabi_put(state->in_lambda ? "auto:" : "T", state);
+        if (number >= 1 && number <= 9) {
+            eabi_put(static_cast<char>('0' + number), state);
+        } else {
+            eabi_put_number(number, state);
+        }
+    }
+    return eabi_require(at, '_', state);
+}
