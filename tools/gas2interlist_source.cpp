@@ -25,8 +25,8 @@ constexpr std::array<std::string_view, 10> attribute_words = {
     "alignas", "decltype",    "explicit",      "noexcept",   "requires",
 };
 // Words between a function's parameters and its body.
-constexpr std::array<std::string_view, 6> trailing_words = {
-    "const", "final", "noexcept", "override", "try", "volatile",
+constexpr std::array<std::string_view, 5> trailing_words = {
+    "const", "noexcept", "override", "try", "volatile",
 };
 constexpr std::array<std::string_view, 5> access_words = {
     "private", "protected", "public", "signals", "slots",
@@ -679,9 +679,10 @@ SourceOutline outline_source(std::string text) {
         } else if (c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v') {
             ++lexer.at;
         } else {
-            const bool is_comment = c == '/' && peek(lexer, 1) == '*';
+            // A directive ends before a line's end, or before the line that ends an `#if 0`.
+            const bool is_nothing = c == '#' || (c == '/' && peek(lexer, 1) == '*');
             read_token(lexer, at_line_start);
-            at_line_start = at_line_start && is_comment;
+            at_line_start = at_line_start && is_nothing;
         }
     }
     for (Block& block : lexer.outline.blocks) {
