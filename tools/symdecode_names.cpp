@@ -261,11 +261,12 @@ static found_name decode_scheme_zero(name_decoder& decoder, std::string_view run
 
 // ---- both ----
 
-// Sets the underscore in front of a name of scheme 1 apart, where there is one.
-static void note_underscore(const name_decoder& decoder, std::string_view run, std::size_t start,
-                            found_name& name) {
-    name.drops_underscore =
-        decoder.settings.strip_underscore && name.begin == start + 1 && run[start] == '_';
+// Whether the name of scheme 1 that begins at `begin` has an underscore too many in
+// front, in the word at `start`, and the user wants it dropped.
+static bool drops_underscore(const name_decoder& decoder, std::string_view run, std::size_t start,
+                             std::size_t begin) {
+    return decoder.settings.strip_underscore && begin > start &&
+           run.find_first_not_of('_', start) > begin;
 }
 
 found_name find_name(name_decoder& decoder, std::string_view run, std::size_t from) {
@@ -282,7 +283,7 @@ found_name find_name(name_decoder& decoder, std::string_view run, std::size_t fr
         found_name result;
         if (begin != std::string_view::npos) {
             result = decode_at(decoder, run, begin);
-            note_underscore(decoder, run, start, result);
+            result.drops_underscore = drops_underscore(decoder, run, start, begin);
         } else if (scheme != 1 && !is_digit(run[start])) {
             const std::string_view name = run.substr(start, word_end - start);
             if (has_separator(name) && (scheme == 0 || looks_like_scheme_zero(name))) {
@@ -309,7 +310,7 @@ found_name find_whole_name(name_decoder& decoder, std::string_view symbol) {
         result = {.begin = begin, .end = name.size(), .scheme = 1};
         result.decoded = decode(decoder, name.substr(begin), 1);
         result.found = !result.decoded.empty();
-        note_underscore(decoder, name, 0, result);
+        result.drops_underscore = drops_underscore(decoder, name, 0, begin);
     } else if (scheme != 1) {
         result = decode_scheme_zero(decoder, name, 0, name.size());
     }
