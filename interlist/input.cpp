@@ -187,14 +187,13 @@ static std::size_t find_special(const char* window, std::size_t from, std::size_
 static std::size_t find_marked_line(const char* window, std::size_t from, std::size_t to) {
     constexpr std::string_view mark = "\n\t.i";
     const auto marked = [=](std::size_t at) {
-        return static_cast<unsigned char>((window[at] == mark[0]) & (window[at + 1] == mark[1]) &
-                                          (window[at + 2] == mark[2]) &
-                                          (window[at + 3] == mark[3]));
+        return equals(window[at], mark[0]) & equals(window[at + 1], mark[1]) &
+               equals(window[at + 2], mark[2]) & equals(window[at + 3], mark[3]);
     };
     for (; to - from >= block_size + mark.size(); from += block_size) {
         unsigned char hits = 0;
         for (std::size_t i = from; i < from + block_size; ++i) {
-            hits |= marked(i);
+            hits = static_cast<unsigned char>(hits | marked(i));
         }
         if (hits != 0) {
             break;

@@ -289,10 +289,12 @@ struct Model {
             source.end_met = false;
             line_number = 1;
         }
-        while (line_number < start) {
+        while (line_number < start && !source.end_met) {
             tool_line(source, 16384);
             ++line_number;
         }
+        // Behind the end nothing is read, however far one counts.
+        line_number = line_number < start ? start : line_number;
         std::uint32_t end_line = 0;
         std::uint32_t count = 0;
         std::uint32_t previous = 0;
