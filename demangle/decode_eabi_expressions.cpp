@@ -468,9 +468,8 @@ const char* eabi_expression(const char* at, eabi_decode_state* state) {
     switch (*at) {
         case 'L':
             return eabi_literal(at, state);
-        case 'T':
-            at = eabi_whole_type(at, true, state);
-            return at;
+        case 'T':  // a value: unlike the type it is not entered
+            return eabi_template_param(at, state);
         case 'u':
             return vendor_expression(at, state);
         case 'f':

@@ -265,8 +265,9 @@ enum eabi_subst_mode : unsigned { subst_whole = 0, subst_type_prefix = 1, subst_
 const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_qualifiers,
                               bool marked, eabi_component* component, eabi_decode_state* state);
 
-// Whether the reference at "S" denotes a template parameter.
-bool eabi_is_template_param_reference(const char* at, const eabi_decode_state* state);
+// Whether the reference at "S" denotes a name, which may be that of a template,
+// and not a complete type or a template parameter.
+bool eabi_is_template_reference(const char* at, const eabi_decode_state* state);
 
 const char* eabi_template_param(const char* at, eabi_decode_state* state);
 

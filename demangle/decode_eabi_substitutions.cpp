@@ -220,6 +220,11 @@ static void print_entry(const eabi_subst_entry& entry, eabi_subst_mode mode, uns
     state->shape = shape;
 }
 
+// The value of one of 0 to 9 and A to Z.
+static std::uint64_t base36_digit(char digit) {
+    return static_cast<std::uint64_t>(eabi_is_digit(digit) ? digit - '0' : digit - 'A' + 10);
+}
+
 // Reads "_", or base-36 digits and "_", as an index; the value is past any table
 // when it would not fit.
 static const char* read_index(const char* at, std::uint64_t* index, eabi_decode_state* state) {
@@ -228,17 +233,12 @@ static const char* read_index(const char* at, std::uint64_t* index, eabi_decode_
         return at;
     }
     do {
-        std::uint64_t digit = 0;
-        if (eabi_is_digit(*at)) {
-            digit = static_cast<std::uint64_t>(*at - '0');
-        } else if (*at >= 'A' && *at <= 'Z') {
-            digit = static_cast<std::uint64_t>(*at - 'A' + 10);
-        } else {
+        if (!eabi_is_digit(*at) && (*at < 'A' || *at > 'Z')) {
             report_bad_name(state);
             return at;
         }
         if (*index < (std::uint64_t{1} << 40)) {
-            *index = *index * 36 + digit;
+            *index = *index * 36 + base36_digit(*at);
         }
         ++at;
     } while (*at != '_');
@@ -279,24 +279,22 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
     return eabi_require(at, '_', state);
 }
 
-bool eabi_is_template_param_reference(const char* at, const eabi_decode_state* state) {
+bool eabi_is_template_reference(const char* at, const eabi_decode_state* state) {
+    ++at;
+    if (*at >= 'a' && *at <= 'z') {
+        return *at == 'a' || *at == 'b';
+    }
     std::uint64_t index = 0;
-    if (at[1] == '_') {
-        index = 0;
-    } else if (eabi_is_digit(at[1]) && at[2] == '_') {
-        index = static_cast<std::uint64_t>(at[1] - '0') + 1;
-    } else {
-        std::uint64_t value = 0;
-        for (++at; eabi_is_digit(*at) || (*at >= 'A' && *at <= 'Z'); ++at) {
-            value = value * 36 +
-                    static_cast<std::uint64_t>(eabi_is_digit(*at) ? *at - '0' : *at - 'A' + 10);
-            if (value >= state->subst_count) {
+    if (*at != '_') {
+        for (; eabi_is_digit(*at) || (*at >= 'A' && *at <= 'Z'); ++at) {
+            index = index * 36 + base36_digit(*at);
+            if (index >= state->subst_count) {
                 return false;
             }
         }
-        index = value + 1;
+        ++index;
     }
-    return index < state->subst_count && state->subst_table[index].kind == subst_template_param;
+    return index < state->subst_count && state->subst_table[index].kind < subst_type;
 }
 
 // --- Template parameters --------------------------------------------------------

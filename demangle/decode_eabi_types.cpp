@@ -191,17 +191,17 @@ static void put_exception(const char* at, eabi_decode_state* state) {
 }
 
 // digits "_" | expression "_" | "_", the bound of an array or the size of a vector.
+// Digits that no "_" follows begin a name.
 static const char* put_bound(const char* at, eabi_decode_state* state) {
-    if (eabi_is_digit(*at)) {
-        const char* const digits = at;
-        while (eabi_is_digit(*at)) {
-            ++at;
-        }
-        eabi_put(digits, static_cast<std::size_t>(at - digits), state);
-    } else if (*at != '_') {
-        at = eabi_expression(at, state);
+    const char* digits_end = at;
+    while (eabi_is_digit(*digits_end)) {
+        ++digits_end;
     }
-    return eabi_require(at, '_', state);
+    if (*digits_end == '_') {
+        eabi_put(at, static_cast<std::size_t>(digits_end - at), state);
+        return digits_end + 1;
+    }
+    return eabi_require(eabi_expression(at, state), '_', state);
 }
 
 // --- Vendor qualifiers ----------------------------------------------------------
@@ -558,7 +558,7 @@ static const char* s_type(const char* at, unsigned cv, bool allow_template_args,
         state->shape = cv != 0 ? shape_qualified : 0U;
         return at;
     }
-    const bool allowed = allow_template_args || !eabi_is_template_param_reference(at, state);
+    const bool allowed = allow_template_args || eabi_is_template_reference(at, state);
     const std::uint64_t whole_at = state->out_len;
     at = eabi_substitution(at, subst_type_prefix, cv, false, &component, state);
     if (*at == 'I' && allowed) {
