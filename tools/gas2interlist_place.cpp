@@ -141,11 +141,16 @@ std::string_view declared_name(std::string_view symbol) {
 
 // --- Source files ---
 
-std::string join(const std::string& directory, const std::string& name) {
-    if (directory.empty() || name.starts_with('/')) {
-        return name;
+std::string join(std::string_view directory, std::string_view name) {
+    while (name.starts_with("./")) {
+        name.remove_prefix(2);
     }
-    return directory.ends_with('/') ? directory + name : directory + "/" + name;
+    std::string joined(directory == "." || name.starts_with('/') ? std::string_view() : directory);
+    if (!joined.empty() && !joined.ends_with('/')) {
+        joined += '/';
+    }
+    joined += name;
+    return joined;
 }
 
 std::optional<std::string> map_name(const SourceMap& source_map, const std::string& name) {

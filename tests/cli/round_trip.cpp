@@ -1,0 +1,204 @@
+// From a C file through the system's compilers, gas2interlist and interlist: a listing
+// that is the compiler's assembly, with the C lines above their code.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/harness/program.h"
+
+namespace {
+
+const std::string examples = "../../examples/";
+const std::string data = "../data/gas/";
+
+// A run in `folder` with `input` on standard input.
+RunOptions in(const std::string& folder, const std::string& input = {}) {
+    RunOptions options;
+    options.directory = folder;
+    options.input = input;
+    return options;
+}
+
+struct ListedLine {
+    std::size_t number;
+    std::string text;
+};
+
+struct Listing {
+    std::string assembly;  // every line that is neither a C line nor a separator
+    std::vector<ListedLine> lines;
+};
+
+std::vector<std::string> split(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+std::string trimmed(std::string text) {
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
+// No compiler for this machine begins a line with a semicolon.
+Listing read_listing(const std::string& text) {
+    Listing listing;
+    for (const std::string& line : split(text)) {
+        if (!line.starts_with(';')) {
+            listing.assembly += line + "\n";
+        } else if (!line.starts_with(";-")) {
+            const std::size_t bar = line.find(" | ");
+            EXPECT_NE(bar, std::string::npos) << line;
+            listing.lines.push_back({std::stoul(line.substr(1)), trimmed(line.substr(bar + 3))});
+        }
+    }
+    return listing;
+}
+
+bool has_compiler(const std::string& name) {
+    return run_program({"sh", "-c", "command -v \"$0\"", name}).status == 0;
+}
+
+std::vector<std::string> installed(std::vector<std::string> compilers) {
+    std::erase_if(compilers, [](const std::string& name) { return !has_compiler(name); });
+    return compilers;
+}
+
+// Compiles `source` in `folder` and makes a listing of it with whole, unshifted lines.
+Listing round_trip(const ScratchFolder& folder, const std::string& compiler,
+                   const std::vector<std::string>& options, const std::string& source) {
+    std::vector<std::string> compile = {compiler, "-S", "-g", "-w", source, "-o", "out.s"};
+    compile.insert(compile.end(), options.begin(), options.end());
+    const RunOptions here = in(folder.path());
+    const Finished compiled = run_program(compile, here);
+    EXPECT_EQ(compiled.status, 0) << compiled.err;
+    // Some compilers end a comment of their debugging data with a NUL, which ends the
+    // line for a reader of strings.
+    std::string assembly = folder.read("out.s");
+    std::erase(assembly, '\0');
+    folder.write("out.s", assembly);
+    const Finished placed = run_program({GAS2INTERLIST, "out.s", "-o", "out.asm"}, here);
+    EXPECT_EQ(placed.status, 0) << placed.err;
+    const Finished listed = run_program({INTERLIST, "-pw", "300", "out.asm", "out.cl"}, here);
+    EXPECT_EQ(listed.status, 0) << listed.err;
+    EXPECT_EQ(listed.err, "");
+    return read_listing(folder.read("out.cl"));
+}
+
+void expect_faithful(const Listing& listing, const std::string& assembly,
+                     const std::vector<std::vector<std::string>>& sources) {
+    EXPECT_TRUE(listing.assembly == assembly);
+    EXPECT_FALSE(listing.lines.empty());
+    for (const ListedLine& line : listing.lines) {
+        const bool is_of_a_source =
+            std::any_of(sources.begin(), sources.end(), [&](const std::vector<std::string>& text) {
+                return line.number >= 1 && line.number <= text.size() &&
+                       text[line.number - 1] == line.text;
+            });
+        EXPECT_TRUE(is_of_a_source) << line.number << " | " << line.text;
+    }
+}
+
+void check(const std::vector<std::string>& compilers, const std::vector<std::string>& files,
+           const std::string& main_file) {
+    const ScratchFolder folder;
+    std::vector<std::vector<std::string>> sources;
+    for (const std::string& file : files) {
+        const std::string text = read_file(file);
+        folder.write(file.substr(file.rfind('/') + 1), text);
+        sources.push_back(split(text));
+    }
+    const std::vector<std::vector<std::string>> option_sets = {
+        {"-O0"}, {"-O1"}, {"-O2", "-ffunction-sections"}, {"-O3"}, {"-O1", "-gdwarf-4"}};
+    for (const std::string& compiler : compilers) {
+        for (const std::vector<std::string>& options : option_sets) {
+            SCOPED_TRACE(testing::Message() << compiler << " " << options[0] << " " << main_file);
+            const Listing listing = round_trip(folder, compiler, options, main_file);
+            expect_faithful(listing, folder.read("out.s"), sources);
+        }
+    }
+}
+
+const std::vector<std::string> c_compilers = {"cc", "gcc", "clang"};
+const std::vector<std::string> cpp_compilers = {"g++", "clang++"};
+
+}  // namespace
+
+TEST(RoundTrip, AListingOfCIsTheAssemblyWithItsLines) {
+    const std::vector<std::string> compilers = installed(c_compilers);
+    if (compilers.empty()) {
+        GTEST_SKIP() << "no C compiler is installed";
+    }
+    check(compilers, {examples + "fir.c"}, "fir.c");
+    check(compilers, {examples + "matrix.c"}, "matrix.c");
+    check(compilers, {examples + "checksum.c"}, "checksum.c");
+    check(compilers, {data + "sample.c", data + "limits.h"}, "sample.c");
+}
+
+TEST(RoundTrip, AListingOfCppIsTheAssemblyWithItsLines) {
+    const std::vector<std::string> compilers = installed(cpp_compilers);
+    if (compilers.empty()) {
+        GTEST_SKIP() << "no C++ compiler is installed";
+    }
+    check(compilers, {data + "sample.cpp"}, "sample.cpp");
+}
+
+// fir() of fir.c reaches from line 5 to line 21.
+TEST(RoundTrip, EveryLineOfAFunctionIsListedOnceAndInOrder) {
+    const std::vector<std::string> compilers = installed(c_compilers);
+    if (compilers.empty()) {
+        GTEST_SKIP() << "no C compiler is installed";
+    }
+    const ScratchFolder folder;
+    folder.write("fir.c", read_file(examples + "fir.c"));
+    for (const std::string& compiler : compilers) {
+        for (const std::string level : {"-O0", "-O1", "-O2", "-O3"}) {
+            SCOPED_TRACE(testing::Message() << compiler << " " << level);
+            std::vector<std::size_t> numbers;
+            for (const ListedLine& line : round_trip(folder, compiler, {level}, "fir.c").lines) {
+                numbers.push_back(line.number);
+            }
+            EXPECT_EQ(numbers, (std::vector<std::size_t>{5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16,
+                                                         17, 18, 19, 20, 21}));
+        }
+    }
+}
+
+// Unoptimised code of a line stands below that line and above the next with code.
+TEST(RoundTrip, CodeStandsBelowItsOwnLine) {
+    const std::vector<std::string> compilers = installed(c_compilers);
+    if (compilers.empty()) {
+        GTEST_SKIP() << "no C compiler is installed";
+    }
+    const ScratchFolder folder;
+    folder.write("a.c",
+                 "void mark(int);\n"
+                 "void f(void)\n"
+                 "{\n"
+                 "    mark(111);\n"
+                 "\n"
+                 "    /* then */\n"
+                 "    mark(222);\n"
+                 "    mark(333);\n"
+                 "}\n");
+    for (const std::string& compiler : compilers) {
+        round_trip(folder, compiler, {"-O0"}, "a.c");
+        const std::string listing = folder.read("out.cl");
+        std::size_t at = 0;
+        for (const std::string_view step :
+             {";   2 | void f(void)", ";   3 | {", "f:", ";   4 |     mark(111);", "111", "mark",
+              ";   5 |", ";   6 |     /* then */", ";   7 |     mark(222);", "222", "mark",
+              ";   8 |     mark(333);", "333", "mark", ";   9 | }", "ret"}) {
+            const std::size_t found = listing.find(step, at);
+            ASSERT_NE(found, std::string::npos) << compiler << ": " << step;
+            at = found + step.size();
+        }
+    }
+}
