@@ -232,6 +232,7 @@ Unqualified draw_operator(Drawing& drawing) {
 // conversion's arguments that way. So a declaration has either the one kind or the other.
 Name draw_conversion(Drawing& drawing, const Name& scope, int depth) {
     const bool retry = drawing.retry;
+    unsigned percent = 50;
     Tree type;
     if (retry) {
         const Name owner =
@@ -240,14 +241,17 @@ Name draw_conversion(Drawing& drawing, const Name& scope, int depth) {
     } else {
         const std::array choices = {builtin("i", "int"), builtin("b", "bool"),
                                     pointer("P", qualified("K", builtin("c", "char"))),
-                                    pointer("R", type_of(global_name(draw_source(drawing)))),
-                                    draw_parameter_type(drawing)};
-        type = choices[draw(drawing, choices.size())];
+                                    draw_parameter_type(drawing),
+                                    pointer("R", type_of(global_name(draw_source(drawing))))};
+        const unsigned choice = draw(drawing, choices.size());
+        type = choices[choice];
+        // Arguments right behind a class's name would be the class's own.
+        percent = choice + 1 == choices.size() ? 0 : 30;
     }
     Unqualified component;
     component.tree = fixed({"cv", type}, "operator " + text_of(type));
     component.conversion = true;
-    return maybe_with_arguments(drawing, member_name(scope, component), retry ? 50 : 30, depth);
+    return maybe_with_arguments(drawing, member_name(scope, component), percent, depth);
 }
 
 struct FunctionName {

@@ -46,10 +46,9 @@ TEST_F(Scheme1Corpus, ExtendedNamesDecodeWhateverTheOtherDemanglerDecodes) {
     const ExtendedNames extended;
     int refused = 0;
     for (const std::string& name : names_) {
-        if (!black_box_text(name).empty() && decoded(name).starts_with('<') &&
-            !decoded(name).starts_with("<unnamed>")) {
+        if (!black_box_text(name).empty() && decoded(name) == bad) {
             if (++refused <= failures_shown) {
-                ADD_FAILURE() << name << '\n' << decoded(name);
+                ADD_FAILURE() << name;
             }
         }
     }

@@ -182,7 +182,7 @@ void move_qualifiers(std::string& text) {
     }
 }
 
-// "char*" -> "char *", "(&) [3]" -> "(&)[3]", "> >" -> ">>".
+// "char*" -> "char *", "char* (*)()" -> "char *(*)()", "(&) [3]" -> "(&)[3]", "> >" -> ">>".
 void respace(std::string& text) {
     std::string spaced;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -192,8 +192,10 @@ void respace(std::string& text) {
             (is_word(last) || last == '>' || last == ')' || last == ']' || last == '}')) {
             spaced += ' ';
         }
-        if (c == ' ' && at + 1 < text.size() &&
-            ((last == '>' && text[at + 1] == '>') || (last == ')' && text[at + 1] == '['))) {
+        const char next = at + 1 < text.size() ? text[at + 1] : ' ';
+        const bool mark = last == '*' || last == '&';
+        if (c == ' ' && ((last == '>' && next == '>') || (last == ')' && next == '[') ||
+                         (mark && (next == '(' || next == '[')))) {
             continue;
         }
         spaced += c;
@@ -227,8 +229,8 @@ void rename_unnamed(std::string& text) {
     };
     static constexpr Rule rules[] = {
         {"{lambda(", "[lambda(", " (instance ", ")]"},
-        {"{unnamed type#", "[unnamed type#", " (instance ", ")]"},
-        {"{default arg#", "[default argument#", " ", " (from end)]"},
+        {"{unnamed type", "[unnamed type", " (instance ", ")]"},
+        {"{default arg", "[default argument", " ", " (from end)]"},
     };
     for (const Rule& rule : rules) {
         std::size_t at = 0;
@@ -245,10 +247,7 @@ void rename_unnamed(std::string& text) {
             const std::string digits = text.substr(number + 1, close - number - 1);
             text.replace(number, close + 1 - number,
                          std::string(rule.before_number) + digits + std::string(rule.after_number));
-            text.replace(at, rule.open.size(),
-                         rule.new_open.ends_with('#')
-                             ? rule.new_open.substr(0, rule.new_open.size() - 1)
-                             : rule.new_open);
+            text.replace(at, rule.open.size(), rule.new_open);
             ++at;
         }
     }
@@ -349,6 +348,14 @@ std::string house_style(const std::string& name, const std::string& text) {
     replace_all(styled, "(anonymous namespace)", "<unnamed>");
     replace_all(styled, "decltype(nullptr)", "std::nullptr_t");
     replace_all(styled, "::string literal", "::string");
+    for (const auto& [there, here] :
+         {std::pair{"decimal32", "_Decimal32"}, std::pair{"decimal64", "_Decimal64"},
+          std::pair{"decimal128", "_Decimal128"}, std::pair{"half", "_Float16"}}) {
+        // Their words for builtin types are ordinary identifiers, too.
+        if (name.find(there) == std::string::npos) {
+            replace_words(styled, there, here);
+        }
+    }
     replace_words(styled, "std::string",
                   "std::basic_string<char, std::char_traits<char>, std::allocator<char>>");
     replace_words(styled, "std::istream", "std::basic_istream<char, std::char_traits<char>>");
@@ -399,8 +406,16 @@ Agreement compare(const std::string& name, const std::string& other_text,
         return Agreement::expression;
     }
     // "void f<int>()::x" here is "f<int>()::x" there.
-    if (name.find('Z', 2) != std::string::npos && ours.ends_with(theirs)) {
+    const auto apart = std::mismatch(ours.begin(), ours.end(), theirs.begin(), theirs.end());
+    const auto common = static_cast<std::size_t>(apart.first - ours.begin());
+    if (name.find('Z', 2) != std::string::npos &&
+        std::string_view(ours).substr(common).ends_with(std::string_view(theirs).substr(common))) {
         return Agreement::enclosing_result;
+    }
+    for (const char* structor : {"_C1E", "_C2E", "_D0E", "_D1E", "_D2E"}) {
+        if (name.find(structor) != std::string::npos && name.find("Ut") != std::string::npos) {
+            return Agreement::unnamed_class;
+        }
     }
     return Agreement::different;
 }

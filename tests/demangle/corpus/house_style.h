@@ -22,6 +22,7 @@ enum class Agreement {
     template_parameters,  // refers to them: here by number, there by argument
     expression,           // holds an expression: parentheses are placed differently
     enclosing_result,     // a local name in a template, whose result stands here only
+    unnamed_class,        // a constructor of an unnamed class: the other repeats its scope
     different             // none of these: one of the two is wrong
 };
 Agreement compare(const std::string& name, const std::string& other_text,

@@ -51,7 +51,9 @@ std::string extended_form(const std::string& name, const std::string& other_text
         return ".suffix, clone of a function";
     }
     for (const Form& form : words) {
-        if (other_text.find(form.letters) != std::string::npos) {
+        // An identifier of the name's own tells nothing.
+        if (other_text.find(form.letters) != std::string::npos &&
+            name.find(form.letters) == std::string::npos) {
             return form.cause;
         }
     }
