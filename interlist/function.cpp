@@ -133,9 +133,20 @@ bool another_line_belongs(const block_state& block) {
             block.previous_end_line > block.last_line_read);
 }
 
+// Lines behind the end of the file are empty. Where blank lines are not listed
+// there may be billions of them without a trace, so they are counted at once.
+void pass_lines_behind_the_end(block_state& block) {
+    block.last_line_read = std::max(curr_line, block.previous_end_line);
+    curr_line = block.last_line_read + 1;
+}
+
 void list_c_lines(block_state& block) {
     bool printed = false;
     while (another_line_belongs(block)) {
+        if (skip_blanks != 0 && cfile_input.at_end) {
+            pass_lines_behind_the_end(block);
+            break;
+        }
         read_source_line(listed_line_limit);
         if (skip_blanks == 0 || is_blank_line(in_rec) == 0) {
             if (!printed) {

@@ -210,7 +210,9 @@ static bool is_plain(input_stream& input, std::size_t from, std::size_t to) {
         input.plain_from = input.plain_to = from;
     }
     if (to > input.plain_to) {
-        input.plain_to = find_special(input.window, input.plain_to, input.end);
+        // Farther than asked for, but not over a whole window that may be left.
+        const std::size_t until = std::min(input.end, std::max(to, input.plain_to + first_read));
+        input.plain_to = find_special(input.window, input.plain_to, until);
     }
     return to <= input.plain_to;
 }

@@ -177,6 +177,15 @@ TEST_F(Interlisting, ARepeatedPositionBehindTheEndListsEmptyLinesUpToIt) {
                   ";   4 |     \n;   5 |     \n;   6 |     \n" + rule + "A\nB\n");
 }
 
+TEST_F(Interlisting, BlankLinesBehindTheEndAreCountedAtOnce) {
+    write_source(2);
+    EXPECT_EQ(listing("\t.ifunc\t1\n\t.iline\t2147483647\nA\n\t.iline\t2147483647\nB\n"
+                      "\t.iline\t2147483647\nC\n\t.iendfunc\t2\n",
+                      {"-b"}),
+              std::string(rule) + ";   1 | c1  \n;   2 | c2  \n" + rule + "A\nB\nC\n");
+    EXPECT_EQ(curr_line, 2147483648U);
+}
+
 TEST_F(Interlisting, AFunctionFarBehindTheEndListsNothing) {
     EXPECT_EQ(listing("\t.ifunc\t2000000000\nA\n\t.iendfunc\t2000000003\n\t.ifunc\t3\nB\n"
                       "\t.iendfunc\t4\n"),

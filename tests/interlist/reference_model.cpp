@@ -305,6 +305,10 @@ struct Model {
             bool printed = false;
             while ((line_number < end_line && !source.end_met) ||
                    (end_line == previous && previous > last_read)) {
+                if (options.skip_blanks && source.end_met && line_number < previous) {
+                    // Empty lines, none of them listed: only the last one counts.
+                    line_number = previous;
+                }
                 const std::string line = tool_line(source, 16377);
                 if (!options.skip_blanks || !counts_as_blank(line)) {
                     if (!printed) {
