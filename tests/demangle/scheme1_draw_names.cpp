@@ -275,8 +275,11 @@ FunctionName draw_function_name(Drawing& drawing, const Name* root, int depth) {
         scope.kind = ' ';
         function.of_class = !is_namespace(scope);
         if (function.of_class && chance(drawing, 20) && !scope.prefix->plain.starts_with("Dt")) {
-            function.name = maybe_with_arguments(
-                drawing, member_name(scope, draw_structor(drawing, scope, depth)), 10, depth - 1);
+            const Unqualified structor = draw_structor(drawing, scope, depth);
+            // Arguments behind an inherited class would be that class's own.
+            const bool inheriting = structor.tree->plain.starts_with("CI");
+            function.name = maybe_with_arguments(drawing, member_name(scope, structor),
+                                                 inheriting ? 0 : 10, depth - 1);
             return function;
         }
         if (function.of_class && chance(drawing, 10)) {
@@ -287,8 +290,10 @@ FunctionName draw_function_name(Drawing& drawing, const Name* root, int depth) {
             scope,
             tagged(drawing, chance(drawing, 25) ? draw_operator(drawing) : draw_source(drawing)));
     } else {
+        // Behind a function, "d" and "s" would be a default argument and a string.
+        const bool operation = root == nullptr && chance(drawing, 20);
         const Unqualified component =
-            tagged(drawing, chance(drawing, 20) ? draw_operator(drawing) : draw_source(drawing));
+            tagged(drawing, operation ? draw_operator(drawing) : draw_source(drawing));
         function.name = root != nullptr       ? member_name(*root, component)
                         : chance(drawing, 20) ? member_name(std_namespace(), component)
                                               : global_name(component);

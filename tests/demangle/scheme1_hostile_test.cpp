@@ -42,7 +42,9 @@ testing::AssertionResult keeps_its_promises(const std::string& name, std::size_t
     if (result.overflow == 1 && size != 0 && result.text.size() != size - 1) {
         return broken("a prefix that does not fill the buffer");
     }
-    if (result.overflow == (result.needed <= size ? 1 : 0)) {
+    // A text of nothing overflows no buffer, not even one without room for its NUL.
+    const bool too_long = result.needed > 1 && result.needed > size;
+    if (result.overflow != (too_long ? 1 : 0)) {
         return broken("an overflow flag that the size contradicts");
     }
     return testing::AssertionSuccess();
