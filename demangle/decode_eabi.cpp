@@ -119,7 +119,7 @@ static const char* eabi_bare_function_type(const char* at, const eabi_name_recor
 }
 
 // "Q" name: the function that this one overrides.
-static const char* overridden(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* overridden(const char* at, eabi_decode_state* state) {
     eabi_put(" [overriding ", state);
     at = name_once(at + 1, state);
     eabi_put("] ", state);
@@ -169,8 +169,9 @@ static void function_suffix(const eabi_name_record& record, bool is_function,
 
 // One of the two passes in the order of the text: the first enters what can be
 // substituted and prints the return type, the second prints all the rest.
-static const char* eabi_function_encoding(const char* at, bool print_params, bool first_pass,
-                                          eabi_decode_state* state) {
+[[gnu::noinline]] static const char* eabi_function_encoding(const char* at, bool print_params,
+                                                            bool first_pass,
+                                                            eabi_decode_state* state) {
     const unsigned mode = first_pass ? mode_record : mode_print;
     const eabi_no_record no_record(state, !first_pass);
     eabi_name_record record;
@@ -191,8 +192,9 @@ static const char* eabi_function_encoding(const char* at, bool print_params, boo
 
 // Moves the text from `middle` on in front of the text from `start` on, and with it
 // what the entries from `first_entry` and from `middle_entry` on say of their place.
-static void move_to_front(std::uint64_t start, std::uint64_t middle, std::uint64_t first_entry,
-                          std::uint64_t middle_entry, eabi_decode_state* state) {
+[[gnu::noinline]] static void move_to_front(std::uint64_t start, std::uint64_t middle,
+                                            std::uint64_t first_entry, std::uint64_t middle_entry,
+                                            eabi_decode_state* state) {
     if (state->suppress_depth != 0) {
         return;
     }
@@ -349,7 +351,8 @@ static constexpr std::array special_names = {
 };
 
 // What newer compilers write beyond the table.
-static const char* extended_special_name(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* extended_special_name(const char* at,
+                                                           eabi_decode_state* state) {
     const std::string_view code(at, at[1] == '\0' ? 1 : 2);
     if (code == "TC") {
         eabi_put("Construction vtable for ", state);

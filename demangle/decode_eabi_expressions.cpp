@@ -135,7 +135,7 @@ static void put_infix(std::string_view text, std::string_view tail, eabi_decode_
 }
 
 // "fl" op pack | "fr" op pack | "fL" op initial pack | "fR" op pack initial
-static const char* fold(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* fold(const char* at, eabi_decode_state* state) {
     const char kind = at[1];
     const eabi_operator op = eabi_operator_info(at + 2, state);
     if (op.text.empty() || op.arity != 2 || !op.closer.empty() || !op.tail.empty() ||
@@ -215,7 +215,7 @@ static const char* qualifier_levels(const char* at, eabi_decode_state* state) {
 }
 
 // "sr" type name | "sr" simple-id+ "E" name | "srN" type simple-id+ "E" name
-static const char* scoped_name(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* scoped_name(const char* at, eabi_decode_state* state) {
     at += 2;
     if (eabi_is_digit(*at)) {
         at = qualifier_levels(at, state);
@@ -233,7 +233,7 @@ static const char* scoped_name(const char* at, eabi_decode_state* state) {
 // --- Operators with forms of their own ------------------------------------------
 
 // "cv" type expression | "cv" type "_" { expression } "E"
-static const char* conversion(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* conversion(const char* at, eabi_decode_state* state) {
     at = eabi_whole_type(at + 2, true, state);
     if (*at == '_') {
         return enclosed_list(at + 1, 'E', state);
@@ -257,8 +257,8 @@ static const char* named_cast(const char* at, const eabi_operator& op, eabi_deco
 }
 
 // ( "nw" | "na" ) { expression } "_" type ( "E" | "pi" { expression } "E" | braced list )
-static const char* new_expression(const char* at, const eabi_operator& op,
-                                  eabi_decode_state* state) {
+[[gnu::noinline]] static const char* new_expression(const char* at, const eabi_operator& op,
+                                                    eabi_decode_state* state) {
     eabi_put(op.text, state);
     at += 2;
     if (*at != '_') {
@@ -300,7 +300,7 @@ static const char* designator(const char* at, eabi_decode_state* state) {
 }
 
 // "sP" { template-arg } "E"
-static const char* sizeof_captured(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* sizeof_captured(const char* at, eabi_decode_state* state) {
     eabi_put("sizeof...", state);
     open_parenthesis(state);
     bool first = true;
@@ -312,7 +312,7 @@ static const char* sizeof_captured(const char* at, eabi_decode_state* state) {
 }
 
 // "u" source-name { template-arg } "E"
-static const char* vendor_expression(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* vendor_expression(const char* at, eabi_decode_state* state) {
     at = eabi_source_name(at + 1, state);
     open_parenthesis(state);
     bool first = true;
@@ -337,7 +337,7 @@ static const char* step_expression(const char* at, const eabi_operator& op,
 }
 
 // ( "cl" | "cp" ) callee { argument } "E"
-static const char* call(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* call(const char* at, eabi_decode_state* state) {
     const bool in_parentheses = at[1] == 'p';
     at += 2;
     if (in_parentheses) {
@@ -351,7 +351,8 @@ static const char* call(const char* at, eabi_decode_state* state) {
 }
 
 // ( "dt" | "pt" ) object member
-static const char* member(const char* at, std::string_view text, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* member(const char* at, std::string_view text,
+                                            eabi_decode_state* state) {
     at = eabi_operand(at + 2, state);
     eabi_put(text, state);
     if (code_is(at, "gs")) {
@@ -419,7 +420,7 @@ static const char* conditional(const char* at, eabi_decode_state* state) {
     return eabi_operand(at, state);
 }
 
-static const char* operator_expression(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* operator_expression(const char* at, eabi_decode_state* state) {
     const eabi_operator op = eabi_operator_info(at, state);
     if (op.text.empty() || code_is(at, "li")) {
         report_bad_name(state);

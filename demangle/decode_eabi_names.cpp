@@ -47,7 +47,7 @@ static const char* instance(const char* at, eabi_decode_state* state) {
 }
 
 // "Ul" { parameter declaration } type+ "E" [ number ] "_"  |  "Ut" [ number ] "_"
-static const char* unnamed_type(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* unnamed_type(const char* at, eabi_decode_state* state) {
     if (at[1] == 't') {
         eabi_put("[unnamed type", state);
         at = instance(at + 2, state);
@@ -56,6 +56,10 @@ static const char* unnamed_type(const char* at, eabi_decode_state* state) {
     }
     if (at[1] != 'l') {
         report_bad_name(state);
+        return at;
+    }
+    const eabi_level level(state);
+    if (state->error_seen != 0) {
         return at;
     }
     const bool outer = state->in_lambda;
@@ -83,7 +87,7 @@ static const char* unnamed_type(const char* at, eabi_decode_state* state) {
 }
 
 // "DC" source-name+ "E"
-static const char* structured_binding(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* structured_binding(const char* at, eabi_decode_state* state) {
     eabi_put('[', state);
     at = eabi_source_name(at + 2, state);
     while (*at != 'E' && state->error_seen == 0) {
@@ -100,8 +104,8 @@ static bool valid_kind(char kind, const eabi_decode_state* state) {
 }
 
 // "C" kind | "CI" kind type | "D" kind: repeats the name of the class.
-static const char* constructor(const char* at, eabi_component* component,
-                               eabi_decode_state* state) {
+[[gnu::noinline]] static const char* constructor(const char* at, eabi_component* component,
+                                                 eabi_decode_state* state) {
     const bool destructor = *at == 'D';
     const bool inheriting = at[1] == 'I' && !destructor;
     at += inheriting ? 2 : 1;
@@ -125,13 +129,22 @@ static const char* constructor(const char* at, eabi_component* component,
     return at + 1;
 }
 
+// The class whose constructor is inherited. Here and below a name opens within a
+// name, which counts as a level of its own.
+[[gnu::noinline]] static const char* inherited_class(const char* at, eabi_decode_state* state) {
+    const eabi_level level(state);
+    const eabi_silence silent(state);
+    return eabi_whole_type(at, true, state);
+}
+
 // Operator names; "cv" type is a conversion.
-static const char* operator_name(const char* at, eabi_component* component,
-                                 eabi_decode_state* state) {
+[[gnu::noinline]] static const char* operator_name(const char* at, eabi_component* component,
+                                                   eabi_decode_state* state) {
     if (at[0] == 'c' && at[1] == 'v') {
         state->conversion_seen = 1;
         component->conversion = true;
         eabi_put("operator ", state);
+        const eabi_level level(state);
         return eabi_whole_type(at + 2, state->retrying != 0, state);
     }
     const eabi_operator found = eabi_operator_info(at, state);
@@ -206,8 +219,7 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
         const bool inheriting = *at == 'C' && at[1] == 'I';
         at = constructor(at, component, state);
         if (inheriting) {
-            const eabi_silence silent(state);
-            at = eabi_whole_type(at, true, state);
+            at = inherited_class(at, state);
         }
     } else if (*at == 'U') {
         at = unnamed_type(at, state);
@@ -287,7 +299,7 @@ static bool may_show_greater(const char* at) {
 
 // "X" expression "E". One that shows a ">" would seem to close the list and goes
 // into parentheses; whether it does is known only after a silent first reading.
-static const char* expression_arg(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* expression_arg(const char* at, eabi_decode_state* state) {
     const std::uint32_t parentheses = state->parentheses;
     const bool greater_seen = state->greater_seen;
     state->parentheses = 0;
@@ -496,7 +508,7 @@ static const char* nested_name(const char* at, bool is_type, eabi_name_record* r
 // --- Local names ----------------------------------------------------------------
 
 // "_" digit  |  "__" number "_"
-static const char* discriminator(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* discriminator(const char* at, eabi_decode_state* state) {
     if (*at != '_' || (!eabi_is_digit(at[1]) && at[1] != '_')) {
         return at;
     }
@@ -514,7 +526,7 @@ static const char* discriminator(const char* at, eabi_decode_state* state) {
 }
 
 // "d" [ [ "n" ] number ] "_": the default argument that an entity stands in.
-static const char* default_argument(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* default_argument(const char* at, eabi_decode_state* state) {
     ++at;
     std::int64_t number = -1;
     if (*at != '_') {
@@ -536,8 +548,9 @@ static const char* name_part(const char* at, eabi_name_record* record, eabi_comp
                              eabi_decode_state* state);
 
 // local-name ::= "Z" encoding "E" ( "s" | [ default argument ] name ) [ discriminator ]
-static const char* local_name(const char* at, eabi_name_record* record, eabi_component* component,
-                              eabi_decode_state* state) {
+[[gnu::noinline]] static const char* local_name(const char* at, eabi_name_record* record,
+                                                eabi_component* component,
+                                                eabi_decode_state* state) {
     const bool in_lambda = state->in_lambda;
     state->in_lambda = false;
     at = eabi_encoding(at + 1, true, state);
@@ -590,13 +603,8 @@ static const char* name_part(const char* at, eabi_name_record* record, eabi_comp
             return at;
         case 'N':
             return nested_name(at, false, record, component, state);
-        case 'Z': {
-            const eabi_level level(state);
-            if (state->error_seen != 0) {
-                return at;
-            }
+        case 'Z':
             return local_name(at, record, component, state);
-        }
         case 'S':
             if (at[1] != 't') {
                 at = eabi_substitution(at, subst_whole, 0, false, component, state);

@@ -279,7 +279,7 @@ static void put_vendor_name(const vendor_qualifier& qualifier, eabi_decode_state
 
 // --- The prefix part ------------------------------------------------------------
 
-static const char* function_prefix(const char* at, eabi_decode_state* state);
+[[gnu::noinline]] static const char* function_prefix(const char* at, eabi_decode_state* state);
 
 // A run of qualifiers and the type below it, without entering the run.
 static const char* qualified_prefix(const char* at, unsigned cv, bool allow_template_args,
@@ -325,8 +325,9 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
 }
 
 // { "K" | "V" | "r" | "U" source-name [ args ] } type: one entry for the whole run.
-static const char* qualified_type(const char* at, unsigned cv, bool allow_template_args,
-                                  eabi_decode_state* state) {
+[[gnu::noinline]] static const char* qualified_type(const char* at, unsigned cv,
+                                                    bool allow_template_args,
+                                                    eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
     at = qualified_prefix(at, cv, allow_template_args, state);
@@ -336,7 +337,7 @@ static const char* qualified_type(const char* at, unsigned cv, bool allow_templa
 }
 
 // function-type: its return type's prefix; the parameters are read for later.
-static const char* function_prefix(const char* at, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* function_prefix(const char* at, eabi_decode_state* state) {
     function_head head;
     at = read_function_head(at, &head, state);
     at = eabi_type(at, 0, true, state);
@@ -352,8 +353,9 @@ static const char* function_prefix(const char* at, eabi_decode_state* state) {
 }
 
 // array-type ::= "A" bound type
-static const char* array_prefix(const char* at, unsigned cv, bool allow_template_args,
-                                eabi_decode_state* state) {
+[[gnu::noinline]] static const char* array_prefix(const char* at, unsigned cv,
+                                                  bool allow_template_args,
+                                                  eabi_decode_state* state) {
     {
         const eabi_silence silent(state);
         at = put_bound(at + 1, state);
@@ -364,8 +366,8 @@ static const char* array_prefix(const char* at, unsigned cv, bool allow_template
 }
 
 // "M" class member: the class is printed behind the member's type.
-static const char* member_pointer_prefix(const char* at, bool allow_template_args,
-                                         eabi_decode_state* state) {
+[[gnu::noinline]] static const char* member_pointer_prefix(const char* at, bool allow_template_args,
+                                                           eabi_decode_state* state) {
     const char* const class_type = at + 1;
     {
         const eabi_silence silent(state);
@@ -384,7 +386,8 @@ static const char* member_pointer_prefix(const char* at, bool allow_template_arg
 }
 
 // "Dv" size type, "DB" and "DU" size "_", "DF" width ( "_" | "x" | "b" ).
-static const char* sized_type(const char* at, unsigned cv, eabi_decode_state* state) {
+[[gnu::noinline]] static const char* sized_type(const char* at, unsigned cv,
+                                                eabi_decode_state* state) {
     const char* const start = at;
     const char kind = at[1];
     eabi_cv_qualifiers(cv, true, state);
@@ -436,8 +439,8 @@ static const char* sized_type(const char* at, unsigned cv, eabi_decode_state* st
 }
 
 // The codes that begin with "D": the wider forms first, then the table.
-static const char* d_type(const char* at, unsigned cv, bool allow_template_args,
-                          eabi_decode_state* state) {
+[[gnu::noinline]] static const char* d_type(const char* at, unsigned cv, bool allow_template_args,
+                                            eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
     switch (at[1]) {
@@ -519,8 +522,8 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
 }
 
 // "T" ...: an elaborated type or a template parameter.
-static const char* t_type(const char* at, unsigned cv, bool allow_template_args,
-                          eabi_decode_state* state) {
+[[gnu::noinline]] static const char* t_type(const char* at, unsigned cv, bool allow_template_args,
+                                            eabi_decode_state* state) {
     const char* const start = at;
     eabi_cv_qualifiers(cv, true, state);
     const std::uint64_t text_at = state->out_len;
@@ -548,8 +551,8 @@ static const char* t_type(const char* at, unsigned cv, bool allow_template_args,
 }
 
 // "S" ...: a reference to a type, or to a template that its arguments follow.
-static const char* s_type(const char* at, unsigned cv, bool allow_template_args,
-                          eabi_decode_state* state) {
+[[gnu::noinline]] static const char* s_type(const char* at, unsigned cv, bool allow_template_args,
+                                            eabi_decode_state* state) {
     const char* const start = at;
     eabi_component component;
     if (at[1] == 't') {
@@ -568,6 +571,86 @@ static const char* s_type(const char* at, unsigned cv, bool allow_template_args,
     return at;
 }
 
+// ( "P" | "R" | "O" ) type | member pointer
+[[gnu::noinline]] static const char* mark_type(const char* at, unsigned cv,
+                                               bool allow_template_args, eabi_decode_state* state) {
+    const char* const start = at;
+    const std::uint64_t text_at = state->out_len;
+    if (*at == 'M') {
+        at = member_pointer_prefix(at, allow_template_args, state);
+    } else {
+        const std::string_view mark = *at == 'P' ? "*" : *at == 'R' ? "&" : "&&";
+        at = eabi_type(at + 1, 0, allow_template_args, state);
+        open_mark(state);
+        eabi_put(mark, state);
+    }
+    finish_mark(start, text_at, cv, state);
+    return at;
+}
+
+// array-type | function-type
+[[gnu::noinline]] static const char* suffixed_type(const char* at, unsigned cv,
+                                                   bool allow_template_args,
+                                                   eabi_decode_state* state) {
+    const char* const start = at;
+    at = *at == 'F' ? function_prefix(at, state) : array_prefix(at, cv, allow_template_args, state);
+    add_type(start, entry_no_text, false, state);
+    return at;
+}
+
+// "g", which only newer compilers write.
+[[gnu::noinline]] static const char* float128_type(const char* at, unsigned cv,
+                                                   eabi_decode_state* state) {
+    if (!state->extended) {
+        report_bad_name(state);
+        return at;
+    }
+    eabi_cv_qualifiers(cv, true, state);
+    eabi_put("__float128", state);
+    state->shape = cv != 0 ? shape_qualified : 0U;
+    return at + 1;
+}
+
+// class-enum-type
+[[gnu::noinline]] static const char* named_type(const char* at, unsigned cv,
+                                                eabi_decode_state* state) {
+    eabi_cv_qualifiers(cv, true, state);
+    eabi_component component;
+    at = eabi_class_type(at, &component, state);
+    state->shape = cv != 0 ? shape_qualified : 0U;
+    return at;
+}
+
+// ( "C" | "G" ) type
+[[gnu::noinline]] static const char* complex_type(const char* at, unsigned cv,
+                                                  bool allow_template_args,
+                                                  eabi_decode_state* state) {
+    const char* const start = at;
+    eabi_cv_qualifiers(cv, true, state);
+    const std::uint64_t text_at = state->out_len;
+    eabi_put(*at == 'C' ? "_Complex " : "_Imaginary ", state);
+    at = eabi_type(at + 1, 0, allow_template_args, state);
+    add_type(start, text_at, true, state);
+    state->shape |= cv != 0 ? shape_qualified : 0U;
+    return at;
+}
+
+// "u" source-name [ args ]
+[[gnu::noinline]] static const char* vendor_type(const char* at, unsigned cv,
+                                                 eabi_decode_state* state) {
+    const char* const start = at;
+    eabi_cv_qualifiers(cv, true, state);
+    const std::uint64_t text_at = state->out_len;
+    at = eabi_source_name(at + 1, state);
+    if (*at == 'I') {
+        at = eabi_template_args(at, false, state);
+    }
+    state->shape = 0;
+    add_type(start, text_at, true, state);
+    state->shape = cv != 0 ? shape_qualified : 0U;
+    return at;
+}
+
 // type, its prefix part.
 const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_template_args,
                       eabi_decode_state* state) {
@@ -575,8 +658,6 @@ const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_templat
     if (state->error_seen != 0) {
         return at;
     }
-    const char* const start = at;
-    const std::uint64_t text_at = state->out_len;
     const char code = *at;
     if (code >= 'a' && code <= 'z') {
         const std::string_view text = builtin_texts[static_cast<std::size_t>(code - 'a')];
@@ -591,11 +672,8 @@ const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_templat
         case 'P':
         case 'R':
         case 'O':
-            at = eabi_type(at + 1, 0, allow_template_args, state);
-            open_mark(state);
-            eabi_put(code == 'P' ? "*" : code == 'R' ? "&" : "&&", state);
-            finish_mark(start, text_at, cv_qualifiers, state);
-            return at;
+        case 'M':
+            return mark_type(at, cv_qualifiers, allow_template_args, state);
         case 'K':
         case 'V':
         case 'r':
@@ -607,53 +685,20 @@ const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_templat
         case 'D':
             return d_type(at, cv_qualifiers, allow_template_args, state);
         case 'F':
-            at = function_prefix(at, state);
-            add_type(start, text_at, true, state);
-            return at;
         case 'A':
-            at = array_prefix(at, cv_qualifiers, allow_template_args, state);
-            add_type(start, text_at, true, state);
-            return at;
-        case 'M':
-            at = member_pointer_prefix(at, allow_template_args, state);
-            finish_mark(start, text_at, cv_qualifiers, state);
-            return at;
+            return suffixed_type(at, cv_qualifiers, allow_template_args, state);
         case 'C':
-        case 'G': {
-            eabi_cv_qualifiers(cv_qualifiers, true, state);
-            const std::uint64_t own_text_at = state->out_len;
-            eabi_put(code == 'C' ? "_Complex " : "_Imaginary ", state);
-            at = eabi_type(at + 1, 0, allow_template_args, state);
-            add_type(start, own_text_at, true, state);
-            state->shape |= cv_qualifiers != 0 ? shape_qualified : 0U;
-            return at;
-        }
+        case 'G':
+            return complex_type(at, cv_qualifiers, allow_template_args, state);
         case 'U':
             if (eabi_is_digit(at[1])) {
                 return qualified_type(at, cv_qualifiers, allow_template_args, state);
             }
             break;
-        case 'u': {
-            eabi_cv_qualifiers(cv_qualifiers, true, state);
-            const std::uint64_t own_text_at = state->out_len;
-            at = eabi_source_name(at + 1, state);
-            if (*at == 'I') {
-                at = eabi_template_args(at, false, state);
-            }
-            state->shape = 0;
-            add_type(start, own_text_at, true, state);
-            state->shape = cv_qualifiers != 0 ? shape_qualified : 0U;
-            return at;
-        }
+        case 'u':
+            return vendor_type(at, cv_qualifiers, state);
         case 'g':
-            if (state->extended) {
-                eabi_cv_qualifiers(cv_qualifiers, true, state);
-                eabi_put("__float128", state);
-                state->shape = cv_qualifiers != 0 ? shape_qualified : 0U;
-                return at + 1;
-            }
-            report_bad_name(state);
-            return at;
+            return float128_type(at, cv_qualifiers, state);
         case 'N':
         case 'Z':
         case 'L':
@@ -666,19 +711,15 @@ const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_templat
             report_bad_name(state);
             return at;
     }
-    eabi_cv_qualifiers(cv_qualifiers, true, state);
-    eabi_component component;
-    at = eabi_class_type(at, &component, state);
-    state->shape = cv_qualifiers != 0 ? shape_qualified : 0U;
-    return at;
+    return named_type(at, cv_qualifiers, state);
 }
 
 // --- The suffix part ------------------------------------------------------------
 
 // The parameters and qualifiers of the function type at `at`; gives the position of
 // its return type.
-static const char* function_suffix(const char* at, unsigned cv, bool marked,
-                                   eabi_decode_state* state) {
+[[gnu::noinline]] static const char* function_suffix(const char* at, unsigned cv, bool marked,
+                                                     eabi_decode_state* state) {
     function_head head;
     const char* const result = read_function_head(at, &head, state);
     if (marked) {
