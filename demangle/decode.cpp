@@ -86,44 +86,30 @@ class expansion {
     std::uint64_t used_ = 0;
 };
 
-// A number that ends at a character of another kind, no larger than the longest text.
-bool read_bounded(std::string_view* text, std::uint64_t* value) {
-    *value = 0;
-    std::size_t digits = 0;
-    for (; digits < text->size() && is_decimal((*text)[digits]); ++digits) {
-        *value = *value * 10 + static_cast<std::uint64_t>((*text)[digits] - '0');
-        if (*value > longest_output) {
-            return false;
-        }
-    }
-    text->remove_prefix(digits);
-    return digits != 0;
-}
-
 // compressed := { character | "JJ" | "J" offset "J" }
-bool expand(std::string_view text, expansion* expanded) {
-    while (!text.empty()) {
+bool expand(const char* at, expansion* expanded, grammar_state* state) {
+    while (at < state->input_end && state->error_seen == 0) {
+        const std::string_view text = rest_of(at, state);
         const std::size_t plain = std::min(text.find('J'), text.size());
         if (!expanded->add(text.substr(0, plain))) {
             return false;
         }
-        text.remove_prefix(plain);
-        if (text.empty()) {
+        at += plain;
+        if (at == state->input_end) {
             break;
         }
-        text.remove_prefix(1);
-        if (text.starts_with('J')) {
-            text.remove_prefix(1);
+        if (*++at == 'J') {
             if (!expanded->add("J")) {
                 return false;
             }
-            continue;
+        } else {
+            std::uint64_t offset = 0;
+            at = read_number(at, &offset, state);
+            if (peek_char(at, state) != 'J' || !expanded->repeat(offset)) {
+                return false;
+            }
         }
-        std::uint64_t offset = 0;
-        if (!read_bounded(&text, &offset) || !text.starts_with('J') || !expanded->repeat(offset)) {
-            return false;
-        }
-        text.remove_prefix(1);
+        ++at;
     }
     return expanded->is_complete();
 }
@@ -131,14 +117,14 @@ bool expand(std::string_view text, expansion* expanded) {
 // "__CPR" n "__" text, n the length of the expanded text. Gives where that begins;
 // null when decoding ends here, with the state telling why.
 const char* expand_compressed(const char* name, grammar_state* state) {
-    std::string_view text = rest_of(name, state);
-    text.remove_prefix(5);
     std::uint64_t length = 0;
-    if (!read_bounded(&text, &length) || !text.starts_with("__")) {
+    const char* const text = read_number(name + 5, &length, state);
+    if (!follows(text, "__", state) || length > longest_output) {
         report_bad_name(state);
+    }
+    if (state->error_seen != 0) {
         return nullptr;
     }
-    text.remove_prefix(2);
     state->uncompressed_len = length;
     if (state->out_size <= length + 1) {
         state->overflowed = 1;
@@ -151,7 +137,7 @@ const char* expand_compressed(const char* name, grammar_state* state) {
     state->out_size -= length + 1;
     char* const tail = state->out_buf + state->out_size;
     expansion expanded(tail, length);
-    if (!expand(text, &expanded)) {
+    if (!expand(text + 2, &expanded, state)) {
         report_bad_name(state);
         return nullptr;
     }
@@ -288,7 +274,14 @@ const char* whole_name(const char* name, int decorated, grammar_state* state) {
     if (text.starts_with("__CPR")) {
         name = expand_compressed(name, state);
     }
-    return name == nullptr ? nullptr : mangled_name(name, decorated, state);
+    if (name == nullptr) {
+        return nullptr;
+    }
+    const char* const end = mangled_name(name, decorated, state);
+    if (state->out_len > longest_output) {
+        report_bad_name(state);
+    }
+    return end;
 }
 
 }  // namespace

@@ -66,8 +66,10 @@ char* decode_id(const char* name, int decorated) {
         decode_by_scheme(copy, result_buffer, result_capacity, &error, &overflow, &needed,
                          decorated != 0 ? 1 : 0);
     };
-    for (attempt(); error != 0 && overflow != 0; attempt()) {
+    attempt();
+    while (error != 0 && overflow != 0) {
         grow_result(needed);
+        attempt();
     }
     std::free(copy);
     if (error == 0 && *result_buffer != '\0') {

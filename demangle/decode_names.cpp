@@ -310,8 +310,24 @@ struct signature {
     const char* scope = nullptr;       // null for none
     const char* parameters = nullptr;  // null when it is no function
     unsigned qualifiers = 0;
+    bool malformed = false;  // in a part that is yet to be printed
     const char* end = nullptr;
 };
+
+// Runs `skip`, which steps over something that is printed later. A malformation is
+// left to be reported there, so that the text up to it appears.
+template <typename Skip>
+const char* look_ahead(const char* at, signature* found, grammar_state* state, Skip skip) {
+    const std::uint64_t suppress_depth = state->suppress_depth;
+    const char* const input_end = state->input_end;
+    ++state->suppress_depth;
+    const char* const end = skip(at, state);
+    found->malformed = state->error_seen != 0;
+    state->error_seen = 0;
+    state->suppress_depth = suppress_depth;
+    state->input_end = input_end;
+    return end;
+}
 
 // signature := scope [ function ] | function
 // function := { "C" | "V" | "Dr" | "DL" | "DR" | "S" } "F" params [ "_" type ]
@@ -320,14 +336,15 @@ signature find_signature(const char* at, grammar_state* state) {
     signature found;
     if (begins_class(at, state)) {
         found.scope = at;
-        const suppression suppressed(state);
-        at = qualified_name(at, {}, state);
+        at = look_ahead(at, &found, state, [](const char* scope, grammar_state* each) {
+            return qualified_name(scope, {}, each);
+        });
     }
-    if (state->error_seen == 0 && begins_function(at, state)) {
+    if (!found.malformed && begins_function(at, state)) {
         at = read_qualifiers(at, true, &found.qualifiers, state) + 1;
         found.parameters = at;
-        at = skip_parameters(at, state);
-        if (peek_char(at, state) == '_') {
+        at = look_ahead(at, &found, state, skip_parameters);
+        if (!found.malformed && peek_char(at, state) == '_') {
             at = whole_type(at + 1, state);
             emit_char(' ', state);
         }
@@ -363,7 +380,7 @@ const char* full_entity(const char* at, grammar_state* state) {
     const name_parts parts = find_name(at, name_place::entity, state);
     signature found;
     found.end = parts.end;
-    if (follows(parts.end, "__", state)) {
+    if (state->error_seen == 0 && follows(parts.end, "__", state)) {
         found = find_signature(parts.end + 2, state);
     }
     if (state->error_seen != 0) {
@@ -379,6 +396,9 @@ const char* full_entity(const char* at, grammar_state* state) {
         parameter_list(found.parameters, state);
         emit_char(')', state);
         emit_function_qualifiers(found.qualifiers, state);
+    }
+    if (found.malformed) {
+        report_bad_name(state);
     }
     return found.end;
 }
