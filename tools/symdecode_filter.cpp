@@ -122,41 +122,30 @@ static void write_name(text_filter& filter, const found_name& name, std::string_
     count_position(filter, text.substr(name.begin, name.end - name.begin));
 }
 
-static std::size_t run_end(std::string_view text, std::size_t from) {
-    while (from < text.size() && is_run_byte(text[from])) {
-        ++from;
-    }
-    return from;
-}
-
-static std::size_t run_begin(std::string_view text, std::size_t from, std::size_t floor) {
-    while (from > floor && is_run_byte(text[from - 1])) {
-        --from;
-    }
-    return from;
-}
-
-// A whole run, with its names replaced.
-static void filter_run(text_filter& filter, std::string_view run, std::string& out) {
+// A whole run, with its names replaced. Stops behind a name when the output is large;
+// what follows is then a run of its own, because no name ends inside a word.
+static std::size_t filter_run(text_filter& filter, std::string_view run, bool plain,
+                              std::string& out) {
     std::size_t done = 0;
-    while (done < run.size()) {
-        const found_name name = find_name(filter.decoder, run, done);
+    while (done < run.size() && out.size() <= output_step) {
+        const found_name name = find_name(filter.decoder, run, plain, done);
         if (!name.found) {
-            break;
+            copy_text(filter, run.substr(done), out);
+            return run.size();
         }
         const std::size_t kept = name.begin - (name.drops_underscore && !filter.json ? 1 : 0);
         copy_text(filter, run.substr(done, kept - done), out);
         write_name(filter, name, run, out);
         done = name.end;
     }
-    copy_text(filter, run.substr(done), out);
+    return done;
 }
 
 // Where the part of a text begins, at or after `done`, that must wait for what follows: the
 // run at its end may go on. Behind full stops alone nothing can change except that ".L" may
 // open a label, so that a row of dots shows as it grows, all but the last.
 static std::size_t pending_begin(std::string_view text, std::size_t done) {
-    const std::size_t begin = run_begin(text, text.size(), done);
+    const std::size_t begin = run_around(text, text.size(), done).begin;
     if (text.find_first_not_of(".$", begin) != std::string_view::npos) {
         return begin;
     }
@@ -166,7 +155,7 @@ static std::size_t pending_begin(std::string_view text, std::size_t done) {
 std::size_t filter_text(text_filter& filter, std::string_view text, bool last, std::string& out) {
     std::size_t done = 0;
     if (filter.skipping) {
-        done = run_end(text, 0);
+        done = run_around(text, 0, 0).end;
         copy_text(filter, text.substr(0, done), out);
         filter.skipping = done == text.size();
     }
@@ -179,17 +168,21 @@ std::size_t filter_text(text_filter& filter, std::string_view text, bool last, s
         }
         const auto underscore =
             static_cast<std::size_t>(static_cast<const char*>(hit) - text.data());
-        const std::size_t begin = run_begin(text, underscore, done);
-        const std::size_t end = run_end(text, underscore);
-        copy_text(filter, text.substr(done, begin - done), out);
-        const std::string_view run = text.substr(begin, end - begin);
-        if (run.size() >= longest_name) {
-            copy_text(filter, run, out);
-        } else {
-            filter_run(filter, run, out);
+        const char next = underscore + 1 < limit ? text[underscore + 1] : '\0';
+        if (next != 'Z' && next != '_') {  // every name has a "_Z" or a "__"
+            from = underscore + 1;
+            continue;
         }
-        done = end;
-        from = end;
+        const text_run run = run_around(text, underscore, done);
+        copy_text(filter, text.substr(done, run.begin - done), out);
+        const std::string_view bytes = text.substr(run.begin, run.end - run.begin);
+        if (bytes.size() < longest_name) {
+            done = run.begin + filter_run(filter, bytes, run.plain, out);
+        } else {
+            copy_text(filter, bytes, out);
+            done = run.end;
+        }
+        from = done;
         if (out.size() > output_step) {
             return done;
         }

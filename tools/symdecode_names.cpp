@@ -7,12 +7,12 @@
 
 #include "demangle/decode_id.h"
 
-enum byte_class : unsigned char {
-    outside,  // ends every name
-    word,     // letters, digits, "_"
-    joint,    // "." and "$": a name may hold them, end before them or begin after them
-    high,     // a byte of a character beyond ASCII, the same
-};
+// What a byte is to a name, one bit each.
+using byte_class = unsigned char;
+static constexpr byte_class outside = 0;  // ends every name
+static constexpr byte_class word = 1;     // letters, digits, "_"
+static constexpr byte_class joint = 2;    // "." and "$": a name may end before or begin after one
+static constexpr byte_class high = 4;     // a byte of a character beyond ASCII, the same
 
 static constexpr std::array<byte_class, 256> make_byte_classes() {
     std::array<byte_class, 256> classes{};
@@ -39,13 +39,24 @@ static bool is_digit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
-bool is_run_byte(char byte) {
-    return class_of(byte) != outside;
+text_run run_around(std::string_view text, std::size_t at, std::size_t floor) {
+    text_run run{.begin = at, .end = at};
+    byte_class seen = outside;
+    while (run.begin > floor && class_of(text[run.begin - 1]) != outside) {
+        --run.begin;
+        seen |= class_of(text[run.begin]);
+    }
+    while (run.end < text.size() && class_of(text[run.end]) != outside) {
+        seen |= class_of(text[run.end]);
+        ++run.end;
+    }
+    run.plain = (seen & (joint | high)) == 0;
+    return run;
 }
 
-// The first offset at or after `from` whose byte is of none of the classes up to `last`.
-static std::size_t skip_classes(std::string_view text, std::size_t from, byte_class last) {
-    while (from < text.size() && class_of(text[from]) != outside && class_of(text[from]) <= last) {
+// The first offset at or after `from` whose byte is of none of `classes`.
+static std::size_t skip_classes(std::string_view text, std::size_t from, byte_class classes) {
+    while (from < text.size() && (class_of(text[from]) & classes) != 0) {
         ++from;
     }
     return from;
@@ -69,7 +80,10 @@ static std::string_view decode(name_decoder& decoder, std::string_view name, int
         decode_by_scheme(decoder.name.c_str(), decoder.buffer.data(), decoder.buffer.size(), &error,
                          &overflow, &needed, decoder.settings.names_only ? 0 : 1);
         if (error == 0) {
-            const std::string_view text = decoder.buffer.c_str();
+            // Under scheme 0 the needed size may include room for more than the text.
+            const std::string_view text = scheme == 1
+                                              ? std::string_view(decoder.buffer.data(), needed - 1)
+                                              : std::string_view(decoder.buffer.c_str());
             return text == name ? std::string_view{} : text;
         }
         if (overflow == 0 || needed <= decoder.buffer.size()) {
@@ -120,28 +134,43 @@ static std::size_t without_trailing_joints(std::string_view run, std::size_t beg
     return end;
 }
 
-// Decodes the name that begins at `begin`, with the longest end that gives a valid one:
-// all of the ASCII bytes that can belong to it, then the wider ones too, and last only
-// the letters, digits and underscores.
-static found_name decode_at(name_decoder& decoder, std::string_view run, std::size_t begin) {
-    const std::size_t ascii = skip_classes(run, begin, joint);
-    const std::size_t ends[] = {
-        without_trailing_joints(run, begin, ascii),
-        ascii < run.size() ? without_trailing_joints(run, begin, end_of_wide_name(run, ascii)) : 0,
-        skip_classes(run, begin, word),
-    };
-    std::size_t tried = 0;
-    for (const std::size_t end : ends) {
-        if (end <= begin || end == tried) {
-            continue;
-        }
-        const std::string_view text = decode(decoder, run.substr(begin, end - begin), 1);
-        if (!text.empty()) {
-            return {.found = true, .begin = begin, .end = end, .scheme = 1, .decoded = text};
-        }
-        tried = end;
+// A name may hold bytes beyond letters, digits and underscores only when it begins this
+// close to the start of its run. Real ones do, and hostile text cannot make each of its
+// words cost a try at all that follows.
+static constexpr std::size_t deepest_wide_name = 512;
+
+static found_name decode_range(name_decoder& decoder, std::string_view run, std::size_t begin,
+                               std::size_t end) {
+    found_name name{.begin = begin, .end = end, .scheme = 1};
+    if (end > begin) {
+        name.decoded = decode(decoder, run.substr(begin, end - begin), 1);
+        name.found = !name.decoded.empty();
     }
-    return {};
+    return name;
+}
+
+// Decodes the name of scheme 1 that begins at `begin`. It ends with the word, unless that
+// is followed by the suffix of a clone, or is a name only together with what follows.
+static found_name decode_at(name_decoder& decoder, std::string_view run, std::size_t begin,
+                            std::size_t word_end) {
+    const found_name name = decode_range(decoder, run, begin, word_end);
+    if (word_end == run.size() || begin > deepest_wide_name ||
+        (name.found && (run[word_end] != '.' || !decoder.settings.extended))) {
+        return name;
+    }
+    const std::size_t ascii_end = skip_classes(run, word_end, word | joint);
+    const std::size_t end = without_trailing_joints(run, word_end, ascii_end);
+    if (end > word_end) {
+        const found_name longer = decode_range(decoder, run, begin, end);
+        if (longer.found) {
+            return longer;
+        }
+    }
+    if (name.found) {
+        return decode_range(decoder, run, begin, word_end);
+    }
+    const std::size_t wide_end = end_of_wide_name(run, ascii_end);
+    return decode_range(decoder, run, begin, without_trailing_joints(run, ascii_end, wide_end));
 }
 
 // Where a name of scheme 1 begins in the word at `start`, or npos. Tools put words of
@@ -259,6 +288,25 @@ static found_name decode_scheme_zero(name_decoder& decoder, std::string_view run
     return result;
 }
 
+// The end of the identifier at `start`, "$" taken as one of its letters.
+static std::size_t end_with_dollars(std::string_view run, std::size_t start) {
+    std::size_t end = start;
+    while (end < run.size() && (class_of(run[end]) == word || run[end] == '$')) {
+        ++end;
+    }
+    return without_trailing_joints(run, start, end);
+}
+
+// Decodes run[begin, end) if it has the looks of a name of scheme 0.
+static found_name try_scheme_zero(name_decoder& decoder, std::string_view run, std::size_t begin,
+                                  std::size_t end) {
+    const std::string_view name = run.substr(begin, end - begin);
+    if (has_separator(name) && (decoder.settings.scheme == 0 || looks_like_scheme_zero(name))) {
+        return decode_scheme_zero(decoder, run, begin, end);
+    }
+    return {};
+}
+
 // ---- both ----
 
 // Whether the name of scheme 1 that begins at `begin` has an underscore too many in
@@ -269,7 +317,7 @@ static bool drops_underscore(const name_decoder& decoder, std::string_view run, 
            run.find_first_not_of('_', start) > begin;
 }
 
-found_name find_name(name_decoder& decoder, std::string_view run, std::size_t from) {
+found_name find_name(name_decoder& decoder, std::string_view run, bool plain, std::size_t from) {
     const int scheme = decoder.settings.scheme;
     std::size_t start = from;
     while (start < run.size()) {
@@ -277,17 +325,20 @@ found_name find_name(name_decoder& decoder, std::string_view run, std::size_t fr
             ++start;
             continue;
         }
-        const std::size_t word_end = skip_classes(run, start, word);
+        const std::size_t word_end = plain ? run.size() : skip_classes(run, start, word);
         const std::size_t begin =
             scheme == 0 ? std::string_view::npos : scheme_one_begin(run, start);
         found_name result;
         if (begin != std::string_view::npos) {
-            result = decode_at(decoder, run, begin);
+            result = decode_at(decoder, run, begin, word_end);
             result.drops_underscore = drops_underscore(decoder, run, start, begin);
         } else if (scheme != 1 && !is_digit(run[start])) {
-            const std::string_view name = run.substr(start, word_end - start);
-            if (has_separator(name) && (scheme == 0 || looks_like_scheme_zero(name))) {
-                result = decode_scheme_zero(decoder, run, start, word_end);
+            const std::size_t end = plain ? word_end : end_with_dollars(run, start);
+            if (end != word_end && start <= deepest_wide_name) {
+                result = try_scheme_zero(decoder, run, start, end);
+            }
+            if (!result.found) {
+                result = try_scheme_zero(decoder, run, start, word_end);
             }
         }
         if (result.found) {

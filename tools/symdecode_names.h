@@ -40,13 +40,20 @@ struct found_name {
     std::string_view decoded{};
 };
 
-// Whether `byte` can stand in a run that holds a name: a letter, a digit, "_", ".",
-// "$" or any byte of a character beyond ASCII.
-bool is_run_byte(char byte);
+// A run of bytes that can be part of a name: letters, digits, "_", ".", "$" and the
+// bytes of characters beyond ASCII. The bytes around it cannot.
+struct text_run {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    bool plain = true;  // letters, digits and underscores only
+};
 
-// The first mangled name at or after `from` in `run`, which holds run bytes only and
-// was cut out of the text at both ends by bytes that cannot be part of a name.
-found_name find_name(name_decoder& decoder, std::string_view run, std::size_t from);
+// The run in `text` around the run byte at `at`, or an empty one where there is none. It
+// does not begin before `floor`.
+text_run run_around(std::string_view text, std::size_t at, std::size_t floor);
+
+// The first mangled name at or after `from` in `run`, a whole run of text.
+found_name find_name(name_decoder& decoder, std::string_view run, bool plain, std::size_t from);
 
 // The same for a text that is known to be one symbol, so that no guess is needed: all
 // of it, but for a leading underscore and an "@version", must be the name, and under

@@ -13,13 +13,25 @@ using namespace std::string_literals;
 
 namespace {
 
+RunOptions reading(const std::string& input) {
+    RunOptions options;
+    options.input = input;
+    return options;
+}
+
+RunOptions reading_from(const std::string& file) {
+    RunOptions options;
+    options.input_from = file;
+    return options;
+}
+
 Finished symdecode(std::vector<std::string> arguments, const RunOptions& options = {}) {
     arguments.insert(arguments.begin(), SYMDECODE);
     return run_program(arguments, options);
 }
 
 std::string decoded(const std::vector<std::string>& arguments, const std::string& input = {}) {
-    const Finished run = symdecode(arguments, {.input = input});
+    const Finished run = symdecode(arguments, reading(input));
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
     return run.out;
@@ -28,7 +40,7 @@ std::string decoded(const std::vector<std::string>& arguments, const std::string
 void expect_golden(const std::vector<std::string>& arguments, const std::string& text,
                    const std::string& expected) {
     const std::string folder = "../data/symdecode/";
-    const Finished run = symdecode(arguments, {.input_from = folder + text});
+    const Finished run = symdecode(arguments, reading_from(folder + text));
     EXPECT_EQ(run.status, 0) << text;
     EXPECT_EQ(run.err, "") << text;
     EXPECT_EQ(run.out, read_file(folder + expected)) << text;
@@ -52,7 +64,8 @@ std::string read_exactly(int fd, std::size_t size) {
 }  // namespace
 
 TEST(SymdecodeProgram, DecodesTheTextsOfOtherTools) {
-    for (const std::string name : {"assembly", "linker", "listing", "map", "nm", "stack_trace"}) {
+    for (const std::string name :
+         {"assembly", "linker", "listing", "map", "nm", "stack_trace", "underscores"}) {
         expect_golden({}, name + ".txt", name + ".decoded.txt");
     }
 }
@@ -62,7 +75,7 @@ TEST(SymdecodeProgram, DecodesAListingUnderSchemeZero) {
 }
 
 TEST(SymdecodeProgram, DecodesAListingWithUnderscoresInFront) {
-    expect_golden({"--strip-underscore"}, "listing.txt", "listing.underscore.txt");
+    expect_golden({"--strip-underscore"}, "underscores.txt", "underscores.stripped.txt");
 }
 
 TEST(SymdecodeProgram, WhatHoldsNoNamesComesThroughByteForByte) {
@@ -160,7 +173,7 @@ TEST(SymdecodeProgram, ABadCommandLineEndsWithStatusTwo) {
 }
 
 TEST(SymdecodeProgram, InputThatCannotBeReadEndsWithStatusOne) {
-    const Finished run = symdecode({}, {.input_from = "/"});
+    const Finished run = symdecode({}, reading_from("/"));
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err, "symdecode: standard input: Is a directory\n");
 }
@@ -169,14 +182,16 @@ TEST(SymdecodeProgram, OutputThatCannotBeWrittenEndsWithStatusOne) {
     const std::string message = "symdecode: standard output: No space left on device\n";
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{}, {"_Z1fi"}, {"--json", "_Z1fi"}, {"--help"}, {"--version"}}) {
-        const Finished run = symdecode(arguments, {.input = "_Z1fi", .output_to = "/dev/full"});
+        RunOptions options = reading("_Z1fi");
+        options.output_to = "/dev/full";
+        const Finished run = symdecode(arguments, options);
         EXPECT_EQ(run.status, 1);
         EXPECT_EQ(run.err, message);
     }
 }
 
 TEST(SymdecodeProgram, ABrokenPipeEndsQuietly) {
-    Running running = start_program({SYMDECODE}, {.input = std::string(1 << 22, 'x')});
+    Running running = start_program({SYMDECODE}, reading(std::string(1 << 22, 'x')));
     close(running.out_fd);
     running.out_fd = -1;
     const Finished run = finish_program(running);
@@ -187,7 +202,7 @@ TEST(SymdecodeProgram, ABrokenPipeEndsQuietly) {
 TEST(SymdecodeProgram, ABrokenPipeEndsQuietlyWhereTheSignalIsIgnored) {
     const Finished run =
         run_program({"sh", "-c", "trap '' PIPE; { \"$0\"; echo $? >&2; } | true", SYMDECODE},
-                    {.input = std::string(1 << 22, 'x')});
+                    reading(std::string(1 << 22, 'x')));
     EXPECT_EQ(run.err, "1\n");
 }
 
@@ -215,7 +230,7 @@ TEST(SymdecodeProgram, MemoryDoesNotGrowWithTheText) {
     for (int line = 0; line < 400000; ++line) {
         text += "0000000000000000 T _ZN1A1fEi ";
     }
-    RunOptions options{.input = text + std::string(20 << 20, '_')};
+    RunOptions options = reading(text + std::string(20 << 20, '_'));
     if (SYMDECODE_SANITIZERS[0] == '\0') {
         options.address_space_limit = 16 << 20;
     }

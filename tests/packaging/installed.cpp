@@ -7,6 +7,24 @@
 
 namespace fs = std::filesystem;
 
+RunOptions in_folder(const std::string& folder) {
+    RunOptions options;
+    options.directory = folder;
+    return options;
+}
+
+RunOptions with_variable(const std::string& name, const std::string& value) {
+    RunOptions options;
+    options.set[name] = value;
+    return options;
+}
+
+RunOptions reading(const std::string& input) {
+    RunOptions options;
+    options.input = input;
+    return options;
+}
+
 std::string output_of(const std::vector<std::string>& argv, const RunOptions& options) {
     const Finished run = run_program(argv, options);
     std::string command;

@@ -8,6 +8,12 @@
 
 #include "tests/harness/program.h"
 
+// The options of a run in another folder, with one more environment variable, or with
+// something to read.
+RunOptions in_folder(const std::string& folder);
+RunOptions with_variable(const std::string& name, const std::string& value);
+RunOptions reading(const std::string& input);
+
 // Runs a command, which must end with status 0, and gives its standard output.
 std::string output_of(const std::vector<std::string>& argv, const RunOptions& options = {});
 

@@ -118,7 +118,7 @@ TEST(Installed, SharedLibrariesExportThePublicNamesOnly) {
     const auto names_in = [](const string& library) {
         const string symbols = output_of({"nm", "-D", "--defined-only", "-j", lib() + library});
         const string names = output_of(
-            {installed_tree() + "/bin/symdecode", "--lines", "--names-only"}, {.input = symbols});
+            {installed_tree() + "/bin/symdecode", "--lines", "--names-only"}, reading(symbols));
         std::set<string> result;
         for (const string& line : lines_of(names)) {
             result.insert(line.substr(0, line.find('@')));
@@ -202,7 +202,7 @@ TEST(Installed, IsNotFoundByCMakeUnderAnotherMajorVersion) {
 
 TEST(Installed, IsFoundByPkgConfig) {
     const ScratchFolder scratch;
-    const RunOptions options{.set = {{"PKG_CONFIG_PATH", lib() + "/pkgconfig"}}};
+    const RunOptions options = with_variable("PKG_CONFIG_PATH", lib() + "/pkgconfig");
     EXPECT_EQ(shell("pkg-config --modversion interlist-support interlist-demangle", {}, options),
               "8.3.12\n8.3.12\n");
     shell(
@@ -212,6 +212,6 @@ TEST(Installed, IsFoundByPkgConfig) {
         "$1 -std=c++20 consumer/consumer.cpp -o $2/static $(pkg-config --cflags $libraries)"
         " -Wl,-Bstatic $(pkg-config --libs $libraries) -Wl,-Bdynamic\n",
         {CXX, scratch.path()}, options);
-    expect_consumer(scratch / "shared", {.set = {{"LD_LIBRARY_PATH", lib()}}});
+    expect_consumer(scratch / "shared", with_variable("LD_LIBRARY_PATH", lib()));
     expect_consumer(scratch / "static");
 }

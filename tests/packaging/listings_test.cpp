@@ -140,7 +140,7 @@ TEST(MakeRule, MakesOnlyTheListingsThatNeedIt) {
     work.write("one.c", "#include \"both.h\"\nint one(void) {\n    return ONE;\n}\n");
     work.write("two.c", "int two(void) {\n    return 2;\n}\n");
     work.write("both.h", "#define ONE 1\n");
-    const RunOptions options{.directory = work.path()};
+    const RunOptions options = in_folder(work.path());
     const string make = "PATH=\"$1/bin:$PATH\" make --no-print-directory -j2 CC=\"$2\" listings";
     const std::vector<string> arguments{installed_tree(), CC};
 

@@ -81,7 +81,7 @@ TEST_F(DebianPackage, ProgramsRunFromAnotherRoot) {
     work.write("prog.c", "int f(void)\n{\n    return 1;\n}\n");
     work.write("prog.asm",
                "\t.ifile \"prog.c\"\n\t.ifunc 1\n_f:\n\t.iline 3\n\tret\n\t.iendfunc 4\n");
-    output_of({bin + "interlist", "prog.asm"}, {.directory = work.path()});
+    output_of({bin + "interlist", "prog.asm"}, in_folder(work.path()));
     EXPECT_NE(work.read("prog.cl").find("|     return 1;"), string::npos);
 }
 

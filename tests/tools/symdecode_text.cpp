@@ -126,6 +126,8 @@ TEST(SymdecodeText, LeavesVersionsAndRelocationsBehindTheName) {
             {"_Z1fv@CXXABI_1.3", "f()@CXXABI_1.3"},
             {"_Z1fv@GOTPCREL(%rip)", "f()@GOTPCREL(%rip)"},
             {"_Z1fv$local", "f()$local"},
+            {"_Z3a$bv", "a$b()"},
+            {"_Z1f3a$b", "f(a$b)"},
         },
         {});
 }
@@ -178,6 +180,7 @@ TEST(SymdecodeText, NamesMayHoldCharactersBeyondAscii) {
     expect_all(
         {
             {"_Z5caf\xC3\xA9v", "caf\xC3\xA9()"},
+            {"_Z5caf\xC3\xA9v...", "caf\xC3\xA9()..."},
             {"_ZN5caf\xC3\xA9"
              "1fEv;",
              "caf\xC3\xA9::f();"},
@@ -213,7 +216,9 @@ TEST(SymdecodeText, SchemeZeroDecodesEveryNameOfItsKind) {
             {"__ct__1AFv", "A::A()"},
             {"__vtbl__1A+8", "virtual function table for A+8"},
             {"__Q2_1A1B", "A::B"},
-            {".text:f__1AFi$local", ".text:f__1AFi$local"},
+            {".text:f__1AFi$local", ".text:A::f(int)$local"},
+            {"$f__1AFi", "$A::f(int)"},
+            {"f$x__1AFi", "A::f$x(int)"},
             {".text.f__1AFi", ".text.A::f(int)"},
             {"main my__var __foo__bar", "main my__var __foo__bar"},
             {"0x__1A", "0x__1A"},
