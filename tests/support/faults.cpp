@@ -34,6 +34,8 @@ std::size_t number_of(FILE* stream) {
 
 }  // namespace
 
+// The linker's names.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 
 void* __real_malloc(std::size_t size);
@@ -121,3 +123,4 @@ void (*__wrap_signal(int sig, void (*handler)(int)))(int) {
 }
 
 }  // extern "C"
+// NOLINTEND(bugprone-reserved-identifier)

@@ -136,6 +136,13 @@ TEST_F(FileNameFaults, TheErrorIsClearedBeforeTheSystemIsAsked) {
     EXPECT_EQ(faults.errno_at_tempnam, 0);
 }
 
+TEST_F(FileNameFaults, ATemporaryNameInADestinationLeavesNoAllocationBehind) {
+    // Seen by the leak checkers.
+    std::array<char, 4096> buffer{};
+    EXPECT_EQ(fn_tmpnam(buffer.data(), nullptr, nullptr), buffer.data());
+    EXPECT_NE(buffer[0], '\0');
+}
+
 TEST_F(FileNameFaults, TheTemporaryPrefixIsTheProcessIdInBase62) {
     EXPECT_EQ(prefix_of(1), "Ze001");
     EXPECT_EQ(prefix_of(9), "Ze009");

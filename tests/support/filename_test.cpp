@@ -54,7 +54,7 @@ std::string with_ext(const std::string& name, const char* ext, int replace) {
 
 std::string without_ext(std::string name) {
     fn_delext(name.data());
-    return name.c_str();
+    return name.substr(0, std::strlen(name.data()));
 }
 
 std::string of(std::size_t count, char c) {
@@ -548,7 +548,8 @@ TEST(SplitAndBuild, GiveDrawnNamesWithinTheLimitsBack) {
     for (int i = 0; i < 20000; ++i) {
         std::string dir;
         while (draw(3) != 0 && dir.size() < 450) {
-            dir += component(40, true) + "/";
+            dir += component(40, true);
+            dir += '/';
         }
         const std::string base = component(498, true);
         const std::string ext = draw(3) == 0 ? "" : std::string(".") + component(499, false);

@@ -9,8 +9,6 @@
 
 #include "tests/harness/program.h"
 
-namespace fs = std::filesystem;
-
 namespace {
 
 // A program as the page shows it: its name, its source and what it prints.
@@ -56,7 +54,8 @@ std::vector<Shown> programs_of_the_guide() {
 
 TEST(LibraryGuide, ShowsEveryExample) {
     std::vector<std::string> files;
-    for (const auto& entry : fs::directory_iterator(std::string(DOCUMENTS) + "/examples")) {
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::string(DOCUMENTS) + "/examples")) {
         files.push_back(entry.path().stem().string());
     }
     std::sort(files.begin(), files.end());

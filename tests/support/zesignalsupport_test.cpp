@@ -437,10 +437,11 @@ namespace {
 template <typename... Arguments>
 std::string appended(const std::string& text, std::size_t size, const char* fmt,
                      Arguments... arguments) {
-    std::string buffer(size, '#');
+    // Not a byte larger, for the sanitizers.
+    std::vector<char> buffer(size, '#');
     std::memcpy(buffer.data(), text.c_str(), std::min(text.size() + 1, size));
     sigstrnappend(buffer.data(), static_cast<std::uint32_t>(size), fmt, arguments...);
-    return buffer;
+    return {buffer.begin(), buffer.end()};
 }
 
 std::string bytes(const char* literal, std::size_t size) {
