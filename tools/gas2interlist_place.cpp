@@ -60,12 +60,18 @@ std::string_view base_symbol(std::string_view symbol) {
     return symbol.substr(0, dot);
 }
 
-// The part of a function that was split off because it is hardly ever run.
-bool is_cold_part(std::string_view symbol) {
-    constexpr std::string_view mark = ".cold";
-    const std::size_t at = symbol.find(mark);
-    return at != std::string_view::npos && at > 0 &&
-           (at + mark.size() == symbol.size() || symbol[at + mark.size()] == '.');
+// Where the mark begins by which a symbol names a part that was split off a function
+// (because it is hardly ever run, or to be placed by itself); npos for a whole function.
+// "f.part.0" is none of these: it is compiled as a function of its own.
+std::size_t part_mark(std::string_view symbol) {
+    for (const std::string_view mark : {".cold", ".__part"}) {
+        const std::size_t at = symbol.find(mark, 1);
+        const std::size_t end = at + mark.size();
+        if (at != std::string_view::npos && (end == symbol.size() || symbol[end] == '.')) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
 }
 
 // Skips the template arguments at the front of a mangled name.
@@ -167,14 +173,14 @@ std::optional<std::string> map_name(const SourceMap& source_map, const std::stri
 std::string reachable_name(const Placer& placer, const FileEntry& entry) {
     const std::string& base = placer.assembly.compilation_directory;
     const std::string written = join(entry.directory, entry.name);
-    const std::string full = join(base, written);
+    std::string full = join(base, written);
     for (const std::string& name : {written, full}) {
         if (std::optional<std::string> mapped = map_name(placer.source_map, name)) {
             return std::move(*mapped);
         }
     }
     const std::string in_base = base.ends_with('/') || base.empty() ? base : base + "/";
-    const std::string brief = full.starts_with(in_base) ? full.substr(in_base.size()) : written;
+    std::string brief = full.starts_with(in_base) ? full.substr(in_base.size()) : written;
     if (brief == full || placer.access.same(brief, full)) {
         return brief;
     }
@@ -267,34 +273,46 @@ std::optional<Extent> extent_from_assembly(Placer& placer, const Function& funct
     return extent;
 }
 
-// Where a function stands in the source. Its first position decides, unless that lies
-// in a function of another name: then it was inlined ahead of the function's own code,
-// and the first position in a function of the right name decides.
-std::optional<Extent> find_extent(Placer& placer, const Function& function) {
+// The first of a function's positions that lies in a function called `name`. An entry
+// elsewhere is code that was inlined ahead of the function's own.
+std::optional<Extent> find_named_extent(Placer& placer, const Function& function,
+                                        std::string_view name) {
     const Position& entry = *function.entry;
-    for (std::string_view name = declared_name(function.symbol); !name.empty();
-         name.remove_prefix(1)) {
-        if (std::optional<Extent> extent = named_extent(placer, entry, name)) {
-            return is_shared(*extent->source, std::max(entry.line, extent->first), extent->body)
-                       ? extent_from_assembly(placer, function)
-                       : extent;
+    if (std::optional<Extent> extent = named_extent(placer, entry, name)) {
+        return is_shared(*extent->source, std::max(entry.line, extent->first), extent->body)
+                   ? extent_from_assembly(placer, function)
+                   : extent;
+    }
+    Position last = entry;
+    for (std::size_t i = 0; i < function.position_count; ++i) {
+        const Position& it = placer.assembly.positions[function.first_position + i];
+        if (it.line == 0 || (it.file == last.file && it.line == last.line)) {
+            continue;
         }
-        Position last = entry;
-        for (std::size_t i = 0; i < function.position_count; ++i) {
-            const Position& it = placer.assembly.positions[function.first_position + i];
-            if (it.line == 0 || (it.file == last.file && it.line == last.line)) {
-                continue;
-            }
-            last = it;
-            if (std::optional<Extent> extent = named_extent(placer, it, name)) {
-                return extent;
-            }
-        }
-        // Some formats put an underscore before every C symbol.
-        if (name.front() != '_') {
-            break;
+        last = it;
+        if (std::optional<Extent> extent = named_extent(placer, it, name)) {
+            return extent;
         }
     }
+    return std::nullopt;
+}
+
+// Where a function stands in the source: where its name is declared, or else where it is
+// entered.
+std::optional<Extent> find_extent(Placer& placer, const Function& function) {
+    const std::string_view name = declared_name(function.symbol);
+    if (!name.empty()) {
+        if (std::optional<Extent> extent = find_named_extent(placer, function, name)) {
+            return extent;
+        }
+    }
+    // Some formats put an underscore before every C symbol.
+    if (name.size() > 1 && name.front() == '_') {
+        if (std::optional<Extent> extent = find_named_extent(placer, function, name.substr(1))) {
+            return extent;
+        }
+    }
+    const Position& entry = *function.entry;
     Source* source = source_of(placer, entry.file);
     if (source != nullptr && source->outline) {
         const std::size_t declared = function_declared_at(*source->outline, entry.line, {});
@@ -405,9 +423,9 @@ void place_function(Placer& placer, const Function& function, const Extent& exte
     insert(placer, function.end, ".iendfunc", extent.last + 1);
 }
 
-// The cold part of a function lists no more than the lines that it has code of: each
-// is made a function of one line.
-void place_cold_part(Placer& placer, const Function& function, const Extent& extent) {
+// A part that was split off lists no more than the lines that it has code of: each is
+// made a function of one line.
+void place_part(Placer& placer, const Function& function, const Extent& extent) {
     std::uint32_t shown = 0;
     const auto show = [&](std::size_t at, const Position& position) {
         if (position.line == shown || !owns(placer, extent, position)) {
@@ -432,7 +450,7 @@ void place_cold_part(Placer& placer, const Function& function, const Extent& ext
 
 void collect_entries(Placer& placer) {
     for (const Function& function : placer.assembly.functions) {
-        if (function.entry && !is_cold_part(function.symbol)) {
+        if (function.entry && part_mark(function.symbol) == std::string_view::npos) {
             if (Source* source = source_of(placer, function.entry->file)) {
                 source->entries.push_back(function.entry->line);
             }
@@ -447,11 +465,11 @@ void place(Placer& placer, const Function& function) {
     if (!function.entry) {
         return;
     }
-    const bool is_cold = is_cold_part(function.symbol);
+    const std::size_t mark = part_mark(function.symbol);
+    const bool is_part = mark != std::string_view::npos;
+    const auto whole = placer.by_symbol.find(function.symbol.substr(0, mark));
     std::optional<Extent> extent;
-    if (const auto whole = placer.by_symbol.find(
-            function.symbol.substr(0, is_cold ? function.symbol.find(".cold") : 0));
-        is_cold && whole != placer.by_symbol.end()) {
+    if (is_part && whole != placer.by_symbol.end()) {
         extent = whole->second;
     } else {
         extent = find_extent(placer, function);
@@ -463,8 +481,8 @@ void place(Placer& placer, const Function& function) {
     if (!function.can_hold_directives) {
         return;
     }
-    if (is_cold) {
-        place_cold_part(placer, function, *extent);
+    if (is_part) {
+        place_part(placer, function, *extent);
     } else {
         place_function(placer, function, *extent);
     }

@@ -245,6 +245,24 @@ TEST(Placement, AColdPartListsTheLinesItHasCodeOf) {
               ".ifunc\t3\n.iendfunc\t4\n");
 }
 
+TEST(Placement, OnlyPartsThatWereSplitOffAreListedInPieces) {
+    const std::string part = "\t.loc 1 16\n\tnop\n\t.loc 1 10\n\tnop\n";
+    const std::string pieces =
+        ".ifile\t\"a.c\"\n.ifunc\t16\n.iendfunc\t17\n"
+        ".ifunc\t10\n.iendfunc\t11\n";
+    const std::string whole = ".ifile\t\"a.c\"\n.ifunc\t6\n.iline\t5\n.iendfunc\t20\n";
+    const auto placed_as = [&](const std::string& symbol) {
+        return directives("\t.file 1 \"a.c\"\n" + function(symbol, part), sources);
+    };
+    EXPECT_EQ(placed_as("f.cold"), pieces);
+    EXPECT_EQ(placed_as("f.cold.12"), pieces);
+    EXPECT_EQ(placed_as("f.constprop.0.cold"), pieces);
+    EXPECT_EQ(placed_as("f.__part.3"), pieces);
+    EXPECT_EQ(placed_as("f.part.0"), whole);
+    EXPECT_EQ(placed_as("f.isra.0"), whole);
+    EXPECT_EQ(placed_as("f.colder"), whole);
+}
+
 TEST(Placement, WithoutTheSourceTheAssemblyTellsTheExtent) {
     EXPECT_EQ(directives("\t.file 1 \"gone.c\"\n" +
                              function("f",
