@@ -30,8 +30,11 @@ Name draw_operator_name(Drawing& drawing, int depth) {
         name.code = "__op" + type.code;
         name.text = "operator " + text_of(type);
     } else {
-        const Coded& row = operator_codes[draw(drawing, operator_code_count)];
-        name.code = operator_name_code(drawing, row, name.text);
+        const Coded* row = &operator_codes[draw(drawing, operator_code_count)];
+        while (!names_function(*row)) {
+            row = &operator_codes[draw(drawing, operator_code_count)];
+        }
+        name.code = operator_name_code(drawing, *row, name.text);
     }
     return name;
 }
@@ -124,14 +127,14 @@ Declaration draw_special(Drawing& drawing, int depth) {
     if (kind < 55) {
         const Special& row = draw_row(drawing, entity_rows);
         const Entity entity = draw_entity(drawing, depth);
-        return {row.prefix + entity.code, row.phrase + entity.text, ""};
+        return {row.prefix + entity.code, row.phrase + entity.text, "", false};
     }
     if (kind < 65) {
         static constexpr const char* targets[] = {"avx2", "arch=haswell", "sse4.2,no-avx", "x_y"};
         const std::string target = draw_row(drawing, targets);
         const Entity entity = draw_entity(drawing, depth);
         return {"__TGT__" + target + "__" + entity.code,
-                entity.text + " __attribute__((target(" + target + ")))", ""};
+                entity.text + " __attribute__((target(" + target + ")))", "", false};
     }
     if (kind < 85) {
         // Without a "__" behind its leading underscores the symbol is not mangled.
@@ -141,16 +144,16 @@ Declaration draw_special(Drawing& drawing, int depth) {
         }
         const bool identifier = chance(drawing, 50);
         return {(identifier ? "__TID_" : "__T_") + type.code,
-                (identifier ? "type identifier for " : "typeinfo for ") + text_of(type), ""};
+                (identifier ? "type identifier for " : "typeinfo for ") + text_of(type), "", false};
     }
     const Type type = draw_type(drawing, depth);
     const Entity entity = draw_entity(drawing, depth);
     return {"__VFE__" + type.code + "__" + entity.code,
-            "surrogate in class " + text_of(type) + " for " + entity.text, ""};
+            "surrogate in class " + text_of(type) + " for " + entity.text, "", false};
 }
 
 Declaration draw_symbol(Drawing& drawing) {
-    const int depth = 1 + static_cast<int>(draw(drawing, 4));
+    const int depth = 1 + static_cast<int>(draw(drawing, 5));
     const unsigned kind = draw(drawing, 100);
     if (kind < 70) {
         const Entity entity = draw_entity(drawing, depth);
@@ -183,6 +186,11 @@ Declaration draw_symbol(Drawing& drawing) {
 }
 
 }  // namespace
+
+bool names_function(const Coded& row) {
+    const std::string_view code = row.code;
+    return code != "ct" && code != "dt";
+}
 
 std::string operator_name_code(Drawing& drawing, const Coded& row, std::string& text) {
     text = "operator " + std::string(row.text);
@@ -229,9 +237,11 @@ Entity draw_entity(Drawing& drawing, int depth) {
 }
 
 Declaration draw_declaration(std::uint64_t seed) {
-    Drawing drawing{.engine = std::mt19937_64(seed)};
+    Drawing drawing;
+    drawing.engine.seed(seed);
     for (;;) {
         drawing.clash = false;
+        drawing.classes.clear();
         Declaration symbol = draw_symbol(drawing);
         symbol.name = bounded(drawing, symbol.name);
         if (!drawing.clash) {

@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tests/demangle/scheme0_parts.h"
 
@@ -16,13 +17,7 @@ struct Declaration {
     std::string name;
     std::string decorated;
     std::string undecorated;
-};
-
-// The state of one drawing.
-struct Drawing {
-    std::mt19937_64 engine;
-    unsigned nesting = 0;  // how many operand names surround what is drawn
-    bool clash = false;    // neighbours would be misread: this drawing is not used
+    bool plain_name = true;  // `undecorated` is known
 };
 
 // A class or a namespace, as a scope and as a type.
@@ -30,6 +25,15 @@ struct Scope {
     std::string code;
     std::string text;
     std::string repeated;  // what a constructor calls itself; empty: there is none
+    unsigned nesting = 0;  // of the operand names around it, which its text depends on
+};
+
+// The state of one drawing.
+struct Drawing {
+    std::mt19937_64 engine;
+    std::vector<Scope> classes;  // drawn so far, to be met again
+    unsigned nesting = 0;        // how many operand names surround what is drawn
+    bool clash = false;          // neighbours would be misread: this drawing is not used
 };
 
 // A function or variable, alone and without scope and signature.
@@ -52,6 +56,9 @@ std::string bounded(Drawing& drawing, std::string letters);
 
 std::string draw_identifier(Drawing& drawing);  // without "__", no underscore at its end
 Arguments draw_arguments(Drawing& drawing, int depth);
+// The letters and text of a function named by an operator. "ct" and "dt" name none: they
+// are constructor and destructor there.
+bool names_function(const Coded& row);
 std::string operator_name_code(Drawing& drawing, const Coded& row, std::string& text);
 std::string draw_template_param(Drawing& drawing, std::string_view letters, std::string& text);
 

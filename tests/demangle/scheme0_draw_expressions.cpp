@@ -47,6 +47,10 @@ constexpr Coded cast_literal_rows[] = {
 constexpr Coded floating_rows[] = {
     {"f", "float"}, {"d", "double"}, {"r", "long double"}, {"xd", "_Complex double"}};
 
+bool holds_greater(std::string_view text) {
+    return text.find('>') != std::string_view::npos;
+}
+
 // The payload with its length, in one of the forms that its size allows.
 std::string literal_code(Drawing& drawing, const std::string& payload) {
     const std::string size = std::to_string(payload.size());
@@ -148,7 +152,7 @@ Expression draw_name(Drawing& drawing, int depth) {
     Expression value;
     if (chance(drawing, 12)) {
         const Coded* row = &operator_codes[draw(drawing, operator_code_count)];
-        while (std::string_view(row->text).find('>') != std::string_view::npos) {
+        while (!names_function(*row) || holds_greater(row->text)) {
             row = &operator_codes[draw(drawing, operator_code_count)];
         }
         value.code = operator_name_code(drawing, *row, value.text);
@@ -164,10 +168,6 @@ Expression draw_name(Drawing& drawing, int depth) {
     }
     value.code = "__" + value.code + "__";
     return value;
-}
-
-bool holds_greater(std::string_view text) {
-    return text.find('>') != std::string_view::npos;
 }
 
 struct List {
@@ -259,13 +259,27 @@ Expression draw_enclosed(Drawing& drawing, int depth) {
             row.text + text_of(type) + ">(" + operand.text + ")"};
 }
 
+// "O", the code and what follows. Together they must not give a longer code, as "ao" and
+// a long double give "aor".
+std::string operator_letters(Drawing& drawing, const Coded& row, const std::string& operands) {
+    const std::string letters = row.code + operands;
+    const std::string_view code = row.code;
+    for (unsigned other = 0; other != operator_code_count; ++other) {
+        const std::string_view longer = operator_codes[other].code;
+        if (longer.size() > code.size() && letters.starts_with(longer)) {
+            drawing.clash = true;
+        }
+    }
+    return "O" + letters;
+}
+
 Expression draw_operation(Drawing& drawing, int depth) {
     const unsigned kind = draw(drawing, 100);
     const Expression first = draw_operand(drawing, depth);
     const std::string left = operand_text(first);
     if (kind < 18) {
         const Coded& row = draw_row(drawing, prefix_rows);
-        return {"O" + std::string(row.code) + first.code + "O", row.text + left, true};
+        return {operator_letters(drawing, row, first.code) + "O", row.text + left, true};
     }
     if (kind < 23) {
         const bool up = chance(drawing, 50);
@@ -300,7 +314,7 @@ Expression draw_operation(Drawing& drawing, int depth) {
     }
     const Coded& row = draw_row(drawing, binary_rows);
     const std::string_view sign = row.text;
-    return {"O" + std::string(row.code) + operands, left + " " + row.text + " " + right, true,
+    return {operator_letters(drawing, row, operands), left + " " + row.text + " " + right, true,
             holds_greater(sign) && !sign.starts_with("->")};
 }
 

@@ -158,8 +158,17 @@ Run draw_run(Drawing& drawing, int depth) {
 }
 
 Scope draw_simple(Drawing& drawing, int depth) {
+    if (!drawing.classes.empty() && chance(drawing, 30)) {
+        const auto count = static_cast<unsigned>(drawing.classes.size());
+        const Scope& known = drawing.classes[draw(drawing, count)];
+        if (known.nesting == drawing.nesting) {
+            return known;
+        }
+    }
     const Run run = draw_run(drawing, depth);
-    return {length_prefixed(bounded(drawing, run.code)), run.text, run.repeated};
+    drawing.classes.push_back(
+        {length_prefixed(bounded(drawing, run.code)), run.text, run.repeated, drawing.nesting});
+    return drawing.classes.back();
 }
 
 Scope draw_qualified(Drawing& drawing, int depth);
@@ -168,19 +177,19 @@ Scope draw_component(Drawing& drawing, int depth) {
     const unsigned kind = draw(drawing, 100);
     if (kind < 6) {
         const Type param = draw_param_type(drawing);
-        return {param.code, text_of(param), text_of(param)};
+        return {param.code, text_of(param), text_of(param), drawing.nesting};
     }
     if (kind < 8) {
-        return {"G", "", ""};
+        return {"G", "", "", drawing.nesting};
     }
     if (kind < 10) {
         const Type type =
             chance(drawing, 50) ? draw_builtin(drawing) : draw_wrapped(drawing, depth - 1);
-        return {type.code, text_of(type), ""};
+        return {type.code, text_of(type), "", drawing.nesting};
     }
     if (kind < 12 && depth > 0) {
         const Scope scope = draw_qualified(drawing, depth - 1);
-        return {scope.code, scope.text, ""};
+        return {scope.code, scope.text, "", drawing.nesting};
     }
     return draw_simple(drawing, depth);
 }
@@ -272,12 +281,12 @@ FunctionQualifiers draw_function_qualifiers(Drawing& drawing, bool of_signature)
     static constexpr const char* letters[] = {"C", "V", "Dr", "DL", "DR"};
     FunctionQualifiers qualifiers;
     bool seen[5] = {};
-    for (unsigned count = 1 + draw(drawing, 3); count != 0; --count) {
+    for (unsigned count = 1 + draw(drawing, 5); count != 0; --count) {
         const unsigned which = draw(drawing, 5);
         const bool known = seen[which] || (which > 2 && (seen[3] || seen[4]));
         if (!known || of_signature) {
             qualifiers.code += letters[which];
-            seen[which] = which <= 2 || !known;
+            seen[which] = seen[which] || which <= 2 || !known;
         }
     }
     static constexpr const char* words[] = {" const", " volatile", " restrict", " &", " &&"};
