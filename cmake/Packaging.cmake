@@ -9,18 +9,18 @@ set(CPACK_PACKAGE_VENDOR "Morvex")
 set(CPACK_PACKAGE_CONTACT "Morvex tools <support@ze.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "C source interlister and C++ demangler")
 set(CPACK_PACKAGE_DESCRIPTION
-"interlist merges the lines of C and C++ sources into the assembly listing of the
-code that a compiler made from them. gas2interlist prepares the assembly of GNU-style
-compilers for it. symdecode decodes mangled C++ names in any text. The libraries
-behind them, for demangling and for the common needs of tools, are included with
-their headers.")
+"interlist merges the lines of C and C++ sources into the assembly listing
+of the code that a compiler made from them. gas2interlist prepares the
+assembly of GNU-style compilers for it. symdecode decodes mangled C++ names
+in any text. The libraries behind them, for demangling and for the common
+needs of tools, are included with their headers.")
 set(CPACK_PACKAGE_CHECKSUM SHA256)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_THREADS 0)
 
 set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebianLayout.cmake)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "binutils, cmake, gcc | clang, pkg-config")

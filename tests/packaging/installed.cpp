@@ -60,8 +60,8 @@ std::set<std::string> files_below(const std::string& folder) {
     std::set<std::string> files;
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         if (!entry.is_directory()) {
-            files.insert(fs::relative(entry.path().parent_path(), folder) /
-                         entry.path().filename());
+            const fs::path inside = fs::relative(entry.path().parent_path(), folder);
+            files.insert((inside / entry.path().filename()).lexically_normal());
         }
     }
     return files;
