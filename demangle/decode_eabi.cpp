@@ -438,7 +438,7 @@ static void restart(eabi_decode_state* state) {
     state->steps_left = eabi_max_steps;
     state->parentheses = 0;
     state->greater_seen = false;
-    state->in_lambda = false;
+    state->lambda_flag = 0;
     state->rotation_missed = false;
 }
 
@@ -479,7 +479,8 @@ void decode_identifier_eabi(const char* name, char* buffer, std::size_t buffer_s
     state.out_buf = buffer;
     state.out_size = buffer_size;
     state.input = name;
-    state.input_end = name + std::strlen(name);
+    state.input_length = std::strlen(name);
+    state.input_end = name + state.input_length;
     state.extended = decode_extended_names != 0;
 
     const char* end = attempt_and_retry(decorated, &state);
@@ -525,6 +526,7 @@ bool decode_is_ia64_subobject(const char* name) {
     std::memcpy(copy.get(), name, size);
     eabi_decode_state state;
     state.input = copy.get();
+    state.input_length = size - 1;
     state.input_end = copy.get() + size - 1;
     state.extended = decode_extended_names != 0;
     eabi_encoding(copy.get() + 2, false, &state);

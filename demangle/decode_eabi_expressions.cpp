@@ -20,6 +20,18 @@ static void close_parenthesis(eabi_decode_state* state) {
     eabi_put(')', state);
 }
 
+const char* eabi_enclosed_expression(const char* at, eabi_decode_state* state) {
+    open_parenthesis(state);
+    at = eabi_expression(at, state);
+    close_parenthesis(state);
+    return at;
+}
+
+const char* eabi_decltype(const char* at, eabi_decode_state* state) {
+    eabi_put("decltype", state);
+    return eabi_require(eabi_enclosed_expression(at + 2, state), 'E', state);
+}
+
 // Whether the expression at `at` goes into parentheses as an operand: operators do;
 // names, literals, calls, members, subscripts, casts and what brings its own closing
 // text do not.
@@ -46,13 +58,8 @@ static bool is_operator_expression(const char* at, eabi_decode_state* state) {
 }
 
 const char* eabi_operand(const char* at, eabi_decode_state* state) {
-    if (!is_operator_expression(at, state)) {
-        return eabi_expression(at, state);
-    }
-    open_parenthesis(state);
-    at = eabi_expression(at, state);
-    close_parenthesis(state);
-    return at;
+    return is_operator_expression(at, state) ? eabi_enclosed_expression(at, state)
+                                             : eabi_expression(at, state);
 }
 
 // { expression } up to `end`, with commas.
@@ -202,7 +209,8 @@ static const char* base_unresolved_name(const char* at, eabi_decode_state* state
     }
     eabi_component component;
     at = eabi_unqualified_name(at, &component, state);
-    return *at == 'I' ? eabi_template_args(at, component.ends_in_less, state) : at;
+    return *at == 'I' ? eabi_template_args(at, (component.flags & entry_ends_in_less) != 0, state)
+                      : at;
 }
 
 // simple-id+ "E": the classes between the first one and the name.
@@ -238,10 +246,7 @@ static const char* qualifier_levels(const char* at, eabi_decode_state* state) {
     if (*at == '_') {
         return enclosed_list(at + 1, 'E', state);
     }
-    open_parenthesis(state);
-    at = eabi_expression(at, state);
-    close_parenthesis(state);
-    return at;
+    return eabi_enclosed_expression(at, state);
 }
 
 // A named cast: "<" type ">(" expression ")".
@@ -249,11 +254,8 @@ static const char* named_cast(const char* at, const eabi_operator& op, eabi_deco
     eabi_put(op.text, state);
     eabi_put('<', state);
     at = eabi_whole_type(at + op.code_length, true, state);
-    eabi_put(">", state);
-    open_parenthesis(state);
-    at = eabi_expression(at, state);
-    close_parenthesis(state);
-    return at;
+    eabi_put('>', state);
+    return eabi_enclosed_expression(at, state);
 }
 
 // ( "nw" | "na" ) { expression } "_" type ( "E" | "pi" { expression } "E" | braced list )
@@ -536,10 +538,7 @@ const char* eabi_expression(const char* at, eabi_decode_state* state) {
     }
     if (code == two("sZ")) {
         eabi_put("sizeof...", state);
-        open_parenthesis(state);
-        at = eabi_expression(at + 2, state);
-        close_parenthesis(state);
-        return at;
+        return eabi_enclosed_expression(at + 2, state);
     }
     if (code == two("sP")) {
         return sizeof_captured(at, state);

@@ -48,7 +48,7 @@ struct eabi_subst_entry {
     eabi_subst_kind kind;
     std::uint32_t text_at;      // in the output
     std::uint32_t prefix_end;   // offset in the input
-    std::uint32_t last_name;    // offset + 1 of the last component, see eabi_last_name
+    std::uint32_t last_name;    // offset + 1 of the last component, or abbreviation
     std::uint32_t type_flags;   // eabi_shape bits and the entry_... bits below
     std::uint32_t text_length;  // entry_no_text when there is no such text
 };
@@ -74,12 +74,13 @@ struct eabi_decode_state : output_state {
 
     const char* input = nullptr;      // the mangled name, and
     const char* input_end = nullptr;  // its NUL
-    std::uint32_t depth = 0;          // grammar nesting
+    std::uint64_t input_length = 0;
+    std::uint32_t depth = 0;  // grammar nesting
     std::uint32_t steps_left = eabi_max_steps;
     unsigned shape = 0;                  // eabi_shape of the type decoded last
     std::uint32_t parentheses = 0;       // open around the expression being printed
     bool greater_seen = false;           // a ">" operator stood outside parentheses
-    bool in_lambda = false;              // in a lambda's parameter list
+    unsigned lambda_flag = 0;            // entry_in_lambda in a lambda's parameter list
     bool extended = false;               // decode_extended_names
     bool two_passes = false;             // print in the order of the text, see decode_eabi.cpp
     bool rotation_missed = false;        // the buffer was too small to move the return type
@@ -92,10 +93,19 @@ struct eabi_decode_state : output_state {
 // The part of a name decoded last, as its continuation needs to know it.
 struct eabi_component {
     const char* last_name = nullptr;  // what a constructor after it repeats
-    char kind = ' ';                  // kind of a constructor or destructor
-    bool conversion = false;          // a conversion operator
-    bool ends_in_less = false;        // its text ends in "<"
+    unsigned flags = 0;               // eabi_entry_flag bits
 };
+
+// The kind of the constructor or destructor that the component is, else a blank.
+inline char eabi_kind(const eabi_component& component) {
+    const unsigned kind = component.flags >> entry_kind_shift;
+    return kind == 0 ? ' ' : static_cast<char>(kind);
+}
+
+// Constructors, destructors and conversions carry no return type, templates or not.
+inline bool eabi_carries_no_return_type(const eabi_component& component) {
+    return (component.flags & ~static_cast<unsigned>(entry_ends_in_less)) != 0;
+}
 
 struct eabi_name_record {
     bool no_return_type = false;
@@ -306,6 +316,12 @@ struct eabi_operator {
 eabi_operator eabi_operator_info(const char* at, eabi_decode_state* state);
 
 const char* eabi_expression(const char* at, eabi_decode_state* state);
+
+// An expression in parentheses.
+const char* eabi_enclosed_expression(const char* at, eabi_decode_state* state);
+
+// ( "Dt" | "DT" ) expression "E", without entering it.
+const char* eabi_decltype(const char* at, eabi_decode_state* state);
 
 // An expression in the place of an operand: an operator expression in parentheses.
 const char* eabi_operand(const char* at, eabi_decode_state* state);

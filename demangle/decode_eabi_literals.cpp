@@ -167,8 +167,11 @@ static const char* cast_value(const char* type, const char* at, eabi_decode_stat
     if (*type == 'C' && is_floating(type[1])) {
         return complex_value(at, type[1], state);
     }
-    // A string shows its type and no characters.
-    if (*at == 'E' && (*type == 'A' || (*type == 'K' && type[1] == 'A'))) {
+    // A string, whose type is an array, shows that type and no characters.
+    const bool is_array =
+        *type == 'A' || (*type == 'K' && type[1] == 'A') ||
+        (*type == 'S' && (state->shape & (shape_direct | shape_mark)) == shape_direct);
+    if (*at == 'E' && is_array) {
         eabi_put("\"...\"", state);
         return at;
     }
@@ -183,10 +186,10 @@ const char* eabi_literal(const char* at, eabi_decode_state* state) {
         return at;
     }
     if (at[0] == '_' && at[1] == 'Z') {
-        const bool in_lambda = state->in_lambda;
-        state->in_lambda = false;
+        const unsigned lambda_flag = state->lambda_flag;
+        state->lambda_flag = 0;
         at = eabi_encoding(at + 2, true, state);
-        state->in_lambda = in_lambda;
+        state->lambda_flag = lambda_flag;
         return eabi_require(at, 'E', state);
     }
     for (const integer_suffix& row : integer_suffixes) {

@@ -62,8 +62,8 @@ static const char* instance(const char* at, eabi_decode_state* state) {
     if (state->error_seen != 0) {
         return at;
     }
-    const bool outer = state->in_lambda;
-    state->in_lambda = true;
+    const unsigned outer = state->lambda_flag;
+    state->lambda_flag = entry_in_lambda;
     at += 2;
     while (eabi_at_template_param_decl(at, state) && state->error_seen == 0) {
         at = eabi_template_param_decl(at, state);
@@ -79,7 +79,7 @@ static const char* instance(const char* at, eabi_decode_state* state) {
         const eabi_silence silent(state);
         at = eabi_expression(at + 1, state);
     }
-    state->in_lambda = outer;
+    state->lambda_flag = outer;
     at = eabi_require(at, 'E', state);
     at = instance(at, state);
     eabi_put(']', state);
@@ -125,7 +125,7 @@ static bool valid_kind(char kind, const eabi_decode_state* state) {
     } else {
         eabi_source_name(class_name, state);
     }
-    component->kind = *at;
+    component->flags |= static_cast<unsigned>(static_cast<unsigned char>(*at)) << entry_kind_shift;
     return at + 1;
 }
 
@@ -142,7 +142,7 @@ static bool valid_kind(char kind, const eabi_decode_state* state) {
                                                    eabi_decode_state* state) {
     if (at[0] == 'c' && at[1] == 'v') {
         state->conversion_seen = 1;
-        component->conversion = true;
+        component->flags |= entry_conversion;
         eabi_put("operator ", state);
         const eabi_level level(state);
         return eabi_whole_type(at + 2, state->retrying != 0, state);
@@ -156,7 +156,9 @@ static bool valid_kind(char kind, const eabi_decode_state* state) {
     eabi_put(found.text, state);
     eabi_put(found.tail, state);
     eabi_put(found.closer, state);
-    component->ends_in_less = found.tail.empty() && found.text.ends_with('<');
+    if (found.tail.empty() && found.text.ends_with('<')) {
+        component->flags |= entry_ends_in_less;
+    }
     return at + found.code_length;
 }
 
@@ -194,9 +196,7 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
         return at;
     }
     --state->steps_left;
-    component->kind = ' ';
-    component->conversion = false;
-    component->ends_in_less = false;
+    component->flags = 0;
     const char* module = nullptr;
     const char* module_stop = nullptr;
     if (state->extended) {
@@ -236,7 +236,7 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
     }
     if (*at == 'B') {
         at = abi_tags(at, state);
-        component->ends_in_less = false;
+        component->flags &= ~static_cast<unsigned>(entry_ends_in_less);
     }
     if (module != nullptr) {
         put_module(module, module_stop, state);
@@ -424,8 +424,8 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
                 report_bad_name(state);
                 break;
             }
-            at = eabi_template_args(at, component->ends_in_less, state);
-            component->ends_in_less = false;
+            at = eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
+            component->flags &= ~static_cast<unsigned>(entry_ends_in_less);
             named = has_args = true;
         } else if (*at == 'M' && !first) {  // the initialiser of the variable before it
             ++at;
@@ -438,11 +438,7 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
             kind = first ? subst_template_param : subst_prefix;
         } else if (*at == 'D' && (at[1] == 't' || at[1] == 'T')) {
             put_scope(first, state);
-            at += 2;
-            eabi_put("decltype(", state);
-            at = eabi_expression(at, state);
-            eabi_put(')', state);
-            at = eabi_require(at, 'E', state);
+            at = eabi_decltype(at, state);
             *component = eabi_component{};
         } else {
             put_scope(first, state);
@@ -459,8 +455,8 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
         report_bad_name(state);
     }
     if (record != nullptr) {
-        record->no_return_type = !has_args || component->kind != ' ' || component->conversion;
-        record->ctor_dtor_kind = component->kind;
+        record->no_return_type = !has_args || eabi_carries_no_return_type(*component);
+        record->ctor_dtor_kind = eabi_kind(*component);
     }
     return at;
 }
@@ -551,10 +547,10 @@ static const char* name_part(const char* at, eabi_name_record* record, eabi_comp
 [[gnu::noinline]] static const char* local_name(const char* at, eabi_name_record* record,
                                                 eabi_component* component,
                                                 eabi_decode_state* state) {
-    const bool in_lambda = state->in_lambda;
-    state->in_lambda = false;
+    const unsigned lambda_flag = state->lambda_flag;
+    state->lambda_flag = 0;
     at = eabi_encoding(at + 1, true, state);
-    state->in_lambda = in_lambda;
+    state->lambda_flag = lambda_flag;
     at = eabi_require(at, 'E', state);
     eabi_put("::", state);
     if (*at == 's') {
@@ -586,12 +582,12 @@ static const char* unscoped_name(const char* at, eabi_name_record* record,
     at = eabi_unqualified_name(at, component, state);
     if (*at == 'I') {
         eabi_add_substitution(start, subst_name, nullptr, 0, *component, text_at, state);
-        at = eabi_template_args(at, component->ends_in_less, state);
-        record->no_return_type = component->kind != ' ' || component->conversion;
+        at = eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
+        record->no_return_type = eabi_carries_no_return_type(*component);
     } else {
         record->no_return_type = true;
     }
-    record->ctor_dtor_kind = component->kind;
+    record->ctor_dtor_kind = eabi_kind(*component);
     return at;
 }
 
@@ -609,10 +605,11 @@ static const char* name_part(const char* at, eabi_name_record* record, eabi_comp
             if (at[1] != 't') {
                 at = eabi_substitution(at, subst_whole, 0, false, component, state);
                 record->no_return_type = true;
-                record->ctor_dtor_kind = component->kind;
+                record->ctor_dtor_kind = eabi_kind(*component);
                 if (*at == 'I') {
-                    at = eabi_template_args(at, component->ends_in_less, state);
-                    record->no_return_type = component->kind != ' ' || component->conversion;
+                    at =
+                        eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
+                    record->no_return_type = eabi_carries_no_return_type(*component);
                 }
                 return at;
             }

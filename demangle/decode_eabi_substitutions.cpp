@@ -36,13 +36,7 @@ static const abbreviation* find_abbreviation(char code) {
 
 // The last name of an entry is an offset in the input plus 1, or the letter of an
 // abbreviation, whose source name stands in no input; 0 for none.
-static std::uint32_t last_name_code(const char* last_name, const eabi_decode_state* state) {
-    if (last_name == nullptr) {
-        return 0;
-    }
-    if (last_name >= state->input && last_name < state->input_end) {
-        return static_cast<std::uint32_t>(last_name - state->input) + 1;
-    }
+static std::uint32_t abbreviation_name(const char* last_name) {
     for (const abbreviation& entry : abbreviations) {
         if (entry.source_name == last_name) {
             return eabi_abbreviation_name | static_cast<unsigned char>(entry.code);
@@ -96,32 +90,30 @@ void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* 
     if (state->subst_count == state->subst_capacity && !grow_table(state)) {
         return;
     }
-    if (static_cast<std::uint64_t>(state->input_end - state->input) >= eabi_abbreviation_name) {
-        report_bad_name(state);  // offsets are kept in 32 bits
-        return;
-    }
-    eabi_subst_entry& entry = state->subst_table[state->subst_count++];
-    entry.start = start;
-    entry.kind = kind;
-    entry.prefix_end =
-        prefix_end == nullptr ? 0 : static_cast<std::uint32_t>(prefix_end - state->input);
-    entry.last_name = last_name_code(component.last_name, state);
-    entry.type_flags = flags | (state->in_lambda ? entry_in_lambda : 0U) |
-                       (component.conversion ? entry_conversion : 0U) |
-                       (component.ends_in_less ? entry_ends_in_less : 0U);
-    if (component.kind != ' ') {
-        entry.type_flags |= static_cast<unsigned>(component.kind) << entry_kind_shift;
-    }
-    entry.text_at = static_cast<std::uint32_t>(text_at);
+    const bool has_text = text_at != entry_no_text && state->suppress_depth == 0;
+    const auto offset = static_cast<std::uint64_t>(component.last_name - state->input);
     // A text past the limit is a bad name before it matters that it does not fit here.
-    entry.text_length = text_at == entry_no_text || state->suppress_depth != 0 || state->two_passes
-                            ? entry_no_text
-                            : static_cast<std::uint32_t>(state->out_len - text_at);
+    state->subst_table[state->subst_count++] = eabi_subst_entry{
+        .start = start,
+        .kind = kind,
+        .text_at = static_cast<std::uint32_t>(text_at),
+        .prefix_end =
+            prefix_end == nullptr ? 0 : static_cast<std::uint32_t>(prefix_end - state->input),
+        .last_name = component.last_name == nullptr ? 0
+                     : offset < state->input_length ? static_cast<std::uint32_t>(offset) + 1
+                                                    : abbreviation_name(component.last_name),
+        .type_flags = flags | component.flags | state->lambda_flag,
+        .text_length =
+            has_text ? static_cast<std::uint32_t>(state->out_len - text_at) : entry_no_text,
+    };
 }
 
 // --- Printing a component again -------------------------------------------------
 
 static constexpr unsigned all_shapes = shape_mark | shape_suffix | shape_direct | shape_qualified;
+
+static constexpr unsigned component_flags =
+    entry_conversion | entry_ends_in_less | 0xFFU << entry_kind_shift;
 
 // Decodes the entry's component anew.
 static void decode_again(const eabi_subst_entry& entry, eabi_subst_mode mode, unsigned cv,
@@ -131,8 +123,8 @@ static void decode_again(const eabi_subst_entry& entry, eabi_subst_mode mode, un
         return;
     }
     const eabi_no_record no_record(state);
-    const bool in_lambda = state->in_lambda;
-    state->in_lambda = (entry.type_flags & entry_in_lambda) != 0;
+    const unsigned lambda_flag = state->lambda_flag;
+    state->lambda_flag = entry.type_flags & entry_in_lambda;
     eabi_component component;
     const char* at = entry.start;
     if (mode != subst_type_suffix && entry.kind != subst_type) {
@@ -169,7 +161,7 @@ static void decode_again(const eabi_subst_entry& entry, eabi_subst_mode mode, un
                 break;
         }
     }
-    state->in_lambda = in_lambda;
+    state->lambda_flag = lambda_flag;
 }
 
 // Copies the entry's text when it stands in the output and the qualifiers can be
@@ -196,10 +188,7 @@ static void print_entry(const eabi_subst_entry& entry, eabi_subst_mode mode, uns
                         bool marked, eabi_component* component, eabi_decode_state* state) {
     if (component != nullptr) {
         component->last_name = last_name_of(entry, state);
-        const unsigned kind = (entry.type_flags >> entry_kind_shift) & 0xFF;
-        component->kind = kind == 0 ? ' ' : static_cast<char>(kind);
-        component->conversion = (entry.type_flags & entry_conversion) != 0;
-        component->ends_in_less = (entry.type_flags & entry_ends_in_less) != 0;
+        component->flags = entry.type_flags & component_flags;
     }
     if (state->suppress_depth == 0) {
         if (mode == subst_type_suffix) {
@@ -318,7 +307,7 @@ const char* eabi_template_param(const char* at, eabi_decode_state* state) {
         number = static_cast<std::int64_t>(value + 2);
     }
     if (state->suppress_depth == 0) {
-        eabi_put(state->in_lambda ? "auto:" : "T", state);
+        eabi_put(state->lambda_flag != 0 ? "auto:" : "T", state);
         if (number >= 1 && number <= 9) {
             eabi_put(static_cast<char>('0' + number), state);
         } else {

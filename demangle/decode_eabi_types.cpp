@@ -154,7 +154,7 @@ static const char* read_function_head(const char* at, function_head* head,
         const char kind = at[1];
         at += 2;
         if (kind == 'O') {
-            at = eabi_require(eabi_expression(at, state), 'E', state);
+            at = eabi_require(eabi_enclosed_expression(at, state), 'E', state);
         } else if (kind == 'w') {
             do {
                 at = eabi_whole_type(at, true, state);
@@ -175,9 +175,8 @@ static void put_exception(const char* at, eabi_decode_state* state) {
     if (at[1] == 'o') {
         eabi_put(" noexcept", state);
     } else if (at[1] == 'O') {
-        eabi_put(" noexcept(", state);
-        eabi_expression(at + 2, state);
-        eabi_put(')', state);
+        eabi_put(" noexcept", state);
+        eabi_enclosed_expression(at + 2, state);
     } else {
         eabi_put(" throw(", state);
         for (at += 2; *at != 'E' && state->error_seen == 0;) {
@@ -454,10 +453,7 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
         case 'T': {
             eabi_cv_qualifiers(cv, true, state);
             const std::uint64_t own_text_at = state->out_len;
-            eabi_put("decltype(", state);
-            at = eabi_expression(at + 2, state);
-            eabi_put(')', state);
-            at = eabi_require(at, 'E', state);
+            at = eabi_decltype(at, state);
             state->shape = 0;
             add_type(start, own_text_at, true, state);
             state->shape = cv != 0 ? shape_qualified : 0U;
@@ -515,8 +511,8 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
 // Template arguments behind what may be a template, and the entry for the two.
 static const char* applied_args(const char* start, const char* at, std::uint64_t text_at,
                                 eabi_component* component, eabi_decode_state* state) {
-    at = eabi_template_args(at, component->ends_in_less, state);
-    component->kind = ' ';
+    at = eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
+    component->flags = 0;
     eabi_add_substitution(start, subst_type, nullptr, 0, *component, text_at, state);
     return at;
 }
