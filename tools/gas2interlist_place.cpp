@@ -6,12 +6,12 @@
 #include "tools/gas2interlist_place.h"
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 #include <memory>
 #include <unordered_map>
 
 #include "tools/gas2interlist_source.h"
+#include "tools/gas2interlist_symbol.h"
 
 namespace gas2interlist {
 namespace {
@@ -47,103 +47,6 @@ struct Placer {
     std::unordered_map<std::string_view, Extent> by_symbol = {};
     const Source* current = nullptr;  // named by the last `.ifile`
 };
-
-// --- Symbols ---
-
-bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-// The symbol without the marks of clones and parts: "f.constprop.0" is f.
-std::string_view base_symbol(std::string_view symbol) {
-    const std::size_t dot = symbol.find('.', 1);
-    return symbol.substr(0, dot);
-}
-
-// Where the mark begins by which a symbol names a part that was split off a function
-// (because it is hardly ever run, or to be placed by itself); npos for a whole function.
-// "f.part.0" is none of these: it is compiled as a function of its own.
-std::size_t part_mark(std::string_view symbol) {
-    for (const std::string_view mark : {".cold", ".__part"}) {
-        const std::size_t at = symbol.find(mark, 1);
-        const std::size_t end = at + mark.size();
-        if (at != std::string_view::npos && (end == symbol.size() || symbol[end] == '.')) {
-            return at;
-        }
-    }
-    return std::string_view::npos;
-}
-
-// Skips the template arguments at the front of a mangled name.
-void skip_arguments(std::string_view& rest) {
-    std::size_t depth = 0;
-    while (!rest.empty()) {
-        const char c = rest.front();
-        std::size_t length = 1;
-        if (is_digit(c)) {
-            const auto [end, failure] =
-                std::from_chars(rest.data(), rest.data() + rest.size(), length);
-            length = failure == std::errc() ? length : 1;
-            const auto digits = static_cast<std::size_t>(end - rest.data());
-            length = std::min(length, rest.size()) + digits;
-        } else if (c == 'I' || c == 'N' || c == 'J' || c == 'X' || c == 'L' || c == 'F') {
-            ++depth;
-        } else if (c == 'E') {
-            --depth;
-        }
-        rest.remove_prefix(std::min(length, rest.size()));
-        if (depth == 0) {
-            return;
-        }
-    }
-}
-
-// The identifier in the source that a symbol stands for; empty when it is an operator,
-// a lambda or anything else that its declaration does not spell out.
-std::string_view declared_name(std::string_view symbol) {
-    std::string_view rest = base_symbol(symbol);
-    if (rest.starts_with("__Z")) {
-        rest.remove_prefix(1);
-    }
-    if (!rest.starts_with("_Z")) {
-        return rest;
-    }
-    rest.remove_prefix(2);
-    const bool is_nested = rest.starts_with('N');
-    std::string_view name;
-    while (!rest.empty()) {
-        const char c = rest.front();
-        if (is_digit(c)) {
-            std::size_t length = 0;
-            const auto [end, failure] =
-                std::from_chars(rest.data(), rest.data() + rest.size(), length);
-            rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
-            if (failure != std::errc() || length > rest.size()) {
-                return {};
-            }
-            name = rest.substr(0, length);
-            rest.remove_prefix(length);
-            if (!is_nested) {
-                return name;
-            }
-        } else if (c == 'I') {
-            skip_arguments(rest);
-        } else if (c == 'S' && rest.size() > 1) {
-            // A substitution: St, Sa, ... or S [0-9A-Z]* _
-            const std::size_t length = rest[1] >= 'a' && rest[1] <= 'z' ? 2 : rest.find('_') + 1;
-            if (length == 0) {
-                return {};
-            }
-            rest.remove_prefix(length);
-        } else if (std::string_view("NLKVrRO").find(c) != std::string_view::npos) {
-            rest.remove_prefix(1);
-        } else {
-            // Constructors and destructors are declared by their class's name.
-            return is_nested && (c == 'E' || c == 'C' || c == 'D') ? name : std::string_view();
-        }
-    }
-    return name;
-}
 
 // --- Source files ---
 

@@ -9,6 +9,8 @@
 #include <optional>
 #include <utility>
 
+#include "tools/gas2interlist_token.h"
+
 namespace gas2interlist {
 namespace {
 
@@ -106,19 +108,6 @@ struct Lexer {
     std::vector<Conditional> conditionals;
 };
 
-bool is_word_start(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
-           static_cast<unsigned char>(c) >= 0x80;
-}
-
-bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-bool is_word_part(char c) {
-    return is_word_start(c) || is_digit(c);
-}
-
 char peek(const Lexer& lexer, std::size_t ahead = 0) {
     return lexer.at + ahead < lexer.text.size() ? lexer.text[lexer.at + ahead] : '\0';
 }
@@ -138,83 +127,9 @@ void move_to(Lexer& lexer, std::size_t end) {
     lexer.at = end;
 }
 
-void skip_block_comment(Lexer& lexer) {
-    const std::size_t end = lexer.text.find("*/", lexer.at + 2);
-    move_to(lexer, end == std::string_view::npos ? lexer.text.size() : end + 2);
-}
-
-// Whether the newline at `at` is spliced to the next line by a backslash.
-bool is_spliced(std::string_view text, std::size_t at) {
-    if (at > 0 && text[at - 1] == '\r') {
-        --at;
-    }
-    return at > 0 && text[at - 1] == '\\';
-}
-
-// Stops at the newline that ends the logical line.
-void skip_line(Lexer& lexer) {
-    std::size_t end = lexer.at;
-    do {
-        end = lexer.text.find('\n', end);
-        if (end == std::string_view::npos) {
-            return move_to(lexer, lexer.text.size());
-        }
-        ++end;
-    } while (is_spliced(lexer.text, end - 1));
-    move_to(lexer, end - 1);
-}
-
-// A string or character literal. One without an end is taken to end with its line.
-void skip_literal(Lexer& lexer) {
-    const char quote = peek(lexer);
-    std::size_t end = lexer.at + 1;
-    while (end < lexer.text.size() && lexer.text[end] != quote) {
-        if (lexer.text[end] == '\n') {
-            return move_to(lexer, end);
-        }
-        if (lexer.text[end] == '\\') {
-            ++end;
-            end += lexer.text.substr(end).starts_with("\r\n") ? 1 : 0;
-        }
-        ++end;
-    }
-    move_to(lexer, std::min(end + 1, lexer.text.size()));
-}
-
-// raw-string ::= R " delimiter ( anything ) delimiter "
-void skip_raw_string(Lexer& lexer) {
-    const std::size_t open = lexer.text.find('(', lexer.at);
-    constexpr std::size_t longest_delimiter = 16;
-    if (open == std::string_view::npos || open - lexer.at > longest_delimiter + 1) {
-        return skip_literal(lexer);
-    }
-    std::string close(1, ')');
-    close += lexer.text.substr(lexer.at + 1, open - lexer.at - 1);
-    close += '"';
-    const std::size_t end = lexer.text.find(close, open);
-    move_to(lexer, end == std::string_view::npos ? lexer.text.size() : end + close.size());
-}
-
-// number ::= digit (digit | letter | "." | "'" part | exponent-sign)*
-void skip_number(Lexer& lexer) {
-    while (lexer.at < lexer.text.size()) {
-        const char c = peek(lexer);
-        const bool is_separator = c == '\'' && is_word_part(peek(lexer, 1));
-        const bool is_sign =
-            (c == '+' || c == '-') &&
-            std::string_view("eEpP").find(lexer.text[lexer.at - 1]) != std::string_view::npos;
-        if (!is_word_part(c) && c != '.' && !is_separator && !is_sign) {
-            return;
-        }
-        ++lexer.at;
-    }
-}
-
 std::string_view take_word(Lexer& lexer) {
     const std::size_t begin = lexer.at;
-    while (lexer.at < lexer.text.size() && is_word_part(lexer.text[lexer.at])) {
-        ++lexer.at;
-    }
+    lexer.at = end_of_word(lexer.text, begin);
     return lexer.text.substr(begin, lexer.at - begin);
 }
 
@@ -334,7 +249,9 @@ void close_block(Lexer& lexer) {
     if (lexer.outline.blocks[closed].kind != BlockKind::initializer) {
         mark_statement_end(lexer);
     }
-    for (std::size_t one = closed; one != no_block; one = lexer.twin[one]) {
+    lexer.outline.blocks[closed].close_line = lexer.line;
+    for (std::size_t one = lexer.twin[closed];
+         one != no_block && lexer.outline.blocks[one].close_line == 0; one = lexer.twin[one]) {
         lexer.outline.blocks[one].close_line = lexer.line;
     }
     lexer.statement = lexer.resume[closed];
@@ -439,7 +356,7 @@ void read_word(Lexer& lexer) {
     const std::string_view word = take_word(lexer);
     const char next = peek(lexer);
     if (next == '"' && word.ends_with('R') && word.size() <= 3) {
-        skip_raw_string(lexer);
+        move_to(lexer, end_of_raw_string(lexer.text, lexer.at));
         lexer.previous = Token::literal;
         return;
     }
@@ -474,7 +391,7 @@ void skip_disabled(Lexer& lexer) {
             nested += rest.starts_with("if") ? 1 : 0;
             nested -= rest.starts_with("endif") ? 1 : 0;
         }
-        skip_line(lexer);
+        move_to(lexer, end_of_line(lexer.text, lexer.at));
         if (lexer.at < lexer.text.size()) {
             move_to(lexer, lexer.at + 1);
         }
@@ -510,11 +427,11 @@ void skip_directive_rest(Lexer& lexer) {
             return;
         }
         if (c == '/' && peek(lexer, 1) == '*') {
-            skip_block_comment(lexer);
+            move_to(lexer, end_of_block_comment(lexer.text, lexer.at));
         } else if (c == '/' && peek(lexer, 1) == '/') {
-            return skip_line(lexer);
+            return move_to(lexer, end_of_line(lexer.text, lexer.at));
         } else if (c == '"' || c == '\'') {
-            skip_literal(lexer);
+            move_to(lexer, end_of_literal(lexer.text, lexer.at));
         } else {
             move_to(lexer, lexer.at + 1);
         }
@@ -559,7 +476,7 @@ void read_directive(Lexer& lexer) {
         reset_statement(lexer);
     }
     if (name == "error" || name == "warning" || name == "pragma") {
-        skip_line(lexer);
+        move_to(lexer, end_of_line(lexer.text, lexer.at));
     } else {
         skip_directive_rest(lexer);
     }
@@ -619,25 +536,25 @@ void read_token(Lexer& lexer, bool at_line_start) {
     if (is_word_start(c)) {
         return read_word(lexer);
     }
-    if (is_digit(c)) {
+    if (is_word_part(c)) {
         begin_token(lexer);
         lexer.previous = Token::number;
-        return skip_number(lexer);
+        return move_to(lexer, end_of_number(lexer.text, lexer.at));
     }
     switch (c) {
         case '/':
             if (peek(lexer, 1) == '*') {
-                return skip_block_comment(lexer);
+                return move_to(lexer, end_of_block_comment(lexer.text, lexer.at));
             }
             if (peek(lexer, 1) == '/') {
-                return skip_line(lexer);
+                return move_to(lexer, end_of_line(lexer.text, lexer.at));
             }
             return read_other(lexer, c);
         case '"':
         case '\'':
             begin_token(lexer);
             lexer.previous = Token::literal;
-            return skip_literal(lexer);
+            return move_to(lexer, end_of_literal(lexer.text, lexer.at));
         case '#':
             return at_line_start ? read_directive(lexer) : read_other(lexer, c);
         case '{':
@@ -658,10 +575,6 @@ void read_token(Lexer& lexer, bool at_line_start) {
         default:
             return read_other(lexer, c);
     }
-}
-
-bool is_function(const Block& block) {
-    return block.kind == BlockKind::function;
 }
 
 }  // namespace
@@ -693,59 +606,6 @@ SourceOutline outline_source(std::string text) {
     lexer.outline.statement_end.resize(lexer.line + 1);
     lexer.outline.text = std::move(text);
     return std::move(lexer.outline);
-}
-
-bool declares(const SourceOutline& outline, std::size_t block, std::string_view name) {
-    constexpr std::size_t longest_declaration = 4096;
-    if (name.empty()) {
-        return false;
-    }
-    const Block& it = outline.blocks[block];
-    const std::string_view header =
-        std::string_view(outline.text)
-            .substr(it.header_at, std::min(it.open_at - it.header_at, longest_declaration));
-    for (std::size_t at = header.find(name); at != std::string_view::npos;
-         at = header.find(name, at + 1)) {
-        const bool begins = at == 0 || !is_word_part(header[at - 1]);
-        const std::size_t end = at + name.size();
-        if (begins && (end == header.size() || !is_word_part(header[end]))) {
-            return true;
-        }
-    }
-    return false;
-}
-
-std::size_t function_declared_at(const SourceOutline& outline, std::uint32_t line,
-                                 std::string_view name) {
-    const std::vector<Block>& blocks = outline.blocks;
-    std::size_t found = no_block;
-    const auto first = std::partition_point(
-        blocks.begin(), blocks.end(), [line](const Block& it) { return it.open_line < line; });
-    for (auto it = first; it != blocks.end() && it->header_line <= line; ++it) {
-        const auto index = static_cast<std::size_t>(it - blocks.begin());
-        if (!is_function(*it)) {
-            continue;
-        }
-        if (declares(outline, index, name)) {
-            return index;
-        }
-        if (found == no_block) {
-            found = index;
-        }
-    }
-    return found;
-}
-
-std::size_t function_around(const SourceOutline& outline, std::uint32_t line) {
-    const std::vector<Block>& blocks = outline.blocks;
-    const auto after = std::partition_point(
-        blocks.begin(), blocks.end(), [line](const Block& it) { return it.open_line <= line; });
-    std::size_t block =
-        after == blocks.begin() ? no_block : static_cast<std::size_t>(after - blocks.begin()) - 1;
-    while (block != no_block && !(is_function(blocks[block]) && blocks[block].close_line >= line)) {
-        block = blocks[block].parent;
-    }
-    return block;
 }
 
 }  // namespace gas2interlist

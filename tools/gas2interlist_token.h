@@ -1,0 +1,38 @@
+// Where the tokens and comments of C and C++ end. `at` is the offset that the token
+// begins at; every function gives the offset behind it, at most the text's size.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace gas2interlist {
+
+inline bool is_word_start(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
+
+inline bool is_word_part(char c) {
+    return is_word_start(c) || (c >= '0' && c <= '9');
+}
+
+// Whether a backslash splices the newline at `at` to the next line.
+bool is_spliced(std::string_view text, std::size_t at);
+
+std::size_t end_of_word(std::string_view text, std::size_t at);
+std::size_t end_of_block_comment(std::string_view text, std::size_t at);
+
+// The newline that ends the logical line.
+std::size_t end_of_line(std::string_view text, std::size_t at);
+
+// A string or character literal. One without an end is taken to end with its line.
+std::size_t end_of_literal(std::string_view text, std::size_t at);
+
+// raw-string ::= R " delimiter ( anything ) delimiter "
+// `at` is the offset of the first quote.
+std::size_t end_of_raw_string(std::string_view text, std::size_t at);
+
+// number ::= digit (digit | letter | "." | "'" part | exponent-sign)*
+std::size_t end_of_number(std::string_view text, std::size_t at);
+
+}  // namespace gas2interlist
