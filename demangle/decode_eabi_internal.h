@@ -279,6 +279,9 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
 // and not a complete type or a template parameter.
 bool eabi_is_template_reference(const char* at, const eabi_decode_state* state);
 
+// Where the type at `at` is spelled out: there, or where a reference leads.
+const char* eabi_spelled_type(const char* at, const eabi_decode_state* state);
+
 const char* eabi_template_param(const char* at, eabi_decode_state* state);
 
 // --- Types (decode_eabi_types.cpp) ----------------------------------------------

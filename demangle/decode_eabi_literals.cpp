@@ -167,10 +167,8 @@ static const char* cast_value(const char* type, const char* at, eabi_decode_stat
     if (*type == 'C' && is_floating(type[1])) {
         return complex_value(at, type[1], state);
     }
-    // A string, whose type is an array, shows that type and no characters.
-    const bool is_array =
-        *type == 'A' || (*type == 'K' && type[1] == 'A') ||
-        (*type == 'S' && (state->shape & (shape_direct | shape_mark)) == shape_direct);
+    // A string shows its type and no characters.
+    const bool is_array = *type == 'A' || (*type == 'K' && type[1] == 'A');
     if (*at == 'E' && is_array) {
         eabi_put("\"...\"", state);
         return at;
@@ -211,6 +209,6 @@ const char* eabi_literal(const char* at, eabi_decode_state* state) {
     eabi_put('(', state);
     at = eabi_whole_type(at, true, state);
     eabi_put(')', state);
-    at = cast_value(type, at, state);
+    at = cast_value(eabi_spelled_type(type, state), at, state);
     return eabi_require(at, 'E', state);
 }

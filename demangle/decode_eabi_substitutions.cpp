@@ -268,22 +268,36 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
     return eabi_require(at, '_', state);
 }
 
-bool eabi_is_template_reference(const char* at, const eabi_decode_state* state) {
-    ++at;
-    if (*at >= 'a' && *at <= 'z') {
-        return *at == 'a' || *at == 'b';
-    }
+// The entry that the reference at "S" denotes, null when there is none.
+static const eabi_subst_entry* referenced_entry(const char* at, const eabi_decode_state* state) {
     std::uint64_t index = 0;
+    ++at;
     if (*at != '_') {
         for (; eabi_is_digit(*at) || (*at >= 'A' && *at <= 'Z'); ++at) {
             index = index * 36 + base36_digit(*at);
             if (index >= state->subst_count) {
-                return false;
+                return nullptr;
             }
         }
         ++index;
     }
-    return index < state->subst_count && state->subst_table[index].kind < subst_type;
+    return index < state->subst_count ? &state->subst_table[index] : nullptr;
+}
+
+bool eabi_is_template_reference(const char* at, const eabi_decode_state* state) {
+    if (at[1] >= 'a' && at[1] <= 'z') {
+        return at[1] == 'a' || at[1] == 'b';
+    }
+    const eabi_subst_entry* const entry = referenced_entry(at, state);
+    return entry != nullptr && entry->kind < subst_type;
+}
+
+const char* eabi_spelled_type(const char* at, const eabi_decode_state* state) {
+    if (*at != 'S' || (at[1] >= 'a' && at[1] <= 'z')) {
+        return at;
+    }
+    const eabi_subst_entry* const entry = referenced_entry(at, state);
+    return entry != nullptr && entry->kind == subst_type ? entry->start : at;
 }
 
 // --- Template parameters --------------------------------------------------------
