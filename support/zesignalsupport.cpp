@@ -116,6 +116,8 @@ void common_signal_handler(int sig, const char* tool, const char* fmt, ...) {
     va_list arguments;
     va_start(arguments, fmt);
     if (is_valid(fmt)) {
+        // The analyzer does not always see the va_start above.
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
         std::vsnprintf(signal_text_buffer.data(), signal_text_buffer.size(), fmt, arguments);
     }
     va_end(arguments);
@@ -130,6 +132,8 @@ void sigstrnappend(char* dst, std::uint32_t size, const char* fmt, ...) {
     va_list arguments;
     va_start(arguments, fmt);
     if (is_valid(fmt)) {
+        // The analyzer does not always see the va_start above.
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
         std::vsnprintf(append_text_buffer.data(), append_text_buffer.size(), fmt, arguments);
     }
     va_end(arguments);
