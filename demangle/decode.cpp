@@ -216,8 +216,16 @@ bool is_unnamed_form(std::string_view name) {
     return false;
 }
 
-// The plain name stands for the whole; what follows it is not looked at.
+// The plain name stands for the whole; what follows it is not looked at. The letters of
+// a special prefix are a name that the prefix's own "__" ends.
 const char* plain_name(const char* at, grammar_state* state) {
+    const std::string_view name = rest_of(at, state);
+    for (const special_name& row : special_names) {
+        if (row.prefix.ends_with("__") && name.starts_with(row.prefix)) {
+            emit_bytes(at, row.prefix.size() - 2, state);
+            return state->input_end;
+        }
+    }
     at = name_only(at, state);
     return follows(at, "__", state) ? state->input_end : at;
 }
@@ -256,7 +264,7 @@ const char* mangled_name(const char* at, int decorated, grammar_state* state) {
         }
     }
     if (name.starts_with("__Q") || is_unnamed_form(name)) {
-        return qualified_name(at + 2, {}, state);
+        return scope_name(at + 2, {}, state);
     }
     if (const char* const end = static_variable(at, decorated, state)) {
         return end;

@@ -15,7 +15,7 @@
 // Bounds on hostile names. The nesting fits a stack of 512 KiB.
 constexpr std::uint64_t most_nesting = 1024;
 constexpr std::uint64_t longest_output = 16U << 20;
-constexpr std::uint64_t most_steps = 1'000'000;
+constexpr std::uint64_t most_steps = 400'000;
 
 // What the text printed so far ends in: it decides on the blank before a pointer mark.
 enum class tail : unsigned char { name, mark, qualifier };
@@ -101,6 +101,7 @@ struct class_options {
 const char* full_entity(const char* at, grammar_state* state);
 const char* name_only(const char* at, grammar_state* state);
 const char* operand_name(const char* at, grammar_state* state);
+const char* scope_name(const char* at, class_options options, grammar_state* state);
 const char* qualified_name(const char* at, class_options options, grammar_state* state);
 const char* simple_name(const char* at, class_options options, grammar_state* state);
 const char* table_classes(const char* at, grammar_state* state);

@@ -143,6 +143,10 @@ const char* decode_operand(const char* at, bool as_operand, grammar_state* state
         return parameter_reference(at, state);
     }
     if (follows(at, "__", state)) {
+        const nesting level(state);
+        if (state->error_seen != 0) {
+            return at;
+        }
         ++state->nesting_level;
         at = operand_name(at + 2, state);
         --state->nesting_level;

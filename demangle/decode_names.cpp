@@ -207,11 +207,11 @@ void print_name(const name_parts& parts, const char* scope, grammar_state* state
                 report_bad_name(state);
                 return;
             }
-            qualified_name(scope,
-                           {.last_component_only = true,
-                            .destructor = parts.kind == name_kind::destructor,
-                            .without_arguments = true},
-                           state);
+            scope_name(scope,
+                       {.last_component_only = true,
+                        .destructor = parts.kind == name_kind::destructor,
+                        .without_arguments = true},
+                       state);
             break;
         case name_kind::conversion:
             emit_text("operator ", state);
@@ -275,12 +275,20 @@ const char* run_name(const char* at, run_kind kind, class_options options, gramm
 
 // One component of a qualified name.
 const char* component(const char* at, class_options options, grammar_state* state) {
+    const nesting level(state);
+    if (state->error_seen != 0) {
+        return at;
+    }
     const char letter = peek_char(at, state);
     if (letter == 'Z') {
         return type_template_param(at, state);
     }
     if (letter == 'G') {
         return at + 1;
+    }
+    if (letter == 'Q') {
+        options.destructor = false;  // the mark is there already
+        return qualified_name(at, options, state);
     }
     return is_decimal(letter) ? simple_name(at, options, state) : whole_type(at, state);
 }
@@ -337,7 +345,7 @@ signature find_signature(const char* at, grammar_state* state) {
     if (begins_class(at, state)) {
         found.scope = at;
         at = look_ahead(at, &found, state, [](const char* scope, grammar_state* each) {
-            return qualified_name(scope, {}, each);
+            return scope_name(scope, {}, each);
         });
     }
     if (!found.malformed && begins_function(at, state)) {
@@ -387,7 +395,7 @@ const char* full_entity(const char* at, grammar_state* state) {
         return found.end;
     }
     if (found.scope != nullptr) {
-        qualified_name(found.scope, {}, state);
+        scope_name(found.scope, {}, state);
         emit_text("::", state);
     }
     print_name(parts, found.scope, state);
@@ -418,6 +426,12 @@ const char* operand_name(const char* at, grammar_state* state) {
     const name_parts parts = find_name(at, name_place::operand, state);
     print_name(parts, nullptr, state);
     return parts.end;
+}
+
+// A qualified name where no type is called for: it is a level of its own.
+const char* scope_name(const char* at, class_options options, grammar_state* state) {
+    const nesting level(state);
+    return qualified_name(at, options, state);
 }
 
 // qualified := "Q" count [ "_" ] { component }
@@ -473,7 +487,7 @@ const char* simple_name(const char* at, class_options options, grammar_state* st
 const char* table_classes(const char* at, grammar_state* state) {
     while (state->error_seen == 0) {
         if (peek_char(at, state) == 'Q') {
-            at = qualified_name(at, {}, state);
+            at = scope_name(at, {}, state);
         } else {
             at = table_run(at, state);
         }
