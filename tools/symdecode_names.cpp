@@ -226,25 +226,25 @@ static bool opens_arguments(std::string_view text) {
 
 // Whether a word met in a text is meant as a name of scheme 0. The decoder cannot tell:
 // "__" may stand in any C identifier, and "Get__File" would be a function of that scheme.
-// So a signature must be in sight, and one without a class counts only in a symbol that
-// begins with an underscore.
+// So a word that begins with an underscore must have a signature in sight, and any other
+// a class or template arguments behind its first "__"; Ada has names such as "a__b__2Xn".
 static bool looks_like_scheme_zero(std::string_view name) {
-    const bool leading_underscore = name.starts_with("_");
-    if (leading_underscore) {
-        if (name.starts_with("__CPR") || (name.starts_with("__") && opens_scope(name.substr(2)))) {
+    if (!name.starts_with('_')) {
+        const std::string_view behind = name.substr(name.find("__") + 2);
+        return opens_scope(behind) || opens_arguments(behind);
+    }
+    if (name.starts_with("__CPR") || (name.starts_with("__") && opens_scope(name.substr(2)))) {
+        return true;
+    }
+    for (const std::string_view prefix : special_prefixes) {
+        if (name.starts_with(prefix)) {
             return true;
-        }
-        for (const std::string_view prefix : special_prefixes) {
-            if (name.starts_with(prefix)) {
-                return true;
-            }
         }
     }
     std::size_t at = name.find_first_not_of('_');
-    while (at != std::string_view::npos && (at = name.find("__", at)) != std::string_view::npos) {
+    while ((at = name.find("__", at)) != std::string_view::npos) {
         const std::string_view behind = name.substr(at + 2);
-        if (opens_scope(behind) ||
-            (leading_underscore && (opens_function(behind) || opens_arguments(behind)))) {
+        if (opens_scope(behind) || opens_function(behind) || opens_arguments(behind)) {
             return true;
         }
         ++at;

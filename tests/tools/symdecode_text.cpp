@@ -232,8 +232,9 @@ TEST(SymdecodeText, SchemeOneLeavesTheOtherSchemesNames) {
 }
 
 TEST(SymdecodeText, AutoTellsTheSchemesApartNameByName) {
-    expect_all({{"_Z1fi f__1AFi __vtbl__1A __ct__1AFv _f__Fi",
-                 "f(int) A::f(int) virtual function table for A A::A() _f(int)"}},
+    expect_all({{"_Z1fi f__1AFi x__1A __vtbl__1A __ct__1AFv _f__Fi _a__b__1AFi f__tm__2_i__Fv",
+                 "f(int) A::f(int) A::x virtual function table for A A::A() _f(int) A::_a__b(int) "
+                 "f<int>()"}},
                {});
 }
 
@@ -242,6 +243,7 @@ TEST(SymdecodeText, AutoLeavesOrdinaryIdentifiersAlone) {
         "__foo__bar my__var __FILE__ __func__ __attribute__((__noreturn__)) __cplusplus\n"
         "Get__File x__Find __init__ __lt__ __or__ __x86.get_pc_thunk.bx __libc_start_main\n"
         "_GLOBAL__N_1 _GLOBAL_OFFSET_TABLE_ __gnu_cxx __m_MOD_f __bss_start__ _Static_assert\n"
+        "ada__directories__append__2Xn a__b__1AFi __init__.py __x86.get_pc_thunk.bx\n"
         "__aarch64_ldadd4_acq_rel __sync_fetch_and_add__4 __DTOR_END__ __op__ __pl__ a__1\n";
     EXPECT_EQ(decode_text(text), text);
 }
