@@ -57,7 +57,7 @@ Result decode(const std::string& name, int decorated, std::size_t size) {
 }
 
 Result decode_whole(const std::string& name, int decorated) {
-    std::size_t size = 4096;
+    std::size_t size = 512;
     Result result = decode(name, decorated, size);
     while (result.damage.empty() && result.overflow) {
         if (result.needed <= size) {

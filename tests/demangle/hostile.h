@@ -3,10 +3,26 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace hostile {
+
+// Sanitizers slow decoding down and enlarge its frames several times.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool instrumented = true;
+#elif defined(__has_feature)
+inline constexpr bool instrumented =
+    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+#else
+inline constexpr bool instrumented = false;
+#endif
+
+// How many names a test goes through: a quarter of them under a sanitizer.
+constexpr std::uint64_t scaled(std::uint64_t count) {
+    return instrumented ? count / 4 : count;
+}
 
 struct Result {
     bool error = false;

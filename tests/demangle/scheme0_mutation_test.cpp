@@ -29,7 +29,7 @@ void expect_promises(const std::string& name) {
 }
 
 TEST(Scheme0Mutation, EveryTruncationKeepsThePromises) {
-    for (std::uint64_t seed = 0; seed != 4000; ++seed) {
+    for (std::uint64_t seed = 0; seed != hostile::scaled(4000); ++seed) {
         const std::string name = draw_name(seed);
         for (std::size_t length = 0; length != name.size(); ++length) {
             ASSERT_NO_FATAL_FAILURE(expect_promises(name.substr(0, length))) << "of " << name;
@@ -40,7 +40,7 @@ TEST(Scheme0Mutation, EveryTruncationKeepsThePromises) {
 // Digits, separators, the letters that open or close something, and bytes no name holds.
 TEST(Scheme0Mutation, EveryByteChangedToATellingOneKeepsThePromises) {
     constexpr std::string_view bytes = "0129_QZOXLJFTNPAIMHCeTvUtmp\x01 \x80\xff";
-    for (std::uint64_t seed = 10000; seed != 12000; ++seed) {
+    for (std::uint64_t seed = 10000; seed != 10000 + hostile::scaled(2000); ++seed) {
         const std::string name = draw_name(seed);
         for (std::size_t at = 0; at != name.size(); ++at) {
             // The offset spreads the bytes over the names: each place meets a quarter of them.
@@ -54,7 +54,7 @@ TEST(Scheme0Mutation, EveryByteChangedToATellingOneKeepsThePromises) {
 }
 
 TEST(Scheme0Mutation, EveryByteChangedToEveryOtherKeepsThePromises) {
-    for (std::uint64_t seed = 20000; seed != 20060; ++seed) {
+    for (std::uint64_t seed = 20000; seed != 20000 + hostile::scaled(60); ++seed) {
         const std::string name = draw_name(seed);
         for (std::size_t at = 0; at != name.size(); ++at) {
             for (int byte = 1; byte != 256; ++byte) {
@@ -67,7 +67,7 @@ TEST(Scheme0Mutation, EveryByteChangedToEveryOtherKeepsThePromises) {
 }
 
 TEST(Scheme0Mutation, EveryBufferSizeGetsThePrefixThatFits) {
-    for (std::uint64_t seed = 30000; seed != 33000; ++seed) {
+    for (std::uint64_t seed = 30000; seed != 30000 + hostile::scaled(3000); ++seed) {
         const scheme0::Declaration drawn = scheme0::draw_declaration(seed);
         for (const int decorated : {1, 0}) {
             if (decorated == 0 && !drawn.plain_name) {
@@ -84,7 +84,7 @@ TEST(Scheme0Mutation, EveryBufferSizeGetsThePrefixThatFits) {
 }
 
 TEST(Scheme0Mutation, EveryBufferSizeOfACompressedNameLeavesRoomForItsExpansion) {
-    for (std::uint64_t seed = 40000; seed != 42000; ++seed) {
+    for (std::uint64_t seed = 40000; seed != 40000 + hostile::scaled(2000); ++seed) {
         const scheme0::Declaration drawn = scheme0::draw_declaration(seed);
         const std::string name = scheme0::compressed(drawn.name);
         const std::size_t expansion = scheme0::expansion_size(drawn.name);

@@ -15,16 +15,8 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool instrumented = true;
-#elif defined(__has_feature)
-constexpr bool instrumented = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
-#else
-constexpr bool instrumented = false;
-#endif
-
 // Instrumented frames are several times as large.
-constexpr std::size_t small_stack = std::size_t{512} * 1024 * (instrumented ? 8 : 1);
+constexpr std::size_t small_stack = std::size_t{512} * 1024 * (hostile::instrumented ? 8 : 1);
 
 void on_small_stack(void* (*body)(void*)) {
     pthread_attr_t attributes;
@@ -37,7 +29,7 @@ void on_small_stack(void* (*body)(void*)) {
 }
 
 TEST(Scheme0Threads, EightThreadsDecodeDifferentNamesAtOnce) {
-    constexpr std::uint64_t names_each = 2000;
+    constexpr std::uint64_t names_each = hostile::scaled(4000);
     std::vector<std::thread> threads;
     std::vector<std::string> differences(8);
     for (std::uint64_t number = 0; number != 8; ++number) {
