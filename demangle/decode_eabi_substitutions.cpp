@@ -91,7 +91,8 @@ void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* 
         return;
     }
     const bool has_text = text_at != entry_no_text && state->suppress_depth == 0;
-    const auto offset = static_cast<std::uint64_t>(component.last_name - state->input);
+    const auto offset = reinterpret_cast<std::uintptr_t>(component.last_name) -
+                        reinterpret_cast<std::uintptr_t>(state->input);
     // A text past the limit is a bad name before it matters that it does not fit here.
     state->subst_table[state->subst_count++] = eabi_subst_entry{
         .start = start,
@@ -177,7 +178,10 @@ static bool copy_text(const eabi_subst_entry& entry, unsigned cv, eabi_decode_st
     if (cv != 0 && !marked) {
         eabi_cv_qualifiers(cv, true, state);
     }
-    eabi_put(state->out_buf + entry.text_at, entry.text_length, state);
+    // Past the buffer's end texts are only counted: there is none to point at.
+    const char* const text =
+        state->overflowed != 0 ? state->out_buf : state->out_buf + entry.text_at;
+    eabi_put(text, entry.text_length, state);
     if (cv != 0 && marked) {
         eabi_cv_qualifiers(cv, false, state);
     }
