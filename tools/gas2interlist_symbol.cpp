@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 #include "tools/gas2interlist_operand.h"
 
@@ -16,28 +17,65 @@ std::string_view base_symbol(std::string_view symbol) {
     return symbol.substr(0, dot);
 }
 
-// Skips the template arguments at the front of a mangled name.
-void skip_arguments(std::string_view& rest) {
+// source-name ::= number letters
+// Nothing when `rest` holds fewer letters.
+std::optional<std::string_view> take_source_name(std::string_view& rest) {
+    std::size_t length = 0;
+    const auto [end, failure] = std::from_chars(rest.data(), rest.data() + rest.size(), length);
+    rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
+    if (failure != std::errc() || length > rest.size()) {
+        return std::nullopt;
+    }
+    const std::string_view name = rest.substr(0, length);
+    rest.remove_prefix(length);
+    return name;
+}
+
+// substitution ::= S (lower-case-letter | [digits-and-capitals] "_")
+bool skip_substitution(std::string_view& rest) {
+    const bool is_short = rest.size() > 1 && rest[1] >= 'a' && rest[1] <= 'z';
+    const std::size_t length = is_short ? 2 : rest.find('_') + 1;
+    rest.remove_prefix(length);
+    return length != 0;
+}
+
+// literal ::= L (lower-case-letter | source-name) value E
+bool skip_literal(std::string_view& rest) {
+    rest.remove_prefix(1);
+    if (!rest.empty() && is_digit(rest.front()) && !take_source_name(rest)) {
+        return false;
+    }
+    const std::size_t end = rest.find('E');
+    if (end == std::string_view::npos) {
+        return false;
+    }
+    rest.remove_prefix(end + 1);
+    return true;
+}
+
+// Skips the template arguments at the front of a mangled name. False when they are more
+// involved than is worth following.
+bool skip_arguments(std::string_view& rest) {
     std::size_t depth = 0;
     while (!rest.empty()) {
         const char c = rest.front();
-        std::size_t length = 1;
+        bool is_understood = true;
         if (is_digit(c)) {
-            const auto [end, failure] =
-                std::from_chars(rest.data(), rest.data() + rest.size(), length);
-            length = failure == std::errc() ? length : 1;
-            const auto digits = static_cast<std::size_t>(end - rest.data());
-            length = std::min(length, rest.size()) + digits;
-        } else if (c == 'I' || c == 'N' || c == 'J' || c == 'X' || c == 'L' || c == 'F') {
-            ++depth;
-        } else if (c == 'E') {
-            --depth;
+            is_understood = take_source_name(rest).has_value();
+        } else if (c == 'S') {
+            is_understood = skip_substitution(rest);
+        } else if (c == 'L') {
+            is_understood = skip_literal(rest);
+        } else {
+            depth += std::string_view("INJXF").find(c) != std::string_view::npos ? 1 : 0;
+            depth -= c == 'E' ? 1 : 0;
+            rest.remove_prefix(1);
         }
-        rest.remove_prefix(std::min(length, rest.size()));
-        if (depth == 0) {
-            return;
+        if (!is_understood || depth == 0) {
+            return is_understood;
         }
     }
+    return false;
 }
 
 }  // namespace
@@ -67,27 +105,15 @@ std::string_view declared_name(std::string_view symbol) {
     while (!rest.empty()) {
         const char c = rest.front();
         if (is_digit(c)) {
-            std::size_t length = 0;
-            const auto [end, failure] =
-                std::from_chars(rest.data(), rest.data() + rest.size(), length);
-            rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
-            if (failure != std::errc() || length > rest.size()) {
+            const std::optional<std::string_view> taken = take_source_name(rest);
+            if (!taken || !is_nested) {
+                return taken.value_or(std::string_view());
+            }
+            name = *taken;
+        } else if (c == 'I' || c == 'S') {
+            if (!(c == 'I' ? skip_arguments(rest) : skip_substitution(rest))) {
                 return {};
             }
-            name = rest.substr(0, length);
-            rest.remove_prefix(length);
-            if (!is_nested) {
-                return name;
-            }
-        } else if (c == 'I') {
-            skip_arguments(rest);
-        } else if (c == 'S' && rest.size() > 1) {
-            // A substitution: St, Sa, ... or S [0-9A-Z]* _
-            const std::size_t length = rest[1] >= 'a' && rest[1] <= 'z' ? 2 : rest.find('_') + 1;
-            if (length == 0) {
-                return {};
-            }
-            rest.remove_prefix(length);
         } else if (std::string_view("NLKVrRO").find(c) != std::string_view::npos) {
             rest.remove_prefix(1);
         } else {
