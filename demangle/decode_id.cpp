@@ -57,7 +57,7 @@ char* decode_id(const char* name, int decorated) {
     const std::size_t length = std::strlen(name);
     char* const copy = private_copy(name, length);
     if (result_buffer == nullptr) {
-        grow_result(result_capacity);
+        result_buffer = static_cast<char*>(std::malloc(result_capacity));
     }
     int error = 0;
     int overflow = 0;
