@@ -160,6 +160,38 @@ constexpr Nest nests[] = {
     {"_ZTI", "Ts", "1A", "", ""},
 };
 
+// Types that each hold the one before `width` times, by its number in the table.
+struct Bomb {
+    const char* first;
+    std::size_t entries;  // that `first` leaves in the table
+    const char* open;
+    const char* close;
+};
+
+constexpr Bomb bombs[] = {
+    {"FviE", 1, "Fv", "E"},         {"FviE", 1, "PFv", "E"},    {"1AIiE", 2, "S_I", "E"},
+    {"1AIiE", 2, "NS_I", "EE"},     {"1AIiE", 2, "S_IJ", "EE"}, {"1AIiE", 2, "u1xI", "E"},
+    {"1AIiE", 2, "Z1gI", "EvvE1x"}, {"1AIiE", 2, "Z1g", "E1x"}, {"1AIiE", 2, "Dw", "EFvvE"},
+    {"1AIiE", 2, "DtstS_I", "EE"},  {"1AIiE", 2, "M", ""},      {"1AIiE", 2, "S_IL_Z1gI", "EvvEE"},
+};
+
+std::string bomb_name(const Bomb& bomb, std::size_t levels, std::size_t width) {
+    std::string name = "_Z1f";
+    name += bomb.first;
+    for (std::size_t level = 0; level < levels; ++level) {
+        const std::size_t last = bomb.entries - 1 + level;
+        std::string use = "S";
+        if (last != 0) {
+            use += "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"[last - 1];
+        }
+        use += '_';
+        name += bomb.open;
+        name += repeated(use, width);
+        name += bomb.close;
+    }
+    return name;
+}
+
 // The flags that a bad name and a good one end with; anything else fails.
 void ends_cleanly(const std::string& name, const Nest& nest, std::size_t depth) {
     for (const bool decorated : {true, false}) {
@@ -229,50 +261,46 @@ TEST(Scheme1Bounds, NestingFarPastTheBoundIsABadName) {
     });
 }
 
-TEST(Scheme1Bounds, SubstitutionsThatDoubleTheirTextEnd) {
-    // Each parameter is a function of the one before, twice.
-    std::string functions = "_Z1fi";
-    std::string lists = "_Z1f1AIiE";
-    std::string members = "_Z1fFvvE";
-    std::string numbered = "_Z1f1A";
-    for (int level = 0; level < 60; ++level) {
-        const std::string last = level == 0 ? "S_"
-                                 : level < 11
-                                     ? "S" + std::to_string(level - 1) + "_"
-                                     : std::string("S") + static_cast<char>('A' + level - 11) + "_";
-        const std::string use = level < 37 ? last : "SZ_";
-        functions += level == 0 ? "FviiE" : "Fv" + use + use + "E";
-        lists += "S_I" + use + use + use + "E";
-        members += "M" + use + use;
-        numbered += "1AIJ" + use + use + use + use + "EE";
-    }
-    for (const std::string& name : {functions, lists, members, numbered}) {
-        for (const bool decorated : {true, false}) {
-            const Decoded result = decode_into(name, 100, decorated);
-            EXPECT_TRUE(result.guarded && result.terminated);
+TEST(Scheme1Bounds, SubstitutionsThatMultiplyTheirTextEnd) {
+    for (const Bomb& bomb : bombs) {
+        for (const std::size_t width : {1UL, 2UL, 5UL, 20UL}) {
+            for (const std::size_t levels : {5UL, 20UL, 34UL}) {
+                const std::string name = bomb_name(bomb, levels, width);
+                for (const bool decorated : {true, false}) {
+                    const Decoded result = decode_into(name, 100, decorated);
+                    EXPECT_TRUE(result.guarded && result.terminated) << name;
+                }
+                (void)decode_is_ia64_subobject(name.c_str());
+            }
         }
-        (void)decode_is_ia64_subobject(name.c_str());
     }
 }
 
 TEST(Scheme1Bounds, ATextPastSixteenMebibytesIsABadName) {
-    // Two arguments of each list are the list before: 2^k times "A<int, int>".
-    std::string name = "1AIiiE";
-    const char digits[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    for (int level = 0; level < 30; ++level) {
-        const std::string last = std::string("S") + digits[level] + "_";
-        name = "_Z1f";
-        name += "1AIiiE";
-        for (int each = 0; each <= level; ++each) {
-            const std::string use = std::string("S") + digits[each] + "_";
-            name += "S_I" + use + use + "E";
-        }
-        const Decoded result = decode_into(name, 16, true);
-        EXPECT_LE(result.needed, 16UL * 1024 * 1024 + 1) << level;
-        if (level >= 24) {
-            EXPECT_EQ(result.error, 1) << level;
-        }
+    // Each list holds the one before twice: a text of 2^30 times "A<int>" and more.
+    const std::string name = bomb_name({"1AIiE", 2, "S_I", "E"}, 30, 2);
+    const std::size_t bound = 16UL * 1024 * 1024;
+    EXPECT_LE(decode_into(name, 16, true).needed, bound + 1);
+    const Decoded result = decode_into(name, bound + 100, true);
+    EXPECT_EQ(result.error, 1);
+    EXPECT_EQ(result.overflow, 0);
+}
+
+TEST(Scheme1Bounds, ATextThatDoublesTenTimesIsRead) {
+    std::string last = "A<int>";
+    std::string all = "f(" + last;
+    for (int level = 0; level < 10; ++level) {
+        std::string text = "A<";
+        text.append(last).append(", ").append(last).append(">");
+        all.append(", ").append(text);
+        last = text;
     }
+    EXPECT_EQ(decoded(bomb_name({"1AIiE", 2, "S_I", "E"}, 10, 2)), all + ")");
+}
+
+TEST(Scheme1Bounds, NestedArgumentsOfVendorQualifiersReadInFull) {
+    const std::string name = repeated("U1AI", 60) + "i" + repeated("Ei", 60);
+    EXPECT_EQ(decoded(name), repeated("A<", 60) + "int" + repeated("> int", 60));
 }
 
 TEST(Scheme1Bounds, NestedLocalNamesReadInFull) {

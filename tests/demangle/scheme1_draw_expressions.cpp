@@ -1,6 +1,8 @@
 // Random expressions and unresolved names. Called by the drawing of types and of
 // template arguments.
 #include <array>
+#include <memory>
+#include <utility>
 
 #include "tests/demangle/scheme1_draw.h"
 
@@ -50,8 +52,9 @@ const Coded& draw_row(Drawing& drawing, const Coded (&rows)[count]) {
 
 // A template parameter as a value; only as a type would it enter the table.
 Tree draw_parameter_value(Drawing& drawing) {
-    const Tree type = draw_parameter_type(drawing);
-    return fixed({type->plain[0] == '\x02' ? type->plain.substr(1) : type->plain}, text_of(type));
+    Part part = *draw_parameter_type(drawing);
+    part.identity.clear();
+    return std::make_shared<const Part>(std::move(part));
 }
 
 Tree draw_function_parameter(Drawing& drawing) {
@@ -308,6 +311,17 @@ Tree draw_vendor(Drawing& drawing, int depth) {
     }
 }
 
+Tree draw_vendor_call(Drawing& drawing, int depth) {
+    Pieces pieces = {"u5__foo"};
+    std::vector<std::string> items;
+    for (const Tree& argument : draw_arguments(drawing, depth - 1)) {
+        pieces.emplace_back(argument);
+        items.push_back(text_of(argument));
+    }
+    pieces.emplace_back("E");
+    return bare(std::move(pieces), "__foo(" + joined(items) + ")");
+}
+
 Tree draw_primary(Drawing& drawing, int depth) {
     const unsigned kind = draw(drawing, 100);
     if (kind < 15) {
@@ -363,8 +377,11 @@ Tree draw_primary(Drawing& drawing, int depth) {
         pieces.emplace_back("E");
         return bare(std::move(pieces), "sizeof...(" + joined(items) + ")");
     }
-    if (kind < 95) {
+    if (kind < 94) {
         return draw_fold(drawing, depth);
+    }
+    if (kind < 96) {
+        return draw_vendor_call(drawing, depth);
     }
     return draw_vendor(drawing, depth);
 }

@@ -588,7 +588,7 @@ Declaration draw_declaration(std::uint64_t seed, bool extended) {
     drawing.engine.seed(seed);
     drawing.extended = extended;
     drawing.retry = chance(drawing, 30);
-    const int depth = 1 + static_cast<int>(draw(drawing, 7));
+    const int depth = 1 + static_cast<int>(draw(drawing, 9));
     Declaration declaration;
     const unsigned kind = draw(drawing, 100);
     if (kind < 5) {

@@ -129,9 +129,10 @@ Tree draw_array(Drawing& drawing, int depth) {
         return array_of("", "", element);
     }
     if (chance(drawing, 15)) {
-        // A bound that begins with a digit is a number.
+        // A bound that begins with a digit is a number; brackets are no parentheses, so a
+        // ">" in them would count as outside.
         const Tree bound = draw_expression(drawing, depth - 1);
-        if (bound->plain.find_first_of("0123456789") != 0) {
+        if (bound->plain.find_first_of("0123456789") != 0 && !bound->greater) {
             return array_of(bound, element);
         }
     }
@@ -318,8 +319,12 @@ Tree draw_literal(Drawing& drawing, int depth) {
         const Tree type = array_of(digits, digits, qualified("K", builtin("c", "char")));
         return bare({"L", type, "E"}, cast_text(text_of(type), "\"...\""));
     }
-    if (kind < 94) {
+    if (kind < 93) {
         return draw_float_literal(drawing);
+    }
+    if (kind < 94) {
+        const Tree type = prefixed("C", "_Complex ", builtin("f", "float"));
+        return bare({"L", type, "3f800000_c0000000E"}, "(_Complex float)(1, -2)");
     }
     if (depth <= 0) {
         return bare({"Li0E"}, "0");
@@ -352,7 +357,7 @@ Tree draw_object(Drawing& drawing, int depth) {
     if (!drawing.objects.empty() && chance(drawing, 35)) {
         return drawing.objects[draw(drawing, static_cast<unsigned>(drawing.objects.size()))];
     }
-    const Tree type = draw_new_object(drawing, depth);
+    Tree type = draw_new_object(drawing, depth);
     drawing.objects.push_back(type);
     return type;
 }

@@ -205,6 +205,7 @@ Tree expansion(const Tree& pattern) {
 
 std::string parameter_text(const std::vector<Tree>& parameters, bool variadic) {
     std::vector<std::string> items;
+    items.reserve(parameters.size() + 1);
     for (const Tree& parameter : parameters) {
         items.push_back(text_of(parameter));
     }

@@ -250,6 +250,9 @@ TEST(Scheme1Rows, UndecoratedNamesKeepQualifiersAndSuffixes) {
 TEST(Scheme1Rows, OverridingNamesStandBeforeTheParameters) {
     EXPECT_EQ(decoded("_Z1fQ1gi"), "f [overriding g] (int)");
     EXPECT_EQ(decoded("_ZN1A1fEQN1B1fEv"), "A::f [overriding B::f] ()");
+    EXPECT_EQ(decoded("_ZNK1A1fEQN1B1fEv"), "A::f [overriding B::f] () const");
+    // The blank behind the bracket and the one before the qualifiers both stay.
+    EXPECT_EQ(decoded("_ZNK1A1fEQN1B1fEv", false), "A::f [overriding B::f]  const");
 }
 
 TEST(Scheme1Rows, LocalNames) {
@@ -372,6 +375,9 @@ TEST(Scheme1Rows, TemplateArguments) {
         {"1AIXscbLi1EEE", "A<static_cast<bool>(1)>"},
         {"1AIXptT_1xEE", "A<T1->x>"},
         {"1AIXplgtT_Li2ELi1EEE", "A<(T1 > 2) + 1>"},
+        {"1AIXcvDTgtT_T0_ET_EE", "A<decltype(T1 > T2)(T1)>"},
+        {"1AIXscPDOgtT_T0_EFvvET_EE", "A<static_cast<void (*)() noexcept(T1 > T2)>(T1)>"},
+        {"1AILA4_KcELS1_EE", "A<(const char [4])\"...\", (const char [4])\"...\">"},
     };
     expect_rows(rows);
 }
