@@ -79,6 +79,9 @@ constexpr Special entity_rows[] = {
     {"__TWR__", "thread_local wrapper for "},
 };
 
+// What the plain name keeps of such a prefix: "__" and three letters.
+constexpr std::size_t prefix_letters = 5;
+
 // One operand of a virtual function table: a qualified name or a run of names.
 Scope draw_table_class(Drawing& drawing, int depth) {
     if (chance(drawing, 40)) {
@@ -127,14 +130,15 @@ Declaration draw_special(Drawing& drawing, int depth) {
     if (kind < 55) {
         const Special& row = draw_row(drawing, entity_rows);
         const Entity entity = draw_entity(drawing, depth);
-        return {row.prefix + entity.code, row.phrase + entity.text, "", false};
+        return {row.prefix + entity.code, row.phrase + entity.text,
+                std::string(row.prefix).substr(0, prefix_letters)};
     }
     if (kind < 65) {
         static constexpr const char* targets[] = {"avx2", "arch=haswell", "sse4.2,no-avx", "x_y"};
         const std::string target = draw_row(drawing, targets);
         const Entity entity = draw_entity(drawing, depth);
         return {"__TGT__" + target + "__" + entity.code,
-                entity.text + " __attribute__((target(" + target + ")))", "", false};
+                entity.text + " __attribute__((target(" + target + ")))", "__TGT"};
     }
     if (kind < 85) {
         // Without a "__" behind its leading underscores the symbol is not mangled.
@@ -149,7 +153,7 @@ Declaration draw_special(Drawing& drawing, int depth) {
     const Type type = draw_type(drawing, depth);
     const Entity entity = draw_entity(drawing, depth);
     return {"__VFE__" + type.code + "__" + entity.code,
-            "surrogate in class " + text_of(type) + " for " + entity.text, "", false};
+            "surrogate in class " + text_of(type) + " for " + entity.text, "__VFE"};
 }
 
 Declaration draw_symbol(Drawing& drawing) {

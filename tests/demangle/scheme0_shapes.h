@@ -12,7 +12,8 @@ namespace scheme0 {
 struct Nesting {
     const char* what;
     std::string (*name)(std::size_t repetitions);
-    std::size_t levels;  // of grammar nesting that one repetition can be counted as, at most
+    std::size_t
+        levels;  // of nesting that one repetition counts as; where it is more than 1, at most
 };
 std::span<const Nesting> nestings();
 
