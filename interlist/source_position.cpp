@@ -16,7 +16,7 @@ namespace {
 // always there. A full table drops every
 // other entry and doubles its stride, so it covers a file of any length.
 struct position_table {
-    std::array<long, 4096> positions{};
+    std::array<long, 8192> positions{};
     std::size_t used = 0;
     unsigned stride = 1;
 

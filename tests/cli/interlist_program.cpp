@@ -281,6 +281,31 @@ TEST_F(Program, ReportsTheFileSizeLimit) {
     EXPECT_EQ(folder.read("prog.cl"), repeated('\n', 102400));
 }
 
+TEST_F(Program, MemoryDoesNotGrowWithTheInput) {
+    if (INTERLIST_SANITIZED) {
+        GTEST_SKIP() << "sanitizers need address space of their own";
+    }
+    std::string source;
+    std::string assembly = "\t.ifile\t\"a.c\"\n";
+    for (int i = 0; i < 200000; ++i) {
+        source += "some_line_of_c();\n";
+    }
+    for (const char* first : {"1", "150000", "100000"}) {
+        assembly += std::string("\t.ifunc\t").append(first).append("\n");
+        assembly += repeated('\n', 8000000) + "\t.iendfunc\t100002\n";
+    }
+    folder.write("a.c", source);
+    folder.write("prog.asm", assembly);
+    RunOptions options;
+    options.address_space_limit = 16U << 20;
+    const Finished finished = run({"prog.asm"}, options);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.err, "");
+    // The numbers of the C lines have up to six digits.
+    EXPECT_EQ(std::filesystem::file_size(folder / "prog.cl"),
+              24000000U + 999U * 80U + 9000U * 81U + 90000U * 82U + 4U * 83U + 4U * 72U);
+}
+
 TEST_F(Program, OptionsShapeTheListing) {
     folder.write("a.c", "\n{\n    a = 1;  /* one */\n\n        b = 2;\n}\n");
     folder.write("prog.asm", "\t.ifile\t\"a.c\"\n\t.ifunc\t1\nA\n\t.iendfunc\t7\n");

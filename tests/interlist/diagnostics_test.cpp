@@ -199,3 +199,22 @@ TEST_F(Diagnostics, AListingThatCannotBeWrittenEndsTheRunAtOnce) {
         ExitedWithCode(1),
         testing::Eq(">> WARNING: Failed to close 'out.cl': No space left on device\n"));
 }
+
+TEST_F(Diagnostics, AWriteThatFailsIsNotForgottenWhenLaterOnesSucceed) {
+    EXPECT_EXIT(
+        {
+            static int writes = 0;
+            const auto fail_once = [](void*, const char*, std::size_t size) -> ssize_t {
+                errno = ENOSPC;
+                return ++writes == 1 ? 0 : static_cast<ssize_t>(size);
+            };
+            LIST = fopencookie(nullptr, "w", {nullptr, fail_once, nullptr, nullptr});
+            std::setvbuf(LIST, nullptr, _IONBF, 0);
+            std::strcpy(temp_file_name, "out.cl");
+            fill_listing('x', 200000);
+            close_listing();
+            _exit(0);
+        },
+        ExitedWithCode(1),
+        testing::Eq(">> WARNING: Failed to close 'out.cl': No space left on device\n"));
+}
