@@ -7,6 +7,10 @@
 namespace gas2interlist {
 namespace {
 
+// Sources have neither this many functions on one line nor blocks as deep; a text that
+// does is not worth the time.
+constexpr std::size_t most_steps = 1000;
+
 bool is_function(const Block& block) {
     return block.kind == BlockKind::function;
 }
@@ -39,7 +43,8 @@ std::size_t function_declared_at(const SourceOutline& outline, std::uint32_t lin
     std::size_t found = no_block;
     const auto first = std::partition_point(
         blocks.begin(), blocks.end(), [line](const Block& it) { return it.open_line < line; });
-    for (auto it = first; it != blocks.end() && it->header_line <= line; ++it) {
+    const auto end = first + std::min<std::ptrdiff_t>(blocks.end() - first, most_steps);
+    for (auto it = first; it != end && it->header_line <= line; ++it) {
         const auto index = static_cast<std::size_t>(it - blocks.begin());
         if (!is_function(*it)) {
             continue;
@@ -60,10 +65,13 @@ std::size_t function_around(const SourceOutline& outline, std::uint32_t line) {
         blocks.begin(), blocks.end(), [line](const Block& it) { return it.open_line <= line; });
     std::size_t block =
         after == blocks.begin() ? no_block : static_cast<std::size_t>(after - blocks.begin()) - 1;
-    while (block != no_block && !(is_function(blocks[block]) && blocks[block].close_line >= line)) {
+    for (std::size_t steps = 0; block != no_block && steps < most_steps; ++steps) {
+        if (is_function(blocks[block]) && blocks[block].close_line >= line) {
+            return block;
+        }
         block = blocks[block].parent;
     }
-    return block;
+    return no_block;
 }
 
 }  // namespace gas2interlist
