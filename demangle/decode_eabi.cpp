@@ -29,7 +29,7 @@ void report_bad_name(eabi_decode_state* state) {
 void eabi_put_number(std::int64_t value, eabi_decode_state* state) {
     std::array<char, 24> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    eabi_put(digits.data(), static_cast<std::size_t>(end.ptr - digits.data()), state);
+    emit_bytes(digits.data(), static_cast<std::size_t>(end.ptr - digits.data()), state);
 }
 
 const char* eabi_number(const char* at, std::uint64_t* value, eabi_decode_state* state) {

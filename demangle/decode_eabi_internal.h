@@ -122,30 +122,36 @@ enum eabi_mode : unsigned { mode_record = 1, mode_print = 2, mode_both = 3 };
 // Records an error in the name; the first one ends all output and recording.
 void report_bad_name(eabi_decode_state* state);
 
+// Copies two blocks of `block` bytes that together cover the text.
+template <std::size_t block>
+inline void eabi_copy_ends(char* to, const char* from, std::size_t length) {
+    struct bytes {
+        char byte[block];
+    };
+    bytes head;
+    bytes tail;
+    std::memcpy(&head, from, block);
+    std::memcpy(&tail, from + length - block, block);
+    std::memcpy(to, &head, block);
+    std::memcpy(to + length - block, &tail, block);
+}
+
 // Copies a short text with few branches; longer ones go to the library.
 inline void eabi_copy(char* to, const char* from, std::size_t length) {
-    if (length >= 8 && length <= 16) {
-        std::uint64_t head = 0;
-        std::uint64_t tail = 0;
-        std::memcpy(&head, from, 8);
-        std::memcpy(&tail, from + length - 8, 8);
-        std::memcpy(to, &head, 8);
-        std::memcpy(to + length - 8, &tail, 8);
-    } else if (length >= 4 && length < 8) {
-        std::uint32_t head = 0;
-        std::uint32_t tail = 0;
-        std::memcpy(&head, from, 4);
-        std::memcpy(&tail, from + length - 4, 4);
-        std::memcpy(to, &head, 4);
-        std::memcpy(to + length - 4, &tail, 4);
-    } else if (length < 4) {
-        if (length != 0) {
-            to[0] = from[0];
-            to[length / 2] = from[length / 2];
-            to[length - 1] = from[length - 1];
+    if (length >= 8) {
+        if (length <= 16) {
+            eabi_copy_ends<8>(to, from, length);
+        } else if (length <= 32) {
+            eabi_copy_ends<16>(to, from, length);
+        } else {
+            std::memcpy(to, from, length);
         }
-    } else {
-        std::memcpy(to, from, length);
+    } else if (length >= 4) {
+        eabi_copy_ends<4>(to, from, length);
+    } else if (length != 0) {
+        to[0] = from[0];
+        to[length / 2] = from[length / 2];
+        to[length - 1] = from[length - 1];
     }
 }
 
@@ -256,6 +262,23 @@ const char* eabi_source_name(const char* at, eabi_decode_state* state);
 const char* eabi_template_args(const char* at, bool blank_before, eabi_decode_state* state);
 const char* eabi_template_arg(const char* at, bool* first, eabi_decode_state* state);
 
+// The same, short enough to stand wherever names are frequent.
+inline const char* eabi_plain_source_name(const char* at, eabi_decode_state* state) {
+    const char* text = at + 1;
+    auto length = static_cast<std::size_t>(*at - '0');
+    if (eabi_is_digit(*text)) {
+        length = length * 10 + static_cast<std::size_t>(*text - '0');
+        ++text;
+    }
+    // A third digit, no length, and what may be an unnamed namespace.
+    if (*text == '_' || eabi_is_digit(*text) || length == 0 ||
+        length > static_cast<std::size_t>(state->input_end - text)) {
+        return eabi_source_name(at, state);
+    }
+    eabi_put(text, length, state);
+    return text + length;
+}
+
 // Template parameter declarations in front of a lambda's parameters or an argument.
 const char* eabi_template_param_decl(const char* at, eabi_decode_state* state);
 bool eabi_at_template_param_decl(const char* at, const eabi_decode_state* state);
@@ -263,10 +286,13 @@ bool eabi_at_template_param_decl(const char* at, const eabi_decode_state* state)
 // --- Substitutions (decode_eabi_substitutions.cpp) ------------------------------
 
 // Enters a component whose text began at `text_at` in the output, or has no text
-// of its own there (entry_no_text). `flags` are eabi_shape bits.
+// of its own there (entry_no_text).
 void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* prefix_end,
-                           unsigned flags, const eabi_component& component, std::uint64_t text_at,
+                           const eabi_component& component, std::uint64_t text_at,
                            eabi_decode_state* state);
+
+// Enters a type of the shape that state->shape gives.
+void eabi_add_type(const char* start, std::uint64_t text_at, eabi_decode_state* state);
 
 enum eabi_subst_mode : unsigned { subst_whole = 0, subst_type_prefix = 1, subst_type_suffix = 2 };
 

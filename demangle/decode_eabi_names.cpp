@@ -9,8 +9,7 @@
 const char* eabi_source_name(const char* at, eabi_decode_state* state) {
     std::uint64_t length = 0;
     at = eabi_number(at, &length, state);
-    if (length == 0 || length > static_cast<std::uint64_t>(state->input_end - at) ||
-        state->out_len + length > eabi_max_text) {
+    if (length == 0 || length > static_cast<std::uint64_t>(state->input_end - at)) {
         report_bad_name(state);
         return at;
     }
@@ -169,7 +168,7 @@ static const char* module_end(const char* at, eabi_decode_state* state) {
     while (*at == 'W' && state->error_seen == 0) {
         const char* const start = at;
         at = eabi_source_name(at + (at[1] == 'P' ? 2 : 1), state);
-        eabi_add_substitution(start, subst_name, nullptr, 0, {}, entry_no_text, state);
+        eabi_add_substitution(start, subst_name, start, {}, entry_no_text, state);
     }
     return at;
 }
@@ -213,7 +212,7 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
     }
     const char* const start = at;
     if (eabi_is_digit(*at)) {
-        at = eabi_source_name(at, state);
+        at = eabi_plain_source_name(at, state);
         component->last_name = start;
     } else if (*at == 'C' || (*at == 'D' && at[1] != 'C')) {
         const bool inheriting = *at == 'C' && at[1] == 'I';
@@ -405,7 +404,21 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
         has_args = false;
         const bool after_std = std_only;
         std_only = false;
-        if (*at == 'S') {
+        if (eabi_is_digit(*at)) {  // by far the most frequent
+            put_scope(first, state);
+            at = eabi_plain_source_name(at, state);
+            component->last_name = here;
+            component->flags = 0;
+            if (*at == 'B') {
+                at = abi_tags(at, state);
+            }
+            named = true;
+            kind = first ? subst_name : subst_prefix_and_name;
+            if (state->steps_left-- == 0) {
+                state->steps_left = 0;
+                report_bad_name(state);
+            }
+        } else if (*at == 'S') {
             if (!first) {
                 report_bad_name(state);
                 break;
@@ -448,7 +461,7 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
         }
         if (enter && state->no_record_depth == 0 && (whole_is_type || *at != 'E')) {
             const char* const prefix_end = kind == subst_prefix_and_name ? here : at;
-            eabi_add_substitution(start, kind, prefix_end, 0, *component, text_at, state);
+            eabi_add_substitution(start, kind, prefix_end, *component, text_at, state);
         }
     }
     if (bound == nullptr && !named) {
@@ -581,7 +594,7 @@ static const char* unscoped_name(const char* at, eabi_name_record* record,
     }
     at = eabi_unqualified_name(at, component, state);
     if (*at == 'I') {
-        eabi_add_substitution(start, subst_name, nullptr, 0, *component, text_at, state);
+        eabi_add_substitution(start, subst_name, start, *component, text_at, state);
         at = eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
         record->no_return_type = eabi_carries_no_return_type(*component);
     } else {
@@ -647,6 +660,6 @@ const char* eabi_class_type(const char* at, eabi_component* component, eabi_deco
         at = unscoped_name(at, &record, component, state);
         kind = record.no_return_type ? subst_name : subst_type;
     }
-    eabi_add_substitution(start, kind, nullptr, 0, *component, text_at, state);
+    eabi_add_substitution(start, kind, start, *component, text_at, state);
     return at;
 }

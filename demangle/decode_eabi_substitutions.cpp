@@ -45,6 +45,15 @@ static std::uint32_t abbreviation_name(const char* last_name) {
     return 0;
 }
 
+static std::uint32_t last_name_code(const char* last_name, const eabi_decode_state* state) {
+    const auto offset = reinterpret_cast<std::uintptr_t>(last_name) -
+                        reinterpret_cast<std::uintptr_t>(state->input);
+    if (offset < state->input_length) {
+        return static_cast<std::uint32_t>(offset) + 1;
+    }
+    return last_name == nullptr ? 0 : abbreviation_name(last_name);
+}
+
 static const char* last_name_of(const eabi_subst_entry& entry, const eabi_decode_state* state) {
     if (entry.last_name == 0) {
         return nullptr;
@@ -81,32 +90,51 @@ static bool grow_table(eabi_decode_state* state) {
     return true;
 }
 
-void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* prefix_end,
-                           unsigned flags, const eabi_component& component, std::uint64_t text_at,
-                           eabi_decode_state* state) {
-    if (state->no_record_depth != 0) {
-        return;
+// The next entry, or null when nothing is to be entered.
+static eabi_subst_entry* next_entry(eabi_decode_state* state) {
+    if (state->no_record_depth != 0 ||
+        (state->subst_count == state->subst_capacity && !grow_table(state))) {
+        return nullptr;
     }
-    if (state->subst_count == state->subst_capacity && !grow_table(state)) {
-        return;
-    }
+    return &state->subst_table[state->subst_count++];
+}
+
+// The text from `text_at` to where the output stands. A text past the limit is a bad
+// name before it matters that it does not fit here.
+static void set_text(eabi_subst_entry* entry, std::uint64_t text_at,
+                     const eabi_decode_state* state) {
     const bool has_text = text_at != entry_no_text && state->suppress_depth == 0;
-    const auto offset = reinterpret_cast<std::uintptr_t>(component.last_name) -
-                        reinterpret_cast<std::uintptr_t>(state->input);
-    // A text past the limit is a bad name before it matters that it does not fit here.
-    state->subst_table[state->subst_count++] = eabi_subst_entry{
-        .start = start,
-        .kind = kind,
-        .text_at = static_cast<std::uint32_t>(text_at),
-        .prefix_end =
-            prefix_end == nullptr ? 0 : static_cast<std::uint32_t>(prefix_end - state->input),
-        .last_name = component.last_name == nullptr ? 0
-                     : offset < state->input_length ? static_cast<std::uint32_t>(offset) + 1
-                                                    : abbreviation_name(component.last_name),
-        .type_flags = flags | component.flags | state->lambda_flag,
-        .text_length =
-            has_text ? static_cast<std::uint32_t>(state->out_len - text_at) : entry_no_text,
-    };
+    entry->text_at = static_cast<std::uint32_t>(text_at);
+    entry->text_length =
+        has_text ? static_cast<std::uint32_t>(state->out_len - text_at) : entry_no_text;
+}
+
+void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* prefix_end,
+                           const eabi_component& component, std::uint64_t text_at,
+                           eabi_decode_state* state) {
+    eabi_subst_entry* const entry = next_entry(state);
+    if (entry == nullptr) {
+        return;
+    }
+    entry->start = start;
+    entry->kind = kind;
+    entry->prefix_end = static_cast<std::uint32_t>(prefix_end - state->input);
+    entry->last_name = last_name_code(component.last_name, state);
+    entry->type_flags = component.flags | state->lambda_flag;
+    set_text(entry, text_at, state);
+}
+
+void eabi_add_type(const char* start, std::uint64_t text_at, eabi_decode_state* state) {
+    eabi_subst_entry* const entry = next_entry(state);
+    if (entry == nullptr) {
+        return;
+    }
+    entry->start = start;
+    entry->kind = subst_type;
+    entry->prefix_end = 0;
+    entry->last_name = 0;
+    entry->type_flags = state->shape | state->lambda_flag;
+    set_text(entry, text_at, state);
 }
 
 // --- Printing a component again -------------------------------------------------

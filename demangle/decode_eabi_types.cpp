@@ -111,8 +111,7 @@ static void add_type(const char* start, std::uint64_t text_at, bool own_text,
                      eabi_decode_state* state) {
     if (state->no_record_depth == 0) {
         const bool whole = own_text && (state->shape & shape_suffix) == 0;
-        eabi_add_substitution(start, subst_type, nullptr, state->shape, {},
-                              whole ? text_at : entry_no_text, state);
+        eabi_add_type(start, whole ? text_at : entry_no_text, state);
     }
 }
 
@@ -513,7 +512,7 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
                                 eabi_component* component, eabi_decode_state* state) {
     at = eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
     component->flags = 0;
-    eabi_add_substitution(start, subst_type, nullptr, 0, *component, text_at, state);
+    eabi_add_substitution(start, subst_type, start, *component, text_at, state);
     return at;
 }
 
@@ -533,11 +532,11 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
         } else {
             report_bad_name(state);
         }
-        eabi_add_substitution(start, subst_type, nullptr, 0, component, text_at, state);
+        eabi_add_substitution(start, subst_type, start, component, text_at, state);
     } else {
         at = eabi_template_param(at, state);
         component.last_name = start;
-        eabi_add_substitution(start, subst_template_param, nullptr, 0, component, text_at, state);
+        eabi_add_substitution(start, subst_template_param, start, component, text_at, state);
         if (*at == 'I' && allow_template_args) {
             at = applied_args(start, at, text_at, &component, state);
         }
