@@ -166,6 +166,13 @@ TEST(Placement, LineZeroAndUnknownFilesAreNotGiven) {
         ".ifile\t\"a.c\"\n.ifunc\t6\n.iline\t5\n.iendfunc\t20\n");
 }
 
+TEST(Placement, AFileMayBeNamedAfterItsPositions) {
+    EXPECT_EQ(
+        directives(function("f", "\t.loc 1 9\n\tnop\n\t.loc 1 10\n\tnop\n") + "\t.file 1 \"a.c\"\n",
+                   sources),
+        ".ifile\t\"a.c\"\n.ifunc\t6\n.iline\t5\n.iendfunc\t20\n");
+}
+
 // 18 comes early, as where a compiler returns from the midst of a function.
 TEST(Placement, AnEarlyJumpForwardDoesNotUseUpTheLines) {
     EXPECT_EQ(directives("\t.file 1 \"a.c\"\n" + function("f",
