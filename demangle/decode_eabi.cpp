@@ -269,9 +269,11 @@ static const char* construction_vtable(const char* at, eabi_decode_state* state)
     std::uint64_t offset = 0;
     at = eabi_require(eabi_number(at, &offset, state), '_', state);
     at = eabi_whole_type(at, true, state);
-    eabi_put("-in-", state);
-    const eabi_no_record no_record(state);
-    eabi_whole_type(derived, true, state);
+    if (state->suppress_depth == 0) {
+        eabi_put("-in-", state);
+        const eabi_no_record no_record(state);
+        eabi_whole_type(derived, true, state);
+    }
     return at;
 }
 
@@ -299,11 +301,13 @@ static const char* reference_temporary(const char* at, eabi_decode_state* state)
     } else if (*at != '\0' || number != 0) {  // old compilers end right after the name
         report_bad_name(state);
     }
-    eabi_put('#', state);
-    eabi_put_number(number, state);
-    eabi_put(" for ", state);
-    const eabi_no_record no_record(state);
-    name_once(name, state);
+    if (state->suppress_depth == 0) {
+        eabi_put('#', state);
+        eabi_put_number(number, state);
+        eabi_put(" for ", state);
+        const eabi_no_record no_record(state);
+        name_once(name, state);
+    }
     return at;
 }
 

@@ -254,6 +254,9 @@ static const char* read_vendor_qualifier(const char* at, vendor_qualifier* quali
 }
 
 static void put_vendor_name(const vendor_qualifier& qualifier, eabi_decode_state* state) {
+    if (state->suppress_depth != 0) {
+        return;
+    }
     if (qualifier.form != nullptr) {
         eabi_put(qualifier.form->text, state);
         return;
@@ -398,7 +401,7 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
         }
         at = eabi_whole_type(at, true, state);
         eabi_put(" __vector(", state);
-        {
+        if (state->suppress_depth == 0) {
             const eabi_no_record no_record(state);
             put_bound(bound, state);
         }

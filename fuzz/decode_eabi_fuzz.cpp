@@ -34,8 +34,8 @@ void check(bool holds, const char* what, const std::string& name) {
 Result decode(const std::string& name, std::size_t size, int decorated) {
     std::vector<char> room(size + 2 * guard, guard_byte);
     Result result;
-    decode_identifier_eabi(name.c_str(), room.data() + guard, size, &result.error,
-                           &result.overflow, &result.needed, decorated);
+    decode_identifier_eabi(name.c_str(), room.data() + guard, size, &result.error, &result.overflow,
+                           &result.needed, decorated);
     const auto untouched = [](char byte) { return byte == guard_byte; };
     check(std::all_of(room.begin(), room.begin() + guard, untouched) &&
               std::all_of(room.end() - guard, room.end(), untouched),
