@@ -1,7 +1,6 @@
-// A lexer that knows comments, literals, raw strings and preprocessor lines, and a
-// statement tracker that tells what kind of block each opening brace begins. Neither
-// expands macros, so a function is recognised by its shape: a parameter list with a
-// body behind it.
+// Follows statements, preprocessor lines and braces through a source text and tells what
+// kind of block each opening brace begins. Macros are not expanded, so a function is
+// recognised by its shape: a parameter list with a body behind it.
 #include "tools/gas2interlist_source.h"
 
 #include <algorithm>
@@ -139,6 +138,7 @@ void reset_statement(Lexer& lexer) {
     lexer.statement = Statement();
     lexer.previous = Token::none;
     lexer.previous_word = {};
+    lexer.bracket_depth = 0;
 }
 
 void begin_token(Lexer& lexer) {
@@ -203,6 +203,10 @@ BlockKind kind_of_block(const Lexer& lexer) {
 }
 
 void open_block(Lexer& lexer) {
+    // A brace in the first column begins a body, whatever parentheses a conditional left open.
+    if (!is_in_body(lexer) && lexer.at > 0 && lexer.text[lexer.at - 1] == '\n') {
+        lexer.paren_depth = 0;
+    }
     const BlockKind kind = kind_of_block(lexer);
     Statement header = lexer.statement;
     if (header.capture_line != 0 && kind == BlockKind::function) {

@@ -166,6 +166,22 @@ TEST(SourceOutline, ABraceThatOnlyOneBranchOpensIsClosedByALaterConditional) {
               (Texts{"1-1-11", "12-12-13"}));
 }
 
+TEST(SourceOutline, AParenthesisLeftOpenDoesNotHideTheBodiesBehindIt) {
+    EXPECT_EQ(functions("#ifdef A\n"
+                        "CHECK(\n"
+                        "#endif\n"
+                        "int f(void)\n"
+                        "{\n"
+                        "  return v[0;\n"
+                        "}\n"
+                        "int g(void) {\n"
+                        "  auto h = [] {\n"
+                        "  };\n"
+                        "}\n")
+                  .size(),
+              3U);
+}
+
 TEST(SourceOutline, DisabledTextIsNotRead) {
     EXPECT_EQ(functions("#if 0\n"
                         "isn't { read\n"
