@@ -268,11 +268,14 @@ std::uint32_t boundary(const Extent& extent, std::uint32_t previous, std::uint32
         return line;
     }
     const std::vector<bool>& ends = extent.source->outline->statement_end;
-    std::uint32_t at = previous;
-    while (at < line - 1 && !(at < ends.size() && ends[at])) {
-        ++at;
+    // Positions may lie far behind the end of a source that has changed since.
+    const std::size_t limit = std::min<std::size_t>(line - 1, ends.size());
+    for (std::size_t at = previous; at < limit; ++at) {
+        if (ends[at]) {
+            return static_cast<std::uint32_t>(at) + 1;
+        }
     }
-    return at + 1;
+    return line;
 }
 
 // The positions that a function's directives are made of: the longest run of own lines

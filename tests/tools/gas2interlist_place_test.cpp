@@ -282,6 +282,17 @@ TEST(Placement, WithoutTheSourceTheAssemblyTellsTheExtent) {
               ".ifunc\t30\n.iendfunc\t31\n");
 }
 
+TEST(Placement, PositionsBehindTheEndOfAChangedSourceCostNothing) {
+    std::string body = "\t.loc 1 100\n\tnop\n";
+    for (unsigned line = 1000000000; line < 1000001000; ++line) {
+        body += "\t.loc 1 " + std::to_string(line) + "\n\tnop\n\t.loc 1 " +
+                std::to_string(line + 1000000000) + "\n\tnop\n";
+    }
+    const std::string result = directives("\t.file 1 \"a.c\"\n" + function("late", body), sources);
+    EXPECT_TRUE(result.starts_with(".ifile\t\"a.c\"\n.ifunc\t100\n.iline\t999999901\n"));
+    EXPECT_TRUE(result.ends_with(".iendfunc\t2000001000\n"));
+}
+
 TEST(Placement, FunctionsMadeByMacrosKeepToTheirLine) {
     EXPECT_EQ(directives("\t.file 1 \"a.c\"\n" + function("first", "\t.loc 1 1\n\tret\n") +
                              function("second", "\t.loc 1 2\n\tret\n") +
