@@ -25,6 +25,7 @@ struct grammar_state : decode_state {
     const char* base = nullptr;  // where the (expanded) name begins
     std::uint64_t depth = 0;
     std::uint64_t steps = 0;
+    bool beyond_bounds = false;  // one of the bounds above was met
     tail last = tail::name;
 
     // Whether an operator with ">" in it was met outside parentheses, for the
@@ -53,6 +54,7 @@ class nesting {
     explicit nesting(grammar_state* state) : state_(state) {
         if (++state->depth > most_nesting + 1 || ++state->steps > most_steps ||
             state->out_len > longest_output) {
+            state->beyond_bounds = true;
             report_bad_name(state);
         }
     }

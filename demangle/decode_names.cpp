@@ -108,6 +108,10 @@ bool find_conversion(const char* at, name_parts* parts, grammar_state* state) {
     state->suppress_depth = suppress_depth;
     state->input_end = input_end;
     state->nesting_level = nesting_level;
+    if (state->beyond_bounds) {
+        report_bad_name(state);
+        return false;
+    }
     if (found) {
         *parts = {name_kind::conversion, at, end};
     }
@@ -215,7 +219,10 @@ void print_name(const name_parts& parts, const char* scope, grammar_state* state
             break;
         case name_kind::conversion:
             emit_text("operator ", state);
-            whole_type(parts.begin, state);
+            // Finding the name has read the type already.
+            if (state->suppress_depth == 0) {
+                whole_type(parts.begin, state);
+            }
             break;
         case name_kind::operator_function:
             text = parts.op->text;

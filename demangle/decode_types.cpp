@@ -108,8 +108,17 @@ void close_mark(const char* pointee, grammar_state* state) {
     }
 }
 
+bool begins_class(const char* at, const grammar_state* state) {
+    const char letter = peek_char(at, state);
+    return letter == 'Z' || letter == 'Q' || is_decimal(letter);
+}
+
 // A class where one is called for: simple, qualified or a template parameter.
 const char* class_name(const char* at, grammar_state* state) {
+    if (!begins_class(at, state)) {
+        report_bad_name(state);
+        return at;
+    }
     return peek_char(at, state) == 'Z' ? type_template_param(at, state)
                                        : qualified_name(at, {}, state);
 }
@@ -136,8 +145,7 @@ const char* skip_once(const char* at, grammar_state* state, Read read) {
 }
 
 const char* skip_class(const char* at, grammar_state* state) {
-    const suppression suppressed(state);
-    return class_name(at, state);
+    return skip_once(at, state, class_name);
 }
 
 // bound := digits | "X" operand | nothing
@@ -194,7 +202,9 @@ const char* member_pointer_prefix(const char* at, unsigned qualifiers, grammar_s
     const char* const member = skip_class(owner, state);
     at = type_prefix(member, 0, state);
     open_mark(member, state);
-    class_name(owner, state);
+    if (state->suppress_depth == 0) {
+        class_name(owner, state);
+    }
     emit_text("::*", state);
     emit_qualifiers_after_mark(qualifiers, state);
     return at;
@@ -255,12 +265,7 @@ const char* managed_prefix(const char* at, unsigned qualifiers, grammar_state* s
 
 const char* named_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
     emit_qualifiers_before_name(qualifiers, state);
-    const char letter = peek_char(at, state);
-    if (letter == 'Z' || letter == 'Q' || is_decimal(letter)) {
-        at = class_name(at, state);
-    } else {
-        at = builtin_type(at, state);
-    }
+    at = begins_class(at, state) ? class_name(at, state) : builtin_type(at, state);
     state->last = tail::name;
     return at;
 }
