@@ -1,0 +1,208 @@
+// How the Itanium ABI decoder's texts read: blanks, marks, declarators, templates,
+// literals and expressions. Expected texts are literal.
+#include <gtest/gtest.h>
+
+#include "tests/demangle/scheme1_decode.h"
+
+namespace {
+
+struct Row {
+    const char* name;
+    const char* text;
+};
+
+constexpr const char* bad = "<bad name>";
+
+template <std::size_t count>
+void expect_rows(const Row (&rows)[count]) {
+    for (const Row& row : rows) {
+        EXPECT_EQ(decoded(row.name), row.text) << row.name;
+    }
+}
+
+}  // namespace
+
+TEST(DecodeEabiStyle, OneBlankStandsBeforeTheFirstMarkAndBetweenQualifiersAndAMark) {
+    static constexpr Row rows[] = {
+        {"PKc", "const char *"},
+        {"KPc", "char *const"},
+        {"PKPKc", "const char *const *"},
+        {"PPc", "char **"},
+        {"RPc", "char *&"},
+        {"OPKc", "const char *&&"},
+        {"RKPc", "char *const &"},
+        {"KRi", "int &const"},
+        {"KVri", "const volatile restrict int"},
+        {"rVKPi", "int *const volatile restrict"},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, DeclaratorsOfFunctionsAndArraysOpenAParenthesis) {
+    static constexpr Row rows[] = {
+        {"PFivE", "int (*)()"},
+        {"FivE", "int ()"},
+        {"RA3_i", "int (&)[3]"},
+        {"PA_i", "int (*)[]"},
+        {"A3_A4_i", "int [3][4]"},
+        {"A3_Pc", "char *[3]"},
+        {"A3_KPc", "char *const [3]"},
+        {"KA3_i", "const int [3]"},
+        {"PFviE", "void (*)(int)"},
+        {"PKFviE", "void (*)(int) const"},
+        {"M1AKFvvE", "void (A::*)() const"},
+        {"M1AFvvRE", "void (A::*)() &"},
+        {"M1AKFvvOE", "void (A::*)() const &&"},
+        {"M1Ai", "int A::*"},
+        {"PDoFvvE", "void (*)() noexcept"},
+        {"PDxFvvE", "void (*)() transaction_safe"},
+        {"PFPFvvEiE", "void (*(*)(int))()"},
+        {"PA2_PFivE", "int (*(*)[2])()"},
+        {"_Z1fIiEPFvvEv", "void (*)() f<int>()"},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, TemplateListsCloseWithoutABlankAndPacksStandInPlace) {
+    static constexpr Row rows[] = {
+        {"_Z1fI1AI1BI1CEEEvv", "void f<A<B<C>>>()"},
+        {"_ZltIiEbT_S0_", "bool operator < <int>(T1, T1)"},
+        {"_Z1fIJidEEvDpT_", "void f<int, double>(T1...)"},
+        {"_Z1fIJEEvDpT_", "void f<>(T1...)"},
+        {"1AIiJEE", "A<int>"},
+        {"1AIJEiE", "A<int>"},
+        {"1AIJJEJicEEE", "A<int, char>"},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, LiteralsCarrySuffixesOrCasts) {
+    static constexpr Row rows[] = {
+        {"1AILi5EE", "A<5>"},
+        {"1AILin5EE", "A<-5>"},
+        {"1AILj5EE", "A<5U>"},
+        {"1AILl5EE", "A<5L>"},
+        {"1AILm5EE", "A<5UL>"},
+        {"1AILx5EE", "A<5LL>"},
+        {"1AILy5EE", "A<5ULL>"},
+        {"1AILc97EE", "A<(char)97>"},
+        {"1AIL5Color2EE", "A<(Color)2>"},
+        {"1AILsn1EE", "A<(short)-1>"},
+        {"1AILb1EE", "A<true>"},
+        {"1AILb0EE", "A<false>"},
+        {"1AILb2EE", "A<(bool)2>"},
+        {"1AILDnEE", "A<nullptr>"},
+        {"1AILDn0EE", "A<nullptr>"},
+        {"1AILPc0EE", "A<(char *)0>"},
+        {"1AILf3fc00000EE", "A<(float)1.5>"},
+        {"1AILd3ff0000000000000EE", "A<(double)1>"},
+        {"1AILd4059000000000000EE", "A<(double)1e+02>"},
+        {"1AILe3fffc000000000000000EE", "A<(long double)1.5>"},
+        {"1AILCf3f800000_40000000EE", "A<(_Complex float)(1, 2)>"},
+        {"1AILf3FC00000EE", bad},
+        {"1AILf3fc0000EE", bad},
+        {"1AILA4_KcEE", "A<(const char [4])\"...\">"},
+        {"2CBIL_Z3foocEE", "CB<foo(char)>"},
+        {"1AIXadL_Z3foocEEE", "A<&foo(char)>"},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, ExpressionsParenthesiseOperandsThatAreOperators) {
+    static constexpr Row rows[] = {
+        {"1AIXplT_Li1EEE", "A<T1 + 1>"},
+        {"1AIXmlplT_Li1ELi2EEE", "A<(T1 + 1) * 2>"},
+        {"1AIXngT_EE", "A<-T1>"},
+        {"1AIXntaaT_T0_EE", "A<!(T1 && T2)>"},
+        {"1AIXquT_Li1ELi2EEE", "A<T1 ? 1 : 2>"},
+        {"1AIXcl1fT_Li2EEEE", "A<f(T1, 2)>"},
+        {"1AIXcp1fT_EEE", "A<(f)(T1)>"},
+        {"1AIXsrT_1xEE", "A<T1::x>"},
+        {"1AIXszT_EE", "A<sizeof(T1)>"},
+        {"1AIXsZT_EE", "A<sizeof...(T1)>"},
+        {"1AIXsciT_EE", "A<static_cast<int>(T1)>"},
+        {"1AIXcviT_EE", "A<int(T1)>"},
+        {"1AIXcvPiT_EE", "A<int *(T1)>"},
+        {"1AIXtliT_Li2EEEE", "A<int{T1, 2}>"},
+        {"1AIXnw_ipiLi5EEEE", "A<new int(5)>"},
+        {"1AIXfl"
+         "plT_EE",
+         "A<(... + T1)>"},
+        {"1AIXfRplT_Li0EEE", "A<(T1 + ... + 0)>"},
+        {"1AIXgtT_Li1EEE", "A<(T1 > 1)>"},
+        {"1AIXptT_1xEE", "A<T1->x>"},
+        {"1AIXcmT_T0_EE", "A<T1, T2>"},
+        {"1AIXdsT_T0_EE", "A<T1.*T2>"},
+        {"1AIXpmT_T0_EE", "A<T1 ->* T2>"},
+        {"1AIXawT_EE", "A<co_await T1>"},
+        {"1AIXv19clitypeidiEE", "A<int::typeid>"},
+        {"1AIXu5__fooT_EEE", "A<__foo(T1)>"},
+        {"1AIXv212clisubscriptT_T0_EE", "A<subscript(T1, T2)>"},
+        {"1AIXv29builtinabT_T0_EE", "A<builtin-operation-ab(T1, T2)>"},
+        {"1AIXli1xT_EE", bad},
+        {"1AIXflixT_EE", bad},
+        {"_Z1fIiEDTdtfp_1xET_", "decltype(param#1.x) f<int>(T1)"},
+        {"_Z1fIiEDTptfp_1xET_", "decltype(param#1->x) f<int>(T1)"},
+        {"_Z1fIiEDTfL0p0_ET_", "decltype(param#2[up 1 level]) f<int>(T1)"},
+        {"_Z1fIiEDTfpTET_", "decltype(this) f<int>(T1)"},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, ThingsWithoutANameAreShownInBrackets) {
+    static constexpr Row rows[] = {
+        {"UlvE_", "[lambda() (instance 1)]"},
+        {"UliE0_", "[lambda(int) (instance 2)]"},
+        {"Ut_", "[unnamed type (instance 1)]"},
+        {"Ut0_", "[unnamed type (instance 2)]"},
+        {"UlT_E_", "[lambda(auto:1) (instance 1)]"},
+        {"_ZN12_GLOBAL__N_11fEv", "<unnamed>::f()"},
+        {"_ZDC1a1bE", "[a, b]"},
+        {"_Z1fB5cxx11v", "f[abi:cxx11]()"},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, ConstructorsRepeatWhatNamesTheirClass) {
+    static constexpr Row rows[] = {
+        {"_ZN3FooIiEC1Ev", "Foo<int>::Foo()"},
+        {"_ZNSsD1Ev",
+         "std::basic_string<char, std::char_traits<char>, std::allocator<char>>::~basic_string()"},
+        {"_ZNT_C1Ev", "T1::T1()"},
+        {"_ZN1DCI11BEi", "D::D(int)"},
+        {"_ZN1AB1tC1Ev", "A[abi:t]::A()"},
+        {"_ZNDtT_EC1Ev", bad},
+        {"_ZNplC1Ev", bad},
+        {"_ZN1AC4Ev", bad},
+        {"_ZC1v", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, NewerTypesAndVendorQualifiers) {
+    static constexpr Row rows[] = {
+        {"Dv4_f", "float __vector(4)"},
+        {"DB8_", "_BitInt(8)"},
+        {"DU8_", "unsigned _BitInt(8)"},
+        {"Du", "char8_t"},
+        {"DF16_", "_Float16"},
+        {"DF32x", "_Float32x"},
+        {"DF16b", "std::bfloat16_t"},
+        {"U3AS1i", "AS1 int"},
+        {"_Z1fPU3AS1i", "f(AS1 int *)"},
+        {"U8__handle3Foo", "Foo ^"},
+        {"U8__trkref3Foo", "Foo %"},
+        {"U14__interior_ptri", "interior_ptr<int>"},
+        {"U9__pin_ptri", "pin_ptr<int>"},
+        {"U8__vectorf", "__attribute__((vector_size(?))) float"},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, NamesThatNameNothingAndEmptyParameterListsAreBad) {
+    static constexpr Row rows[] = {
+        {"_ZNStEv", bad},  {"_Z1f1ANS_Ev", bad}, {"_ZNT_Ev", bad},
+        {"_Z1fIiEv", bad}, {"_ZB1x1fv", bad},
+    };
+    expect_rows(rows);
+}
