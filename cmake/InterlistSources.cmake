@@ -117,6 +117,8 @@ function(interlist_sources target)
     string(MAKE_C_IDENTIFIER ${target}_listing_${name} library)
     _interlist_assembly(${library} ${target} ${source})
 
+    # A precompiled header counts among the objects.
+    set(assembly $<FILTER:$<TARGET_OBJECTS:${library}>,EXCLUDE,cmake_pch>)
     set(listing ${arg_OUTPUT_DIRECTORY}/${name}.cl)
     set(prepared ${arg_OUTPUT_DIRECTORY}/${name}.asm)
     cmake_path(GET listing PARENT_PATH folder)
@@ -124,9 +126,9 @@ function(interlist_sources target)
       OUTPUT ${listing}
       BYPRODUCTS ${prepared}
       COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
-      COMMAND interlist::gas2interlist ${arg_SOURCE_MAPS} -o ${prepared} $<TARGET_OBJECTS:${library}>
+      COMMAND interlist::gas2interlist ${arg_SOURCE_MAPS} -o ${prepared} ${assembly}
       COMMAND interlist::interlist ${arg_OPTIONS} ${prepared} ${listing}
-      DEPENDS ${library} $<TARGET_OBJECTS:${library}> interlist::gas2interlist interlist::interlist
+      DEPENDS ${library} ${assembly} interlist::gas2interlist interlist::interlist
       WORKING_DIRECTORY ${target_dir}
       COMMENT "Listing ${name}.cl"
       VERBATIM)

@@ -2,6 +2,7 @@
 // two languages: every source gets its listing, and only what changed gets a new one.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -153,4 +154,17 @@ TEST(MakeRule, MakesOnlyTheListingsThatNeedIt) {
     const string again = shell(make, arguments, options);
     EXPECT_TRUE(shows(again, "one.cl")) << again;
     EXPECT_FALSE(shows(again, "two.cl")) << again;
+}
+
+TEST(InterlistSources, CompilesASourceAsItsTargetDoes) {
+    const ScratchFolder scratch;
+    configure("library", scratch.path());
+    build(scratch.path());
+    const string folder = "checks_listings/";
+    EXPECT_TRUE(shows(scratch.read(folder + "a part/checks.c.cl"), "| return value + GENERATED;"));
+    EXPECT_TRUE(shows(scratch.read(folder + "checks.cpp.cl"), "| return values.front();"));
+    // A source outside the target's folder goes by its name and a mark of its path.
+    const std::set<string> listings = files_below(scratch / "checks_listings");
+    EXPECT_TRUE(std::any_of(listings.begin(), listings.end(),
+                            [](const string& name) { return name.ends_with("/made.c.cl"); }));
 }
