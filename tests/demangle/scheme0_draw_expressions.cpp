@@ -166,7 +166,7 @@ Expression draw_name(Drawing& drawing, int depth) {
         value.code += list.code;
         value.text = with_list(value.text, list);
     }
-    value.code = "__" + value.code + "__";
+    value.code = "__" + value.code + mark::name_end;
     return value;
 }
 

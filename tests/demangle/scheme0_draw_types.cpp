@@ -42,6 +42,8 @@ constexpr Coded qualifier_rows[] = {
     {"C", "const"},
     {"V", "volatile"},
     {"Dr", "restrict"},
+    {"VC", "const volatile"},
+    {"CC", "const"},
     {"CV", "const volatile"},
     {"CDr", "const restrict"},
     {"VDr", "volatile restrict"},
@@ -101,6 +103,12 @@ Type draw_member_pointer(Drawing& drawing, int depth) {
 Type draw_array(Drawing& drawing, int depth) {
     const Type element =
         chance(drawing, 20) ? draw_array(drawing, depth - 1) : draw_object(drawing, depth);
+    if (element.shape == Shape::marked && chance(drawing, 30)) {
+        // The qualifiers of an array are its elements'.
+        Type array = array_of("7", "7", qualified("", "const", element));
+        array.code = "C" + array.code;
+        return array;
+    }
     const unsigned kind = draw(drawing, 100);
     if (kind < 20) {
         return array_of("", "", element);

@@ -114,7 +114,9 @@ std::string plain_letters(std::string_view letters) {
             plain += 'O';
         } else if (letter == mark::short_literal) {
             plain += '1';
-        } else if (letter > mark::open_reference) {
+        } else if (letter == mark::name_end) {
+            plain += "__";
+        } else if (letter > mark::name_end) {
             plain += letter;
         }
     }
@@ -174,7 +176,10 @@ bool settle(std::string& letters) {
         if (letter == mark::short_literal) {
             const bool underscore = plain_letters(letters.substr(at + 2, 24)).starts_with('_');
             settled += underscore ? "_1_" : "1";
-        } else if (letter > mark::open_reference) {
+        } else if (letter == mark::name_end) {
+            const bool left_out = at + 1 == letters.size() && at % 2 == 0;
+            settled += left_out ? "" : "__";
+        } else if (letter > mark::name_end) {
             settled += letter;
         } else {
             fits = fits && fits_behind(letter, std::string_view(letters).substr(at + 1));

@@ -17,6 +17,7 @@ inline constexpr char short_index = '\x03';     // digits and "_" must not follo
 inline constexpr char one_byte = '\x04';        // "6" must not follow
 inline constexpr char value = '\x05';           // "L" must not follow
 inline constexpr char open_reference = '\x06';  // "I" or a digit must not follow
+inline constexpr char name_end = '\x07';        // "__", which may be missing where all ends
 }  // namespace mark
 
 // Replaces the marks, taking the end of `letters` as the end of what the decoder sees.
