@@ -377,6 +377,8 @@ TEST(Scheme1Rows, TemplateArguments) {
         {"1AIXplgtT_Li2ELi1EEE", "A<(T1 > 2) + 1>"},
         {"1AIXcvDTgtT_T0_ET_EE", "A<decltype(T1 > T2)(T1)>"},
         {"1AIXscPDOgtT_T0_EFvvET_EE", "A<static_cast<void (*)() noexcept(T1 > T2)>(T1)>"},
+        {"1AIXcvDv_rsT_T0__fT1_EE", "A<float __vector(T1 >> T2)(T3)>"},
+        {"1AICfLS0_3f800000_c0000000EE", "A<_Complex float, (_Complex float)(1, -2)>"},
         {"1AILA4_KcELS1_EE", "A<(const char [4])\"...\", (const char [4])\"...\">"},
     };
     expect_rows(rows);
@@ -437,6 +439,36 @@ TEST(Scheme1Rows, Substitutions) {
         {"_Z1fIiEvPT_S1_S0_", "void f<int>(T1 *, T1 *, T1)"},
         {"_Z1fPPPiS9_", bad},
         {"_Z1fPiSZZZZZZZZZZZZZZZZZZZZ_", bad},
+    };
+    expect_rows(rows);
+}
+
+// Names as GCC and Clang both write them for small declarations.
+TEST(Scheme1Rows, NamesThatCompilersWrite) {
+    static constexpr Row rows[] = {
+        {"_Z2arRA3_iPA2_A4_KiPFPFvvEiE", "ar(int (&)[3], const int (*)[2][4], void (*(*)(int))())"},
+        {"_Z2dtIiEDTplfp_fp0_ET_S1_", "decltype(param#1 + param#2) dt<int>(T1, T1)"},
+        {"_Z2gtILi2ELi1EE1CIXgtT_T0_EES0_IXT_EES0_IXT0_EE", "C<(T1 > T2)> gt<2, 1>(C<T1>, C<T2>)"},
+        {"_Z2mpMN1n1SEiMS0_KFvvREMS0_DoFiiE",
+         "mp(int n::S::*, void (n::S::*)() const &, int (n::S::*)(int) noexcept)"},
+        {"_Z2pkIJicEEvDpN1n1PIT_iEEDpPS2_", "void pk<int, char>(n::P<T1, int>..., T1 *...)"},
+        {"_Z2sbN1n1PIiiE1IENS1_1QIcEENS3_IS2_EERS1_NS_1EE",
+         "sb(n::P<int, int>::I, n::P<int, int>::Q<char>, n::P<int, int>::Q<n::P<int, int>::I>, "
+         "n::P<int, int> &, n::E)"},
+        {"_Z2ttIN1n1PEiEvT_IT0_S3_EPS2_IS3_iE", "void tt<n::P, int>(T1<T2, T2>, T1<T2, int> *)"},
+        {"_Z3sz2IJiiEEvP1CIXsZT_EEPN1n1PIDpT_EE",
+         "void sz2<int, int>(C<sizeof...(T1)> *, n::P<T1...> *)"},
+        {"_Z4foldIJicEE1CIXfRplstT_Li0EEEDpS1_",
+         "C<(sizeof(T1) + ... + 0)> fold<int, char>(T1...)"},
+        {"_ZN1n1S1gIiEET_S2_PS0_", "T1 n::S::g<int>(T1, n::S *)"},
+        {"_ZNKR1n1S1fEv", "n::S::f() const &"},
+        {"_Z1fILi1EiEv1XIXplT_Li1EEEPT0_S3_", "void f<1, int>(X<T1 + 1>, T2 *, T2 *)"},
+        {"_Z1gILi1EiEv1XIXT_EEPT0_S3_", "void g<1, int>(X<T1>, T2 *, T2 *)"},
+        {"_Z1gI1SEvNDTcldtcvT__E1fEE5innerEPS3_PS2_",
+         "void g<S>(decltype(T1().f())::inner, decltype(T1().f())::inner *, "
+         "decltype(T1().f()) *)"},
+        {"_ZN1AcvPT_Ii1XILi1EEEEv", "A::operator T1 *<int, X<1>>()"},
+        {"_ZN1AcvRT_IiEEv", "A::operator T1 &<int>()"},
     };
     expect_rows(rows);
 }
