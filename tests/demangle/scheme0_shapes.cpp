@@ -40,7 +40,7 @@ std::string joined_texts(std::initializer_list<std::string_view> texts) {
 std::string nested_lists(const std::string& open, const std::string& close, std::size_t count) {
     std::string name = "A";
     for (std::size_t number = 0; number != count; ++number) {
-        const std::string inner = open.empty() ? length_prefixed(name) : name;
+        const std::string inner = open == "X__" ? name : length_prefixed(name);
         name = joined_texts({"A", listed(joined_texts({open, inner, close}))});
     }
     return name;
@@ -84,6 +84,10 @@ constexpr Nesting nesting_rows[] = {
     {"template arguments of operands",
      [](std::size_t count) { return "f__F" + length_prefixed(nested_lists("X__", "__", count)); },
      6},
+    {"owners of member pointers",
+     [](std::size_t count) { return "f__F" + length_prefixed(nested_lists("M", "i", count)); }, 6},
+    {"conversions as operands",
+     [](std::size_t count) { return nested("f__Fy", "Ong____opy", "OngZ1ZO", "__O", count); }, 6},
 };
 
 // As many repetitions as `length` holds of a nesting.
@@ -284,6 +288,8 @@ constexpr HostileShape shape_rows[] = {
     {"nested expressions in array bounds", filled_row<19>},
     {"nested template arguments", filled_row<20>},
     {"nested template arguments of operands", filled_row<21>},
+    {"nested owners of member pointers", filled_row<22>},
+    {"nested conversions as operands", filled_row<23>},
 };
 
 }  // namespace
