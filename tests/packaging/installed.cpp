@@ -88,6 +88,7 @@ void configure(const std::string& project, const std::string& folder,
                                   GENERATOR,
                                   "-DCMAKE_C_COMPILER=" CC,
                                   "-DCMAKE_CXX_COMPILER=" CXX,
+                                  "-DCMAKE_CXX_FLAGS=" CXX_FLAGS,
                                   "-DCMAKE_PREFIX_PATH=" + installed_tree()};
     argv.insert(argv.end(), options.begin(), options.end());
     output_of(argv);

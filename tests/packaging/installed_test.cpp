@@ -207,11 +207,11 @@ TEST(Installed, IsFoundByPkgConfig) {
               "8.3.12\n8.3.12\n");
     shell(
         "libraries='interlist-support interlist-demangle'\n"
-        "$1 -std=c++20 consumer/consumer.cpp -o $2/shared"
+        "$1 $3 -std=c++20 consumer/consumer.cpp -o $2/shared"
         " $(pkg-config --cflags --libs $libraries)\n"
-        "$1 -std=c++20 consumer/consumer.cpp -o $2/static $(pkg-config --cflags $libraries)"
+        "$1 $3 -std=c++20 consumer/consumer.cpp -o $2/static $(pkg-config --cflags $libraries)"
         " -Wl,-Bstatic $(pkg-config --libs $libraries) -Wl,-Bdynamic\n",
-        {CXX, scratch.path()}, options);
+        {CXX, scratch.path(), CXX_FLAGS}, options);
     expect_consumer(scratch / "shared", with_variable("LD_LIBRARY_PATH", lib()));
     expect_consumer(scratch / "static");
 }
