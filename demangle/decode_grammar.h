@@ -129,6 +129,7 @@ void emit_function_qualifiers(unsigned bits, grammar_state* state);
 const char* type_prefix(const char* at, unsigned qualifiers, grammar_state* state);
 void type_suffix(const char* at, grammar_state* state);
 const char* whole_type(const char* at, grammar_state* state);
+const char* skip_type(const char* at, grammar_state* state);
 const char* builtin_type(const char* at, grammar_state* state);
 const char* parameter_list(const char* at, grammar_state* state);
 const char* skip_parameters(const char* at, grammar_state* state);

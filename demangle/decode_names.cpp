@@ -102,7 +102,7 @@ bool find_conversion(const char* at, name_parts* parts, grammar_state* state) {
     const char* const input_end = state->input_end;
     const std::uint64_t nesting_level = state->nesting_level;
     ++state->suppress_depth;
-    const char* const end = type_prefix(at, 0, state);
+    const char* const end = skip_type(at, state);
     const bool found = state->error_seen == 0 && ends_special_name(end, state);
     state->error_seen = error_seen;
     state->suppress_depth = suppress_depth;

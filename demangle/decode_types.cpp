@@ -485,6 +485,13 @@ const char* whole_type(const char* at, grammar_state* state) {
     return end;
 }
 
+// Finds a type's end. It is remembered, for the type is printed later.
+const char* skip_type(const char* at, grammar_state* state) {
+    return skip_once(at, state, [](const char* type, grammar_state* each) {
+        return type_prefix(type, 0, each);
+    });
+}
+
 // builtin := [ modifier ] ( code | wrapping-code operand )
 const char* builtin_type(const char* at, grammar_state* state) {
     for (const code_text& row : modifiers) {
