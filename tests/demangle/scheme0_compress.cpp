@@ -1,3 +1,5 @@
+// The compressor: back-references wherever a component comes again, whether that is
+// shorter or not.
 #include "tests/demangle/scheme0_compress.h"
 
 #include <cstddef>

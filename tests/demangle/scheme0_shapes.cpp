@@ -1,3 +1,4 @@
+// How the hard names are written; every row of the tables is one of them.
 #include "tests/demangle/scheme0_shapes.h"
 
 #include <algorithm>
