@@ -52,7 +52,8 @@ struct text_run {
 // does not begin before `floor`.
 text_run run_around(std::string_view text, std::size_t at, std::size_t floor);
 
-// The first mangled name at or after `from` in `run`, a whole run of text.
+// The first mangled name at or after `from` in `run`, the bytes of a whole run; `plain`
+// is what run_around said of it.
 found_name find_name(name_decoder& decoder, std::string_view run, bool plain, std::size_t from);
 
 // The same for a text that is known to be one symbol, so that no guess is needed: all
