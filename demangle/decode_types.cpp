@@ -28,17 +28,17 @@ constexpr code_text builtin_types[] = {
 
 struct wrapping_code {
     char code;
-    const char* opening;
     bool of_type;  // a type, otherwise an expression
+    const char* opening;
     const char* closing;
 };
 
 constexpr wrapping_code wrapping_codes[] = {
-    {'t', "typeof(", true, ")"},
-    {'p', "typeof(", false, ")"},
-    {'y', "decltype(", false, ")"},
-    {'Y', "decltype((", false, "))"},
-    {'o', "__underlying_type(", true, ")"},
+    {'t', true, "typeof(", ")"},
+    {'p', false, "typeof(", ")"},
+    {'y', false, "decltype(", ")"},
+    {'Y', false, "decltype((", "))"},
+    {'o', true, "__underlying_type(", ")"},
 };
 
 struct qualifier_text {

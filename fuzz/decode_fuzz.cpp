@@ -54,10 +54,12 @@ void check_name(const std::string& name, int decorated) {
         check(tries < 2, "the needed size does not suffice", name);
         full = decode(name, full.needed, decorated);
     }
-    const Result again = decode(name, full.needed, decorated);
     // A compressed name of length 0 is a bad name that asks for no room.
-    const bool settled = full.error == 0 || full.needed > 1;
-    check(!settled || (again.overflow == 0 && again.error == full.error && again.text == full.text),
+    if (name.rfind("__CPR", 0) == 0 && full.needed == 1) {
+        return;
+    }
+    const Result again = decode(name, full.needed, decorated);
+    check(again.overflow == 0 && again.error == full.error && again.text == full.text,
           "the text depends on the buffer", name);
     const std::size_t tail = full.needed - full.text.size() - 1;
     for (std::size_t size : {full.needed / 2, full.needed - 1, std::size_t{1}, std::size_t{0}}) {
