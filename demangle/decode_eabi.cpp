@@ -426,6 +426,12 @@ static void free_table(eabi_decode_state* state) {
     state->subst_table = nullptr;
 }
 
+// The table starts in the state itself and moves to the heap when it outgrows that.
+static void use_first_entries(eabi_decode_state* state) {
+    state->subst_table = state->first_entries;
+    state->subst_capacity = std::size(state->first_entries);
+}
+
 // Puts the state back to where a call starts, on the same buffer and input.
 static void restart(eabi_decode_state* state) {
     free_table(state);
@@ -437,7 +443,7 @@ static void restart(eabi_decode_state* state) {
     state->conversion_seen = 0;
     state->is_subobject = 0;
     state->subst_count = 0;
-    state->subst_capacity = 0;
+    use_first_entries(state);
     state->depth = 0;
     state->steps_left = eabi_max_steps;
     state->parentheses = 0;
@@ -486,6 +492,7 @@ void decode_identifier_eabi(const char* name, char* buffer, std::size_t buffer_s
     state.input_length = std::strlen(name);
     state.input_end = name + state.input_length;
     state.extended = decode_extended_names != 0;
+    use_first_entries(&state);
 
     const char* end = attempt_and_retry(decorated, &state);
     if (state.error_seen != 0) {
@@ -533,6 +540,7 @@ bool decode_is_ia64_subobject(const char* name) {
     state.input_length = size - 1;
     state.input_end = copy.get() + size - 1;
     state.extended = decode_extended_names != 0;
+    use_first_entries(&state);
     eabi_encoding(copy.get() + 2, false, &state);
     free_table(&state);
     return state.is_subobject != 0;

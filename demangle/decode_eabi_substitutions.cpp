@@ -2,7 +2,6 @@
 // abbreviations and template parameters. Called by the names and the types.
 #include <algorithm>
 #include <cstdlib>
-#include <type_traits>
 
 #include "demangle/decode_eabi_internal.h"
 
@@ -36,7 +35,7 @@ static const abbreviation* find_abbreviation(char code) {
 
 // The last name of an entry is an offset in the input plus 1, or the letter of an
 // abbreviation, whose source name stands in no input; 0 for none.
-static std::uint32_t abbreviation_name(const char* last_name) {
+[[gnu::noinline]] static std::uint32_t abbreviation_name(const char* last_name) {
     for (const abbreviation& entry : abbreviations) {
         if (entry.source_name == last_name) {
             return eabi_abbreviation_name | static_cast<unsigned char>(entry.code);
@@ -64,15 +63,9 @@ static const char* last_name_of(const eabi_subst_entry& entry, const eabi_decode
     return state->input + (entry.last_name - 1);
 }
 
-// The table starts in the state itself and moves to the heap when it outgrows that.
-static bool grow_table(eabi_decode_state* state) {
-    constexpr std::uint64_t first = std::extent_v<decltype(state->first_entries)>;
+// Moves the table to the heap, or makes it larger there.
+[[gnu::noinline]] static bool grow_table(eabi_decode_state* state) {
     constexpr std::uint64_t step = 500;
-    if (state->subst_table == nullptr) {
-        state->subst_table = state->first_entries;
-        state->subst_capacity = first;
-        return true;
-    }
     const bool on_heap = state->subst_table != state->first_entries;
     const std::uint64_t capacity = on_heap ? state->subst_capacity + step : step;
     void* const table =
@@ -152,8 +145,6 @@ static void decode_again(const eabi_subst_entry& entry, eabi_subst_mode mode, un
         return;
     }
     const eabi_no_record no_record(state);
-    const unsigned lambda_flag = state->lambda_flag;
-    state->lambda_flag = entry.type_flags & entry_in_lambda;
     eabi_component component;
     const char* at = entry.start;
     if (mode != subst_type_suffix && entry.kind != subst_type) {
@@ -190,13 +181,19 @@ static void decode_again(const eabi_subst_entry& entry, eabi_subst_mode mode, un
                 break;
         }
     }
-    state->lambda_flag = lambda_flag;
+}
+
+// Whether the entry's text stands in the output as it reads here: a template parameter
+// is named differently in a lambda's parameter list and outside.
+static bool text_can_be_copied(const eabi_subst_entry& entry, const eabi_decode_state* state) {
+    return entry.text_length != entry_no_text &&
+           (entry.type_flags & entry_in_lambda) == state->lambda_flag;
 }
 
 // Copies the entry's text when it stands in the output and the qualifiers can be
 // put beside it; says whether it did.
 static bool copy_text(const eabi_subst_entry& entry, unsigned cv, eabi_decode_state* state) {
-    if (entry.text_length == entry_no_text) {
+    if (!text_can_be_copied(entry, state)) {
         return false;
     }
     const bool marked = (entry.type_flags & shape_mark) != 0;
@@ -216,12 +213,19 @@ static bool copy_text(const eabi_subst_entry& entry, unsigned cv, eabi_decode_st
     return true;
 }
 
-static void print_entry(const eabi_subst_entry& entry, eabi_subst_mode mode, unsigned cv,
-                        bool marked, eabi_component* component, eabi_decode_state* state) {
+static void set_component(const eabi_subst_entry& entry, eabi_component* component,
+                          const eabi_decode_state* state) {
     if (component != nullptr) {
         component->last_name = last_name_of(entry, state);
         component->flags = entry.type_flags & component_flags;
     }
+}
+
+// Takes the entry by value: decoding it again must not meet a table that has moved.
+[[gnu::noinline]] static void print_entry(eabi_subst_entry entry, eabi_subst_mode mode, unsigned cv,
+                                          bool marked, eabi_component* component,
+                                          eabi_decode_state* state) {
+    set_component(entry, component, state);
     if (state->suppress_depth == 0) {
         if (mode == subst_type_suffix) {
             if (entry.kind == subst_type) {
@@ -294,9 +298,17 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
         report_bad_name(state);
         return at;
     }
-    // By value: decoding it again must not meet a table that has moved.
-    const eabi_subst_entry entry = state->subst_table[index];
-    print_entry(entry, mode, cv_qualifiers, marked, component, state);
+    const eabi_subst_entry& entry = state->subst_table[index];
+    const bool copied =
+        cv_qualifiers == 0 && mode != subst_type_suffix && text_can_be_copied(entry, state) &&
+        state->out_len + entry.text_length < std::min(state->out_size, eabi_max_text);
+    if (copied) {  // most references end here
+        eabi_put(state->out_buf + entry.text_at, entry.text_length, state);
+        set_component(entry, component, state);
+        state->shape = entry.type_flags & all_shapes;
+    } else {
+        print_entry(entry, mode, cv_qualifiers, marked, component, state);
+    }
     return eabi_require(at, '_', state);
 }
 

@@ -202,6 +202,16 @@ static const char* put_bound(const char* at, eabi_decode_state* state) {
     return eabi_require(eabi_expression(at, state), '_', state);
 }
 
+// The same between parentheses.
+static const char* put_enclosed_bound(const char* at, eabi_decode_state* state) {
+    ++state->parentheses;
+    eabi_put('(', state);
+    at = put_bound(at, state);
+    eabi_put(')', state);
+    --state->parentheses;
+    return at;
+}
+
 // --- Vendor qualifiers ----------------------------------------------------------
 
 enum class vendor_place { mark, around, before };
@@ -397,15 +407,14 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
         const char* const bound = at[2] == '_' ? at + 3 : at + 2;
         {
             const eabi_silence silent(state);
-            at = put_bound(bound, state);
+            at = put_enclosed_bound(bound, state);
         }
         at = eabi_whole_type(at, true, state);
-        eabi_put(" __vector(", state);
+        eabi_put(" __vector", state);
         if (state->suppress_depth == 0) {
             const eabi_no_record no_record(state);
-            put_bound(bound, state);
+            put_enclosed_bound(bound, state);
         }
-        eabi_put(')', state);
         state->shape = 0;
         add_type(start, text_at, true, state);
         return at;
@@ -415,10 +424,8 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
             report_bad_name(state);
             return at;
         }
-        eabi_put(kind == 'B' ? "_BitInt(" : "unsigned _BitInt(", state);
-        at = put_bound(at + 2, state);
-        eabi_put(')', state);
-        return at;
+        eabi_put(kind == 'B' ? "_BitInt" : "unsigned _BitInt", state);
+        return put_enclosed_bound(at + 2, state);
     }
     std::uint64_t width = 0;
     const char* const digits = at + 2;

@@ -156,6 +156,8 @@ TEST(DecodeEabiStyle, ThingsWithoutANameAreShownInBrackets) {
         {"Ut_", "[unnamed type (instance 1)]"},
         {"Ut0_", "[unnamed type (instance 2)]"},
         {"UlT_E_", "[lambda(auto:1) (instance 1)]"},
+        {"_ZNK3lamMUlT_iE_clIcEEDaS0_i",
+         "auto lam::[lambda(auto:1, int) (instance 1)]::operator ()<char>(T1, int) const"},
         {"_ZN12_GLOBAL__N_11fEv", "<unnamed>::f()"},
         {"_ZDC1a1bE", "[a, b]"},
         {"_Z1fB5cxx11v", "f[abi:cxx11]()"},
