@@ -105,6 +105,29 @@ LlvmDemangle find_llvm() {
     return nullptr;
 }
 
+void decode_id_strict(benchmark::State& state) {
+    decode_id_names(state, 0);
+}
+void decode_id_extended(benchmark::State& state) {
+    decode_id_names(state, 1);
+}
+void standard_library(benchmark::State& state) {
+    peer_names(state, &abi::__cxa_demangle);
+}
+
+void llvm_library(benchmark::State& state) {
+    if (const LlvmDemangle llvm = find_llvm()) {
+        peer_names(state, llvm);
+    } else {
+        state.SkipWithError("no LLVM library");
+    }
+}
+
+BENCHMARK(decode_id_strict);
+BENCHMARK(decode_id_extended);
+BENCHMARK(standard_library);
+BENCHMARK(llvm_library);
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -120,13 +143,6 @@ int main(int argc, char** argv) {
         return 2;
     }
     std::cout << names.size() << " names\n";
-    benchmark::RegisterBenchmark("decode_id/strict", decode_id_names, 0);
-    benchmark::RegisterBenchmark("decode_id/extended", decode_id_names, 1);
-    benchmark::RegisterBenchmark("standard_library", peer_names<decltype(&abi::__cxa_demangle)>,
-                                 &abi::__cxa_demangle);
-    if (const LlvmDemangle llvm = find_llvm()) {
-        benchmark::RegisterBenchmark("llvm_library", peer_names<LlvmDemangle>, llvm);
-    }
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }
