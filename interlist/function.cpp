@@ -168,8 +168,7 @@ void list_c_lines(block_state& block) {
 void copy_line() {
     std::string_view line;
     if (assy_input.failed || !next_plain_line(assy_input, longest_text, line)) {
-        myfgets(in_rec, buffer_size, assy_input);
-        line = in_rec;
+        line = myfgets_text(in_rec, buffer_size, assy_input);
     }
     owrite(line);
 }

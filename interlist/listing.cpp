@@ -49,6 +49,7 @@ std::size_t directive_length(directive kind) {
 // The text behind a directive's prefix and the one character that stands
 // before the operand: an opening quote, an underscore.
 static std::string_view operand_behind_mark(std::string_view line, directive kind) {
+    line = line.substr(0, line.find('\0'));
     line.remove_prefix(std::min(line.size(), directive_length(kind) + 1));
     if (line.size() > longest_text) {
         limit_error();
@@ -118,7 +119,6 @@ void process_assy() {
         if (!next_piece(assy_input, longest_text, line)) {
             return;
         }
-        line = line.substr(0, line.find('\0'));
         const directive kind = directive_of(line);
         if (kind == directive::function) {
             take_function(line);

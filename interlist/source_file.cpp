@@ -36,7 +36,7 @@ static void stop_on_read_error(const input_stream& stream) {
 }
 
 // Byte by byte, for lines in which anything may stand.
-static char* read_any_line(char* buffer, int size, input_stream& stream) {
+static std::string_view read_any_line(char* buffer, int size, input_stream& stream) {
     int stored = 0;
     int character = 0;
     while (stored < size - 1) {
@@ -51,17 +51,21 @@ static char* read_any_line(char* buffer, int size, input_stream& stream) {
     }
     buffer[stored] = '\0';
     stop_on_read_error(stream);
-    return stored == 0 ? nullptr : buffer;
+    return {buffer, static_cast<std::size_t>(stored)};
 }
 
-char* myfgets(char* buffer, int size, input_stream& stream) {
+std::string_view myfgets_text(char* buffer, int size, input_stream& stream) {
     std::string_view line;
     if (size < 2 || stream.failed ||
         !next_plain_line(stream, static_cast<std::size_t>(size) - 1, line)) {
         return read_any_line(buffer, size, stream);
     }
     buffer[line.copy(buffer, line.size())] = '\0';
-    return buffer;
+    return {buffer, line.size()};
+}
+
+char* myfgets(char* buffer, int size, input_stream& stream) {
+    return myfgets_text(buffer, size, stream).empty() ? nullptr : buffer;
 }
 
 char* new_cfile(const char* name) {

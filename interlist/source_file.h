@@ -3,6 +3,8 @@
 // function interlisting.
 #pragma once
 
+#include <string_view>
+
 #include "interlist/input.h"
 
 // The next character. CR LF comes back as one newline and Ctrl-Z is skipped;
@@ -16,6 +18,10 @@ int mygetc(input_stream& stream);
 // `size` - 1 characters. Returns `buffer`, or null when the end ended the read
 // and nothing was stored. A read error ends the program with status 1.
 char* myfgets(char* buffer, int size, input_stream& stream);
+
+// The same, for callers that pass NULs on: all the text that was stored, which may
+// hold NULs, and empty where myfgets returns null.
+std::string_view myfgets_text(char* buffer, int size, input_stream& stream);
 
 // Records the name that an .ifile directive announces; returns the record.
 char* new_cfile(const char* name);

@@ -133,10 +133,6 @@ TEST_F(ListingPass, ADirectiveMayBeginAPieceOfALongLine) {
               "x" + long_text + "\t.iline\t3\nend\n");
 }
 
-TEST_F(ListingPass, ANulCutsItsLine) {
-    EXPECT_EQ(listing_of(folder, std::string("a\0b\nc\n\0\n\td\n", 11)), "ac\n\td\n");
-}
-
 TEST_F(ListingPass, DirectivesOutsideAFunctionAreDropped) {
     EXPECT_EQ(listing_of(folder,
                          "a\n\t.iline\t1\nb\n\t.iendfunc\t2\nc\n\t.isym\t_x\nd\n\t.ifunc\t3\ne\n"),
@@ -222,4 +218,13 @@ TEST_F(ListingPass, AnInputWithTheListingsNameIsTruncated) {
     const std::string name = folder.write("prog.cl", "text\n");
     run_pass({name});
     EXPECT_EQ(folder.read("prog.cl"), "");
+}
+
+TEST_F(ListingPass, NulsAreCopiedWithWhatStandsBehindThem) {
+    using std::string_literals::operator""s;
+    folder.write("main.c", "c1\n");
+    EXPECT_EQ(listing_of(folder, "\tnop # \0 here\n\0\n"s), "\tnop # \0 here\n\0\n"s);
+    EXPECT_EQ(listing_of(folder, "\t.ifile\t" + quoted("main.c") +
+                                     "\t.ifunc\t1\n\tnop # \0 here\r\n\0\n\t.iendfunc\t1\n\0\n"s),
+              "\tnop # \0 here\n\0\n\0\n"s);
 }

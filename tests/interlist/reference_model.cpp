@@ -1,6 +1,7 @@
 // The slow second interlister.
 #include "tests/interlist/reference_model.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
@@ -24,27 +25,20 @@ struct Text {
     }
 };
 
-// fgets: none at the end of the file. What lies behind a NUL is lost to those
-// who look at the line as a string.
+// fgets: none at the end of the file.
 std::optional<std::string> standard_line(Text& text, int limit) {
     std::string line;
-    bool stored = false;
-    bool cut = false;
     for (int count = 0; count < limit - 1; ++count) {
         const int byte = text.get();
         if (byte < 0) {
             break;
         }
-        stored = true;
-        cut = cut || byte == 0;
-        if (!cut) {
-            line += static_cast<char>(byte);
-        }
+        line += static_cast<char>(byte);
         if (byte == '\n') {
             break;
         }
     }
-    return stored ? std::optional<std::string>(line) : std::nullopt;
+    return line.empty() ? std::nullopt : std::optional<std::string>(line);
 }
 
 int tool_character(Text& text) {
@@ -77,7 +71,7 @@ std::string tool_line(Text& text, int limit) {
             break;
         }
     }
-    return line.substr(0, line.find('\0'));
+    return line;
 }
 
 bool begins(const std::string& line, const char* prefix) {
@@ -117,6 +111,7 @@ struct Model {
 
     void open_source(const std::string& line) {
         std::string name = line.size() < 9 ? "" : line.substr(9);
+        name.resize(std::min(name.find('\0'), name.size()));
         const std::size_t quote = name.rfind('"');
         if (quote != std::string::npos) {
             name.resize(quote);
@@ -309,7 +304,8 @@ struct Model {
                     // Empty lines, none of them listed: only the last one counts.
                     line_number = previous;
                 }
-                const std::string line = tool_line(source, 16377);
+                // A C line is a string, which a NUL ends.
+                const std::string line(tool_line(source, 16377).c_str());
                 if (!options.skip_blanks || !counts_as_blank(line)) {
                     if (!printed) {
                         separator();
