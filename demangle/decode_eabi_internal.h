@@ -262,20 +262,32 @@ const char* eabi_source_name(const char* at, eabi_decode_state* state);
 const char* eabi_template_args(const char* at, bool blank_before, eabi_decode_state* state);
 const char* eabi_template_arg(const char* at, bool* first, eabi_decode_state* state);
 
-// The same, short enough to stand wherever names are frequent.
-inline const char* eabi_plain_source_name(const char* at, eabi_decode_state* state) {
+// The same with a "::" in front when `scoped` is set, short enough to stand wherever
+// names are frequent.
+inline const char* eabi_plain_source_name(const char* at, bool scoped, eabi_decode_state* state) {
     const char* text = at + 1;
     auto length = static_cast<std::size_t>(*at - '0');
     if (eabi_is_digit(*text)) {
         length = length * 10 + static_cast<std::size_t>(*text - '0');
         ++text;
     }
-    // A third digit, no length, and what may be an unnamed namespace.
+    // Not for a third digit, no length, what may be an unnamed namespace, and where
+    // the text is not printed in full.
     if (*text == '_' || eabi_is_digit(*text) || length == 0 ||
-        length > static_cast<std::size_t>(state->input_end - text)) {
+        length > static_cast<std::size_t>(state->input_end - text) || state->suppress_depth != 0 ||
+        state->out_len + length + 2 >= state->out_size) {
+        if (scoped) {
+            eabi_put("::", state);
+        }
         return eabi_source_name(at, state);
     }
-    eabi_put(text, length, state);
+    char* const to = state->out_buf + state->out_len;
+    const std::size_t scope = scoped ? 2 : 0;
+    if (scoped) {
+        std::memcpy(to, "::", 2);
+    }
+    eabi_copy(to + scope, text, length);
+    state->out_len += length + scope;
     return text + length;
 }
 

@@ -212,7 +212,7 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
     }
     const char* const start = at;
     if (eabi_is_digit(*at)) {
-        at = eabi_plain_source_name(at, state);
+        at = eabi_plain_source_name(at, false, state);
         component->last_name = start;
     } else if (*at == 'C' || (*at == 'D' && at[1] != 'C')) {
         const bool inheriting = *at == 'C' && at[1] == 'I';
@@ -405,8 +405,7 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
         const bool after_std = std_only;
         std_only = false;
         if (eabi_is_digit(*at)) {  // by far the most frequent
-            put_scope(first, state);
-            at = eabi_plain_source_name(at, state);
+            at = eabi_plain_source_name(at, !first, state);
             component->last_name = here;
             component->flags = 0;
             if (*at == 'B') {
