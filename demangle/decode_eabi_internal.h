@@ -284,7 +284,8 @@ inline const char* eabi_plain_source_name(const char* at, bool scoped, eabi_deco
     char* const to = state->out_buf + state->out_len;
     const std::size_t scope = scoped ? 2 : 0;
     if (scoped) {
-        std::memcpy(to, "::", 2);
+        to[0] = ':';
+        to[1] = ':';
     }
     eabi_copy(to + scope, text, length);
     state->out_len += length + scope;
