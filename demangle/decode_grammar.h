@@ -43,6 +43,7 @@ struct grammar_state : decode_state {
     struct skipped {
         const char* from;
         const char* to;
+        bool greater_seen;
     };
     bool skips_ready = false;
     std::array<skipped, 256> skips;

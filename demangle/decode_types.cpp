@@ -127,21 +127,31 @@ const char* class_name(const char* at, grammar_state* state) {
 template <typename Read>
 const char* skip_once(const char* at, grammar_state* state, Read read) {
     if (!state->skips_ready) {
-        state->skips.fill({nullptr, nullptr});
+        state->skips.fill({nullptr, nullptr, false});
         state->skips_ready = true;
     }
     grammar_state::skipped& entry =
         state->skips[static_cast<std::size_t>(at - state->base) % state->skips.size()];
-    if (entry.from == at) {
-        return entry.to;
-    }
-    const suppression suppressed(state);
-    const char* const end = read(at, state);
-    if (state->error_seen == 0) {
+    if (entry.from != at) {
+        const suppression suppressed(state);
+        const std::uint64_t parentheses = state->parentheses;
+        const bool greater_seen = state->greater_seen;
+        state->parentheses = 0;
+        state->greater_seen = false;
+        const char* const end = read(at, state);
         // The entry may have served another position in the meantime.
-        entry = {at, end};
+        entry = {at, end, state->greater_seen};
+        state->parentheses = parentheses;
+        state->greater_seen = greater_seen;
+        if (state->error_seen != 0) {
+            entry.from = nullptr;
+            return end;
+        }
     }
-    return end;
+    if (entry.greater_seen && state->parentheses == 0) {
+        state->greater_seen = true;
+    }
+    return entry.to;
 }
 
 const char* skip_class(const char* at, grammar_state* state) {
@@ -179,7 +189,9 @@ const char* array_prefix(const char* at, unsigned qualifiers, grammar_state* sta
 
 // function := "F" parameters "_" type
 const char* function_prefix(const char* at, grammar_state* state) {
+    ++state->parentheses;
     at = expect(skip_parameters(at + 1, state), '_', state);
+    --state->parentheses;
     at = type_prefix(at, 0, state);
     emit_blank_before_declarator(state);
     return at;

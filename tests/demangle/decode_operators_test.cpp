@@ -253,6 +253,17 @@ TEST(DecodeExpressions, GreaterOutsideParenthesesPutsAnArgumentIntoThem) {
     expect_rows({{"f" + args("XOgtZ1ZZ2ZOi") + "__Fv", "f<(N1 > N2), int>()"}});
 }
 
+TEST(DecodeExpressions, GreaterInATypeCountsWhereItPrints) {
+    expect_operands({{"OctTAXOgtZ1ZZ2ZO_iO", "(int [N1 > N2]::typeid)"},
+                     {"OctTPFAXOgtZ1ZZ2ZO_i_vO", "void (*)(int [N1 > N2])::typeid"},
+                     {"OctTyOgtZ1ZZ2ZOO", "decltype(N1 > N2)::typeid"},
+                     {"Ong____opAXOgtZ1ZZ2ZO_i__O", "(-operator int [O1 > O2])"}});
+    // Each time that the parameter is repeated.
+    const std::string name = "A" + args("XOctTAXOgtZ1ZZ2ZO_iO");
+    expect_rows(
+        {{"f__F" + run(name) + "T1", "f(A<(int [N1 > N2]::typeid)>, A<(int [N1 > N2]::typeid)>)"}});
+}
+
 TEST(DecodeExpressions, Examples) {
     expect_rows({{"f__tm__18_XOplZ1ZiL11OXbL10__Fv", "f<N1 + 1, false>()"},
                  {"g__tm__8_XOszTiO__Fv", "g<sizeof(int)>()"},
