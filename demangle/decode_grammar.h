@@ -8,6 +8,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 
 #include "demangle/decode_state.h"
@@ -39,14 +40,14 @@ struct grammar_state : decode_state {
     std::array<std::uint32_t, 4096> parameters;
 
     // Ends of what the prefix pass steps over and the suffix pass prints, so that
-    // each is stepped over once. Set up when first needed.
+    // each is stepped over once. A slot is filled when its bit is set.
     struct skipped {
         const char* from;
         const char* to;
         bool greater_seen;
     };
-    bool skips_ready = false;
     std::array<skipped, 256> skips;
+    std::bitset<256> skips_filled;
 };
 
 // One level of nesting, for the length of a scope. Counts a grammar step as well.

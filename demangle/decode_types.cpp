@@ -126,13 +126,9 @@ const char* class_name(const char* at, grammar_state* state) {
 // Steps over what `read` reads, once for each position.
 template <typename Read>
 const char* skip_once(const char* at, grammar_state* state, Read read) {
-    if (!state->skips_ready) {
-        state->skips.fill({nullptr, nullptr, false});
-        state->skips_ready = true;
-    }
-    grammar_state::skipped& entry =
-        state->skips[static_cast<std::size_t>(at - state->base) % state->skips.size()];
-    if (entry.from != at) {
+    const std::size_t slot = static_cast<std::size_t>(at - state->base) % state->skips.size();
+    grammar_state::skipped& entry = state->skips[slot];
+    if (!state->skips_filled[slot] || entry.from != at) {
         const suppression suppressed(state);
         const std::uint64_t parentheses = state->parentheses;
         const bool greater_seen = state->greater_seen;
@@ -141,12 +137,9 @@ const char* skip_once(const char* at, grammar_state* state, Read read) {
         const char* const end = read(at, state);
         // The entry may have served another position in the meantime.
         entry = {at, end, state->greater_seen};
+        state->skips_filled[slot] = state->error_seen == 0;
         state->parentheses = parentheses;
         state->greater_seen = greater_seen;
-        if (state->error_seen != 0) {
-            entry.from = nullptr;
-            return end;
-        }
     }
     if (entry.greater_seen && state->parentheses == 0) {
         state->greater_seen = true;
