@@ -53,10 +53,6 @@ void report_bad_name(decode_state* state) {
     }
 }
 
-char peek_char(const char* at, const decode_state* state) {
-    return at < state->input_end ? *at : '\0';
-}
-
 const char* read_number(const char* at, std::uint64_t* value, decode_state* state) {
     *value = 0;
     if (!is_digit(peek_char(at, state))) {

@@ -41,7 +41,9 @@ void emit_number(std::uint64_t value, output_state* state);
 void report_bad_name(decode_state* state);
 
 // The byte at `at`, or NUL at and past the input's end.
-char peek_char(const char* at, const decode_state* state);
+inline char peek_char(const char* at, const decode_state* state) {
+    return at < state->input_end ? *at : '\0';
+}
 
 // Reads a decimal number into `value` and returns the position after it. Without
 // a digit: a bad name, value 0, the position unchanged. Wraps past 64 bits.
