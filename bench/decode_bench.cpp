@@ -44,7 +44,8 @@ void decode_all(benchmark::State& state, const std::vector<std::string>& names) 
     for (const std::string& name : names) {
         characters += name.size();
     }
-    for (auto _ : state) {
+    for (auto iteration : state) {
+        (void)iteration;
         for (const std::string& name : names) {
             benchmark::DoNotOptimize(decode(name, decorated));
         }
@@ -80,32 +81,29 @@ BENCHMARK(ordinary)->Arg(1)->Arg(0)->ArgName("decorated");
 BENCHMARK(drawn)->Arg(1)->Arg(0)->ArgName("decorated");
 
 // Time for each byte of text stays the same while it is linear.
-void hostile(benchmark::State& state, const scheme0::HostileShape& shape) {
-    const std::string name = shape.name(static_cast<std::size_t>(state.range(0)));
-    Outcome outcome;
-    for (auto _ : state) {
+void hostile(benchmark::State& state) {
+    const scheme0::HostileShape& shape =
+        scheme0::hostile_shapes()[static_cast<std::size_t>(state.range(0))];
+    const std::string name = shape.name(static_cast<std::size_t>(state.range(1)));
+    Outcome outcome = decode(name, 1);  // the first call makes the buffer
+    for (auto iteration : state) {
+        (void)iteration;
         outcome = decode(name, 1);
     }
+    state.SetLabel(shape.what);
     state.counters["text"] = static_cast<double>(outcome.needed - 1);
     state.counters["bad"] = outcome.error;
 }
 
+void every_shape(benchmark::internal::Benchmark* family) {
+    const auto shapes = static_cast<std::int64_t>(scheme0::hostile_shapes().size());
+    family->ArgsProduct({benchmark::CreateDenseRange(0, shapes - 1, 1), {256, 1024, 4096}})
+        ->ArgNames({"shape", "length"})
+        ->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(hostile)->Apply(every_shape);
+
 }  // namespace
 
-int main(int argc, char** argv) {
-    buffer();  // before the first name is timed
-    for (const scheme0::HostileShape& shape : scheme0::hostile_shapes()) {
-        benchmark::RegisterBenchmark((std::string("hostile/") + shape.what).c_str(),
-                                     [shape](benchmark::State& state) { hostile(state, shape); })
-            ->RangeMultiplier(4)
-            ->Range(256, 4096)
-            ->Unit(benchmark::kMicrosecond);
-    }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+BENCHMARK_MAIN();
