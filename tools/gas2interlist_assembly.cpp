@@ -151,6 +151,10 @@ void code(Reader& reader) {
         reader.assembly.positions.push_back(*reader.pending);
         reader.pending.reset();
     }
+    if (reader.in_function &&
+        reader.assembly.positions.size() > reader.assembly.functions.back().first_position) {
+        ++reader.assembly.positions.back().code;
+    }
     reader.lead.reset();
     reader.procedure_label = {};
 }
@@ -180,7 +184,7 @@ void read_loc(Reader& reader, std::string_view rest) {
         return fail(reader, "bad line number in .loc");
     }
     leads_up(reader);
-    const Position position{*reader.lead, *file, *line};
+    const Position position{*reader.lead, *file, *line, 0};
     if (!reader.in_function) {
         if (!reader.procedure_entry && *line != 0) {
             reader.procedure_entry = position;

@@ -21,9 +21,10 @@ struct FileEntry {
 
 // A source position that code was generated for.
 struct Position {
-    std::size_t at;      // where a directive for it goes: the start of a line of the text
-    std::uint32_t file;  // file number, 0 included
-    std::uint32_t line;  // counted from 1; 0 is code without a source line
+    std::size_t at;          // where a directive for it goes: the start of a line of the text
+    std::uint32_t file;      // file number, 0 included
+    std::uint32_t line;      // counted from 1; 0 is code without a source line
+    std::uint32_t code = 0;  // how many lines of code it has, up to the next position
 };
 
 // One function's lines in the assembly text.

@@ -278,41 +278,88 @@ std::uint32_t boundary(const Extent& extent, std::uint32_t previous, std::uint32
     return line;
 }
 
-// The positions that a function's directives are made of: the longest run of own lines
-// that only moves forward, because each line is listed once. Optimised code jumps; taking
-// every step forward instead would let an early jump to the last line use up the text.
-std::vector<const Position*> forward_positions(Placer& placer, const Function& function,
-                                               const Extent& extent) {
-    struct Step {
-        const Position* position;
-        std::size_t before;  // the step before it in the longest run that ends here
-    };
-    constexpr std::size_t no_step = static_cast<std::size_t>(-1);
-    std::vector<Step> steps;
-    std::vector<std::size_t> ends;  // by length of run: the step on the lowest line that ends one
+// The own lines' positions in the order of the text, those that follow each other on one
+// line taken together.
+std::vector<Position> own_positions(Placer& placer, const Function& function,
+                                    const Extent& extent) {
+    std::vector<Position> own;
     for (std::size_t i = 0; i < function.position_count; ++i) {
         const Position& it = placer.assembly.positions[function.first_position + i];
         if (it.line <= extent.body || !owns(placer, extent, it)) {
             continue;
         }
-        const auto longer = std::lower_bound(ends.begin(), ends.end(), it.line,
-                                             [&steps](std::size_t step, std::uint32_t line) {
-                                                 return steps[step].position->line < line;
-                                             });
-        const std::size_t before = longer == ends.begin() ? no_step : *std::prev(longer);
-        if (longer == ends.end()) {
-            ends.push_back(steps.size());
-        } else if (steps[*longer].position->line > it.line) {
-            *longer = steps.size();
+        if (!own.empty() && own.back().line == it.line) {
+            own.back().code += it.code;
         } else {
-            continue;  // the first code of a line is the one to show it at
+            own.push_back(it);
         }
-        steps.push_back({&it, before});
     }
-    std::vector<const Position*> run;
-    for (std::size_t step = ends.empty() ? no_step : ends.back(); step != no_step;
-         step = steps[step].before) {
-        run.push_back(steps[step].position);
+    return own;
+}
+
+// The best run up to each line, in a tree of prefix maxima over the lines' ranks.
+class BestRuns {
+  public:
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+
+    BestRuns(std::size_t ranks, const std::vector<std::uint64_t>& worth)
+        : tree_(ranks + 1, none), worth_(worth) {}
+
+    // The run of most worth that ends on a line of a lower rank.
+    std::size_t below(std::size_t rank) const {
+        std::size_t best = none;
+        for (; rank != 0; rank &= rank - 1) {
+            best = better(best, tree_[rank]);
+        }
+        return best;
+    }
+
+    void enter(std::size_t rank, std::size_t run) {
+        for (++rank; rank < tree_.size(); rank += rank & (~rank + 1)) {
+            tree_[rank] = better(tree_[rank], run);
+        }
+    }
+
+  private:
+    std::size_t better(std::size_t one, std::size_t other) const {
+        if (one == none || other == none) {
+            return one == none ? other : one;
+        }
+        return worth_[other] > worth_[one] ? other : one;
+    }
+
+    std::vector<std::size_t> tree_;
+    const std::vector<std::uint64_t>& worth_;  // by number of the run's last step
+};
+
+// The positions that a function's directives are made of: a run of own lines that only
+// moves forward, because each line is listed once. Optimised code jumps; of all such runs
+// the one is taken that puts the most code below its own line, loop bodies before the odd
+// instruction that was moved out of them.
+std::vector<Position> forward_positions(Placer& placer, const Function& function,
+                                        const Extent& extent) {
+    const std::vector<Position> steps = own_positions(placer, function, extent);
+    std::vector<std::uint32_t> lines;
+    for (const Position& step : steps) {
+        lines.push_back(step.line);
+    }
+    std::sort(lines.begin(), lines.end());
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+
+    std::vector<std::uint64_t> worth(steps.size());  // of the best run that ends in a step
+    std::vector<std::size_t> before(steps.size());   // the step before it in that run
+    BestRuns best(lines.size(), worth);
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        const auto rank = static_cast<std::size_t>(
+            std::lower_bound(lines.begin(), lines.end(), steps[i].line) - lines.begin());
+        before[i] = best.below(rank);
+        // Between runs with as much code the one that shows more lines wins.
+        worth[i] = (before[i] == BestRuns::none ? 0 : worth[before[i]]) + steps[i].code + 1;
+        best.enter(rank, i);
+    }
+    std::vector<Position> run;
+    for (std::size_t step = best.below(lines.size()); step != BestRuns::none; step = before[step]) {
+        run.push_back(steps[step]);
     }
     std::reverse(run.begin(), run.end());
     return run;
@@ -322,9 +369,9 @@ void place_function(Placer& placer, const Function& function, const Extent& exte
     insert_file(placer, function.begin, *extent.source);
     insert(placer, function.begin, ".ifunc", extent.first);
     std::uint32_t previous = extent.body;
-    for (const Position* it : forward_positions(placer, function, extent)) {
-        insert(placer, it->at, ".iline", boundary(extent, previous, it->line) - extent.first + 1);
-        previous = it->line;
+    for (const Position& it : forward_positions(placer, function, extent)) {
+        insert(placer, it.at, ".iline", boundary(extent, previous, it.line) - extent.first + 1);
+        previous = it.line;
     }
     insert(placer, function.end, ".iendfunc", extent.last + 1);
 }

@@ -185,6 +185,24 @@ TEST(Placement, AnEarlyJumpForwardDoesNotUseUpTheLines) {
               ".iendfunc\t20\n");
 }
 
+// The loop's head is stepped at its foot. The body has more code, so it is the line that
+// stands above its own.
+TEST(Placement, OfLinesOutOfOrderTheOneWithMoreCodeIsPlaced) {
+    EXPECT_EQ(placed("\t.file 1 \"a.c\"\n" +
+                         function("f",
+                                  "\t.loc 1 2\n\tentry\n\t.loc 1 3\n\tclear\n"
+                                  "\t.loc 1 5\n\tload\n\tmultiply\n\tadd\n"
+                                  "\t.loc 1 4\n\tcount\n\tbranch\n\t.loc 1 6\n\treturn\n"),
+                     {{"a.c",
+                       "int f(int n)\n{\n    int s = 0;\n    for (; n; n--)\n"
+                       "        s += n * n;\n    return s;\n}\n"}}),
+              "\t.file 1 \"a.c\"\n\t.ifile\t\"a.c\"\n\t.ifunc\t1\n\t.type\tf, @function\nf:\n"
+              "\t.loc 1 2\n\tentry\n\t.iline\t3\n\t.loc 1 3\n\tclear\n"
+              "\t.iline\t4\n\t.loc 1 5\n\tload\n\tmultiply\n\tadd\n"
+              "\t.loc 1 4\n\tcount\n\tbranch\n\t.iline\t6\n\t.loc 1 6\n\treturn\n"
+              "\t.size\tf, .-f\n\t.iendfunc\t8\n");
+}
+
 TEST(Placement, AFileIsNamedWhenItChanges) {
     EXPECT_EQ(directives("\t.file 1 \"a.c\"\n\t.file 2 \"b.h\"\n\t.file 3 \"a.c\"\n" +
                              function("f", "\t.loc 1 9\n\tnop\n") +
