@@ -339,10 +339,9 @@ class BestRuns {
 std::vector<Position> forward_positions(Placer& placer, const Function& function,
                                         const Extent& extent) {
     const std::vector<Position> steps = own_positions(placer, function, extent);
-    std::vector<std::uint32_t> lines;
-    for (const Position& step : steps) {
-        lines.push_back(step.line);
-    }
+    std::vector<std::uint32_t> lines(steps.size());
+    std::transform(steps.begin(), steps.end(), lines.begin(),
+                   [](const Position& step) { return step.line; });
     std::sort(lines.begin(), lines.end());
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
 
