@@ -62,6 +62,22 @@ static bool run(std::vector<char*>& words) {
     return true;
 }
 
+// The folder that the runs work in; it goes with the process.
+struct ScratchFolder {
+    std::filesystem::path path;
+
+    ScratchFolder() {
+        std::string name = std::filesystem::temp_directory_path() / "interlist-fuzz-XXXXXX";
+        path = mkdtemp(name.data());
+    }
+    ~ScratchFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+};
+
 static std::string expanded(const std::string& text) {
     std::string all;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -90,10 +106,9 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::string folder = [] {
-        std::string name = (std::filesystem::temp_directory_path() / "interlist-fuzz-XXXXXX");
-        return std::string(mkdtemp(name.data()));
-    }();
+    static const ScratchFolder folder;
+    // The fuzzer reads its corpus by the names that it was given.
+    const std::filesystem::path home = std::filesystem::current_path();
     const std::string input(reinterpret_cast<const char*>(data), size);
     const std::size_t options_end = std::min(input.find('\n'), input.size());
     std::string rest = input.substr(std::min(options_end + 1, input.size()));
@@ -105,10 +120,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     start_afresh();
     assy_input.size = cfile_input.size = 32768;
-    const std::string assembly_name = folder + "/x.asm";
-    write_file(assembly_name.c_str(), assembly);
-    write_file((folder + "/a.c").c_str(), source);
-    std::filesystem::current_path(folder);
+    std::filesystem::current_path(folder.path);
+    write_file("x.asm", assembly);
+    write_file("a.c", source);
 
     std::vector<std::string> arguments{"interlist"};
     std::istringstream option_words(input.substr(0, options_end));
@@ -134,5 +148,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
     }
     start_afresh();
+    std::filesystem::current_path(home);
     return 0;
 }
