@@ -25,8 +25,14 @@ constexpr bool sanitized = false;
 constexpr bool sanitized = false;
 #endif
 
-// Sanitizers pad each frame, so their builds get more; the bound is for real ones.
-constexpr std::size_t stack_size = (sanitized ? 8UL : 1UL) * 512 * 1024;
+// Sanitizers pad each frame, and without optimisation nothing shares one, so such builds
+// get more; the bound is for real ones.
+#ifdef __OPTIMIZE__
+constexpr bool optimised = true;
+#else
+constexpr bool optimised = false;
+#endif
+constexpr std::size_t stack_size = (sanitized ? 8UL : optimised ? 1UL : 4UL) * 512 * 1024;
 
 void* run_function(void* argument) {
     (*static_cast<std::function<void()>*>(argument))();

@@ -63,7 +63,7 @@ Tree draw_builtin(Drawing& drawing) {
         return builtin("DN", "__nullptr");
     }
     // The first rows are what programs are made of.
-    const unsigned rows = chance(drawing, 70) ? 18 : std::size(builtin_rows);
+    const auto rows = static_cast<unsigned>(chance(drawing, 70) ? 18 : std::size(builtin_rows));
     const Coded& row = builtin_rows[draw(drawing, rows)];
     return builtin(row.code, row.text);
 }
