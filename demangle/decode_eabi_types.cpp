@@ -138,7 +138,7 @@ static bool at_function(const char* at) {
            (*at == 'D' && (at[1] == 'o' || at[1] == 'O' || at[1] == 'w' || at[1] == 'x'));
 }
 
-// The specifications in front of a function type's "F".
+// What may stand in front of a function type's "F".
 struct function_head {
     const char* exception = nullptr;  // at its "D"
     bool transaction_safe = false;
