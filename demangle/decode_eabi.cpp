@@ -453,12 +453,12 @@ static void restart(eabi_decode_state* state) {
 }
 
 // One attempt at the whole name; gives the position where decoding stopped.
-static const char* attempt(int decorated, eabi_decode_state* state) {
+static const char* attempt(bool decorated, eabi_decode_state* state) {
     const char* at = state->input;
     if (at[0] != '_' || at[1] != 'Z') {
         return eabi_whole_type(at, true, state);
     }
-    at = eabi_encoding(at + 2, decorated != 0, state);
+    at = eabi_encoding(at + 2, decorated, state);
     if (*at == '.' && state->extended) {
         eabi_put(" [clone ", state);
         eabi_put(at, static_cast<std::size_t>(state->input_end - at), state);
@@ -471,7 +471,7 @@ static const char* attempt(int decorated, eabi_decode_state* state) {
     return at;
 }
 
-static const char* attempt_and_retry(int decorated, eabi_decode_state* state) {
+static const char* attempt_and_retry(bool decorated, eabi_decode_state* state) {
     const char* end = attempt(decorated, state);
     // The type of a conversion operator may have to take the template arguments
     // that the first attempt gave to the operator.
@@ -483,14 +483,14 @@ static const char* attempt_and_retry(int decorated, eabi_decode_state* state) {
     return end;
 }
 
-void decode_identifier_eabi(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
-                            int* overflow_out, std::size_t* needed_size_out, int decorated) {
+decode_result eabi_decode(const char* name, std::size_t length, char* buffer,
+                          std::size_t buffer_size, bool decorated) {
     eabi_decode_state state;
     state.out_buf = buffer;
     state.out_size = buffer_size;
     state.input = name;
-    state.input_length = std::strlen(name);
-    state.input_end = name + state.input_length;
+    state.input_length = length;
+    state.input_end = name + length;
     state.extended = decode_extended_names != 0;
     use_first_entries(&state);
 
@@ -504,11 +504,11 @@ void decode_identifier_eabi(const char* name, char* buffer, std::size_t buffer_s
     } else if (state.overflowed != 0 && state.rotation_missed) {
         // The text is known to be good, and how long it is: only its beginning is
         // still to be put in order.
-        const std::uint64_t length = state.out_len;
+        const std::uint64_t text_length = state.out_len;
         state.two_passes = true;
         restart(&state);
         attempt(decorated, &state);
-        state.out_len = length;
+        state.out_len = text_length;
         state.overflowed = 1;
     }
 
@@ -523,9 +523,16 @@ void decode_identifier_eabi(const char* name, char* buffer, std::size_t buffer_s
         }
     }
     free_table(&state);
-    *error_out = state.error_seen;
-    *overflow_out = state.overflowed;
-    *needed_size_out = state.out_len + 1;
+    return {state.error_seen, state.overflowed, state.out_len + 1};
+}
+
+void decode_identifier_eabi(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
+                            int* overflow_out, std::size_t* needed_size_out, int decorated) {
+    const decode_result result =
+        eabi_decode(name, std::strlen(name), buffer, buffer_size, decorated != 0);
+    *error_out = result.error;
+    *overflow_out = result.overflow;
+    *needed_size_out = result.needed_size;
 }
 
 bool decode_is_ia64_subobject(const char* name) {

@@ -48,7 +48,7 @@ struct eabi_subst_entry {
     eabi_subst_kind kind;
     std::uint32_t text_at;      // in the output
     std::uint32_t prefix_end;   // offset in the input
-    std::uint32_t last_name;    // offset + 1 of the last component, or abbreviation
+    std::uint32_t last_name;    // of the last component
     std::uint32_t type_flags;   // eabi_shape bits and the entry_... bits below
     std::uint32_t text_length;  // entry_no_text when there is no such text
 };
@@ -61,6 +61,9 @@ enum eabi_entry_flag : unsigned {
     entry_kind_shift = 8,       // the constructor kind, 0 for none, in this byte
 };
 inline constexpr std::uint32_t entry_no_text = ~std::uint32_t{0};
+
+// A last name is the offset in the input plus 1 of a source name, an unnamed type or a
+// template parameter; or this and the letter of an abbreviation; or 0 for none.
 inline constexpr std::uint32_t eabi_abbreviation_name = 0xFFFFFF00;
 
 struct eabi_decode_state : output_state {
@@ -92,8 +95,8 @@ struct eabi_decode_state : output_state {
 
 // The part of a name decoded last, as its continuation needs to know it.
 struct eabi_component {
-    const char* last_name = nullptr;  // what a constructor after it repeats
-    unsigned flags = 0;               // eabi_entry_flag bits
+    std::uint32_t last_name = 0;  // what a constructor after it repeats
+    std::uint32_t flags = 0;      // eabi_entry_flag bits
 };
 
 // The kind of the constructor or destructor that the component is, else a blank.
@@ -238,7 +241,11 @@ inline const char* eabi_require(const char* at, char expected, eabi_decode_state
     return at;
 }
 
-// --- Grammar: encodings (decode_eabi.cpp) ---------------------------------------
+// --- The entry and the encodings (decode_eabi.cpp) ------------------------------
+
+// decode_identifier_eabi for a caller that knows the length of the name.
+decode_result eabi_decode(const char* name, std::size_t length, char* buffer,
+                          std::size_t buffer_size, bool decorated);
 
 const char* eabi_encoding(const char* at, bool print_params, eabi_decode_state* state);
 
@@ -273,9 +280,9 @@ inline const char* eabi_plain_source_name(const char* at, bool scoped, eabi_deco
     }
     // Not for a third digit, no length, what may be an unnamed namespace, and where
     // the text is not printed in full.
-    if (*text == '_' || eabi_is_digit(*text) || length == 0 ||
-        length > static_cast<std::size_t>(state->input_end - text) || state->suppress_depth != 0 ||
-        state->out_len + length + 2 >= state->out_size) {
+    if (*text == '_' || eabi_is_digit(*text) ||
+        length - 1 >= static_cast<std::size_t>(state->input_end - text) ||
+        state->suppress_depth != 0 || state->out_len + length + 2 >= state->out_size) {
         if (scoped) {
             eabi_put("::", state);
         }
@@ -298,14 +305,54 @@ bool eabi_at_template_param_decl(const char* at, const eabi_decode_state* state)
 
 // --- Substitutions (decode_eabi_substitutions.cpp) ------------------------------
 
-// Enters a component whose text began at `text_at` in the output, or has no text
-// of its own there (entry_no_text).
-void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* prefix_end,
-                           const eabi_component& component, std::uint64_t text_at,
-                           eabi_decode_state* state);
+// Makes room for more entries; false, and a bad name, without memory.
+bool eabi_grow_table(eabi_decode_state* state);
+
+// The next entry of the table for the component at `start`, its kind, last name and
+// flags still to be filled in; null when nothing is to be entered. Its text began at
+// `text_at` in the output; entry_no_text says that it has no text of its own there.
+inline eabi_subst_entry* eabi_next_entry(const char* start, std::uint64_t text_at,
+                                         eabi_decode_state* state) {
+    if (state->no_record_depth != 0 ||
+        (state->subst_count == state->subst_capacity && !eabi_grow_table(state))) {
+        return nullptr;
+    }
+    eabi_subst_entry* const entry = &state->subst_table[state->subst_count++];
+    const bool has_text = text_at != entry_no_text && state->suppress_depth == 0;
+    entry->start = start;
+    entry->text_at = static_cast<std::uint32_t>(text_at);
+    entry->text_length =
+        has_text ? static_cast<std::uint32_t>(state->out_len - text_at) : entry_no_text;
+    return entry;
+}
+
+// Enters a component; `prefix_end` bounds a prefix.
+inline void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* prefix_end,
+                                  const eabi_component& component, std::uint64_t text_at,
+                                  eabi_decode_state* state) {
+    if (eabi_subst_entry* const entry = eabi_next_entry(start, text_at, state)) {
+        entry->kind = kind;
+        entry->prefix_end = static_cast<std::uint32_t>(prefix_end - state->input);
+        entry->last_name = component.last_name;
+        entry->type_flags = component.flags | state->lambda_flag;
+    }
+}
 
 // Enters a type of the shape that state->shape gives.
-void eabi_add_type(const char* start, std::uint64_t text_at, eabi_decode_state* state);
+inline void eabi_add_type(const char* start, std::uint64_t text_at, eabi_decode_state* state) {
+    if (eabi_subst_entry* const entry = eabi_next_entry(start, text_at, state)) {
+        entry->kind = subst_type;
+        entry->prefix_end = 0;
+        entry->last_name = 0;
+        entry->type_flags = state->shape | state->lambda_flag;
+    }
+}
+
+// A last name that stands at `at` in the input, and where a last name stands; null for none.
+inline std::uint32_t eabi_last_name_at(const char* at, const eabi_decode_state* state) {
+    return static_cast<std::uint32_t>(at - state->input) + 1;
+}
+const char* eabi_last_name(std::uint32_t last_name, const eabi_decode_state* state);
 
 enum eabi_subst_mode : unsigned { subst_whole = 0, subst_type_prefix = 1, subst_type_suffix = 2 };
 

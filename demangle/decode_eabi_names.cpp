@@ -108,7 +108,7 @@ static bool valid_kind(char kind, const eabi_decode_state* state) {
     const bool destructor = *at == 'D';
     const bool inheriting = at[1] == 'I' && !destructor;
     at += inheriting ? 2 : 1;
-    const char* const class_name = component->last_name;
+    const char* const class_name = eabi_last_name(component->last_name, state);
     if (class_name == nullptr || !valid_kind(*at, state)) {
         report_bad_name(state);
         return at;
@@ -213,7 +213,7 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
     const char* const start = at;
     if (eabi_is_digit(*at)) {
         at = eabi_plain_source_name(at, false, state);
-        component->last_name = start;
+        component->last_name = eabi_last_name_at(start, state);
     } else if (*at == 'C' || (*at == 'D' && at[1] != 'C')) {
         const bool inheriting = *at == 'C' && at[1] == 'I';
         at = constructor(at, component, state);
@@ -222,13 +222,13 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
         }
     } else if (*at == 'U') {
         at = unnamed_type(at, state);
-        component->last_name = start;
+        component->last_name = eabi_last_name_at(start, state);
     } else if (*at == 'D') {
         at = structured_binding(at, state);
-        component->last_name = nullptr;
+        component->last_name = 0;
     } else if (*at >= 'a' && *at <= 'z') {
         at = operator_name(at, component, state);
-        component->last_name = nullptr;
+        component->last_name = 0;
     } else {
         report_bad_name(state);
         return at;
@@ -379,95 +379,113 @@ const char* eabi_template_args(const char* at, bool blank_before, eabi_decode_st
 
 // --- Nested names ---------------------------------------------------------------
 
-static void put_scope(bool first, eabi_decode_state* state) {
+// How far a prefix has been read.
+struct prefix_progress {
+    bool named = false;     // it is more than a reference to something else
+    bool has_args = false;  // its last component is an argument list
+    bool std_only = false;  // it is "St" alone
+};
+
+// Where a component ends, and how the prefix up to there is entered.
+struct prefix_component {
+    const char* end;
+    bool enter = true;
+    eabi_subst_kind kind = subst_prefix;
+};
+
+// A component that is neither a plain source name nor an argument list:
+// "S" substitution | "T" parameter | "D" decltype | "M" | unqualified-name
+[[gnu::noinline]] static prefix_component read_component(const char* at, bool first,
+                                                         prefix_progress* progress,
+                                                         eabi_component* component,
+                                                         eabi_decode_state* state) {
+    const prefix_progress before = *progress;
+    *progress = {.named = before.named};
+    if (*at == 'S') {
+        if (!first) {
+            report_bad_name(state);
+            return {at, false};
+        }
+        if (at[1] != 't') {
+            return {eabi_substitution(at, subst_whole, 0, false, component, state), false};
+        }
+        eabi_put("std", state);
+        component->last_name = eabi_abbreviation_name | static_cast<unsigned char>('t');
+        progress->std_only = true;
+        return {at + 2, false};
+    }
+    if (*at == 'M' && !first) {  // the initialiser of the variable before it
+        progress->has_args = before.has_args;
+        return {at + 1, false};
+    }
     if (!first) {
         eabi_put("::", state);
     }
+    if (*at == 'T') {
+        *component = {.last_name = eabi_last_name_at(at, state)};
+        return {eabi_template_param(at, state), true, first ? subst_template_param : subst_prefix};
+    }
+    if (*at == 'D' && (at[1] == 't' || at[1] == 'T')) {
+        *component = {};
+        return {eabi_decltype(at, state)};
+    }
+    progress->named = true;
+    return {eabi_unqualified_name(at, component, state), true,
+            first ? subst_name : subst_prefix_and_name};
 }
 
-// prefix ::= { "S" substitution | "T" parameter | "D" decltype | "I" args | "M" | unqualified-name
-// } Every beginning of it that another component follows is entered.
+// prefix ::= component+. Every beginning of it that another component follows is entered.
 const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
                         eabi_name_record* record, eabi_component* component,
                         eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
-    bool named = false;     // it is more than a reference to something else
-    bool has_args = false;  // its last component is an argument list
-    bool std_only = false;
-    while (state->error_seen == 0 && (bound != nullptr ? at < bound : *at != 'E')) {
+    prefix_progress progress;
+    unsigned flags_before = 0;  // of the component before the last
+    while (state->error_seen == 0 && at != bound && *at != 'E') {
         const char* const here = at;
         const bool first = here == start;
-        eabi_subst_kind kind = subst_prefix;
-        bool enter = true;
-        const bool had_args = has_args;
-        has_args = false;
-        const bool after_std = std_only;
-        std_only = false;
+        flags_before = component->flags;
+        prefix_component read{at};
         if (eabi_is_digit(*at)) {  // by far the most frequent
-            at = eabi_plain_source_name(at, !first, state);
-            component->last_name = here;
-            component->flags = 0;
-            if (*at == 'B') {
-                at = abi_tags(at, state);
-            }
-            named = true;
-            kind = first ? subst_name : subst_prefix_and_name;
-            if (state->steps_left-- == 0) {
-                state->steps_left = 0;
-                report_bad_name(state);
-            }
-        } else if (*at == 'S') {
-            if (!first) {
+            if (state->steps_left == 0) {
                 report_bad_name(state);
                 break;
             }
-            enter = false;
-            if (at[1] == 't') {
-                eabi_put("std", state);
-                component->last_name = "3std";
-                at += 2;
-                std_only = true;
-            } else {
-                at = eabi_substitution(at, subst_whole, 0, false, component, state);
+            --state->steps_left;
+            at = eabi_plain_source_name(at, !first, state);
+            *component = {.last_name = eabi_last_name_at(here, state)};
+            if (*at == 'B') {
+                at = abi_tags(at, state);
             }
+            progress = {.named = true};
+            read.kind = first ? subst_name : subst_prefix_and_name;
         } else if (*at == 'I') {
-            if (first || had_args || after_std) {
+            if (first || progress.has_args || progress.std_only) {
                 report_bad_name(state);
                 break;
             }
             at = eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
             component->flags &= ~static_cast<unsigned>(entry_ends_in_less);
-            named = has_args = true;
-        } else if (*at == 'M' && !first) {  // the initialiser of the variable before it
-            ++at;
-            has_args = had_args;
-            continue;
-        } else if (*at == 'T') {
-            put_scope(first, state);
-            at = eabi_template_param(at, state);
-            *component = eabi_component{.last_name = here};
-            kind = first ? subst_template_param : subst_prefix;
-        } else if (*at == 'D' && (at[1] == 't' || at[1] == 'T')) {
-            put_scope(first, state);
-            at = eabi_decltype(at, state);
-            *component = eabi_component{};
+            progress = {.named = true, .has_args = true};
         } else {
-            put_scope(first, state);
-            at = eabi_unqualified_name(at, component, state);
-            named = true;
-            kind = first ? subst_name : subst_prefix_and_name;
+            read = read_component(at, first, &progress, component, state);
+            at = read.end;
         }
-        if (enter && state->no_record_depth == 0 && (whole_is_type || *at != 'E')) {
-            const char* const prefix_end = kind == subst_prefix_and_name ? here : at;
-            eabi_add_substitution(start, kind, prefix_end, *component, text_at, state);
+        if (read.enter && (whole_is_type || *at != 'E')) {
+            eabi_add_substitution(start, read.kind, read.kind == subst_prefix ? at : here,
+                                  *component, text_at, state);
         }
     }
-    if (bound == nullptr && !named) {
+    // A constructor counts also when what follows it is bad.
+    if (state->error_seen != 0 && eabi_kind(*component) == ' ') {
+        component->flags = flags_before;
+    }
+    if (bound == nullptr && !progress.named) {
         report_bad_name(state);
     }
     if (record != nullptr) {
-        record->no_return_type = !has_args || eabi_carries_no_return_type(*component);
+        record->no_return_type = !progress.has_args || eabi_carries_no_return_type(*component);
         record->ctor_dtor_kind = eabi_kind(*component);
     }
     return at;
@@ -541,8 +559,8 @@ static const char* nested_name(const char* at, bool is_type, eabi_name_record* r
         const bool negative = *at == 'n';
         std::uint64_t value = 0;
         at = eabi_number(at + (negative ? 1 : 0), &value, state);
-        number = static_cast<std::int64_t>(value);
-        if (negative && value != 0) {
+        number = static_cast<std::int64_t>(negative ? 0 - value : value);
+        if (negative && value > 1) {  // -1 is what "d_" says too
             report_bad_name(state);
         }
     }

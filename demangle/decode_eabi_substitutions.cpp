@@ -33,39 +33,19 @@ static const abbreviation* find_abbreviation(char code) {
 
 // --- The table ------------------------------------------------------------------
 
-// The last name of an entry is an offset in the input plus 1, or the letter of an
-// abbreviation, whose source name stands in no input; 0 for none.
-[[gnu::noinline]] static std::uint32_t abbreviation_name(const char* last_name) {
-    for (const abbreviation& entry : abbreviations) {
-        if (entry.source_name == last_name) {
-            return eabi_abbreviation_name | static_cast<unsigned char>(entry.code);
-        }
-    }
-    return 0;
-}
-
-static std::uint32_t last_name_code(const char* last_name, const eabi_decode_state* state) {
-    const auto offset = reinterpret_cast<std::uintptr_t>(last_name) -
-                        reinterpret_cast<std::uintptr_t>(state->input);
-    if (offset < state->input_length) {
-        return static_cast<std::uint32_t>(offset) + 1;
-    }
-    return last_name == nullptr ? 0 : abbreviation_name(last_name);
-}
-
-static const char* last_name_of(const eabi_subst_entry& entry, const eabi_decode_state* state) {
-    if (entry.last_name == 0) {
+const char* eabi_last_name(std::uint32_t last_name, const eabi_decode_state* state) {
+    if (last_name == 0) {
         return nullptr;
     }
-    if (entry.last_name >= eabi_abbreviation_name) {
-        return find_abbreviation(static_cast<char>(entry.last_name & 0xFF))->source_name;
+    if (last_name >= eabi_abbreviation_name) {
+        return find_abbreviation(static_cast<char>(last_name & 0xFFU))->source_name;
     }
-    return state->input + (entry.last_name - 1);
+    return state->input + (last_name - 1);
 }
 
-// Moves the table to the heap, or makes it larger there.
-[[gnu::noinline]] static bool grow_table(eabi_decode_state* state) {
+bool eabi_grow_table(eabi_decode_state* state) {
     constexpr std::uint64_t step = 500;
+    // The first entries lie in the state; from then on the table is on the heap.
     const bool on_heap = state->subst_table != state->first_entries;
     const std::uint64_t capacity = on_heap ? state->subst_capacity + step : step;
     void* const table =
@@ -81,53 +61,6 @@ static const char* last_name_of(const eabi_subst_entry& entry, const eabi_decode
     state->subst_table = entries;
     state->subst_capacity = capacity;
     return true;
-}
-
-// The next entry, or null when nothing is to be entered.
-static eabi_subst_entry* next_entry(eabi_decode_state* state) {
-    if (state->no_record_depth != 0 ||
-        (state->subst_count == state->subst_capacity && !grow_table(state))) {
-        return nullptr;
-    }
-    return &state->subst_table[state->subst_count++];
-}
-
-// The text from `text_at` to where the output stands. A text past the limit is a bad
-// name before it matters that it does not fit here.
-static void set_text(eabi_subst_entry* entry, std::uint64_t text_at,
-                     const eabi_decode_state* state) {
-    const bool has_text = text_at != entry_no_text && state->suppress_depth == 0;
-    entry->text_at = static_cast<std::uint32_t>(text_at);
-    entry->text_length =
-        has_text ? static_cast<std::uint32_t>(state->out_len - text_at) : entry_no_text;
-}
-
-void eabi_add_substitution(const char* start, eabi_subst_kind kind, const char* prefix_end,
-                           const eabi_component& component, std::uint64_t text_at,
-                           eabi_decode_state* state) {
-    eabi_subst_entry* const entry = next_entry(state);
-    if (entry == nullptr) {
-        return;
-    }
-    entry->start = start;
-    entry->kind = kind;
-    entry->prefix_end = static_cast<std::uint32_t>(prefix_end - state->input);
-    entry->last_name = last_name_code(component.last_name, state);
-    entry->type_flags = component.flags | state->lambda_flag;
-    set_text(entry, text_at, state);
-}
-
-void eabi_add_type(const char* start, std::uint64_t text_at, eabi_decode_state* state) {
-    eabi_subst_entry* const entry = next_entry(state);
-    if (entry == nullptr) {
-        return;
-    }
-    entry->start = start;
-    entry->kind = subst_type;
-    entry->prefix_end = 0;
-    entry->last_name = 0;
-    entry->type_flags = state->shape | state->lambda_flag;
-    set_text(entry, text_at, state);
 }
 
 // --- Printing a component again -------------------------------------------------
@@ -213,10 +146,9 @@ static bool copy_text(const eabi_subst_entry& entry, unsigned cv, eabi_decode_st
     return true;
 }
 
-static void set_component(const eabi_subst_entry& entry, eabi_component* component,
-                          const eabi_decode_state* state) {
+static void set_component(const eabi_subst_entry& entry, eabi_component* component) {
     if (component != nullptr) {
-        component->last_name = last_name_of(entry, state);
+        component->last_name = entry.last_name;
         component->flags = entry.type_flags & component_flags;
     }
 }
@@ -225,7 +157,7 @@ static void set_component(const eabi_subst_entry& entry, eabi_component* compone
 [[gnu::noinline]] static void print_entry(eabi_subst_entry entry, eabi_subst_mode mode, unsigned cv,
                                           bool marked, eabi_component* component,
                                           eabi_decode_state* state) {
-    set_component(entry, component, state);
+    set_component(entry, component);
     if (state->suppress_depth == 0) {
         if (mode == subst_type_suffix) {
             if (entry.kind == subst_type) {
@@ -278,7 +210,9 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
         const abbreviation* const found = find_abbreviation(*at);
         if (component != nullptr) {
             *component = eabi_component{};
-            component->last_name = found == nullptr ? nullptr : found->source_name;
+            if (found != nullptr) {
+                component->last_name = eabi_abbreviation_name | static_cast<unsigned char>(*at);
+            }
         }
         if (mode != subst_type_suffix) {
             eabi_cv_qualifiers(cv_qualifiers, true, state);
@@ -304,7 +238,7 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
         state->out_len + entry.text_length < std::min(state->out_size, eabi_max_text);
     if (copied) {  // most references end here
         eabi_put(state->out_buf + entry.text_at, entry.text_length, state);
-        set_component(entry, component, state);
+        set_component(entry, component);
         state->shape = entry.type_flags & all_shapes;
     } else {
         print_entry(entry, mode, cv_qualifiers, marked, component, state);

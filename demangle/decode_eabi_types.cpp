@@ -545,7 +545,7 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
         eabi_add_substitution(start, subst_type, start, component, text_at, state);
     } else {
         at = eabi_template_param(at, state);
-        component.last_name = start;
+        component.last_name = eabi_last_name_at(start, state);
         eabi_add_substitution(start, subst_template_param, start, component, text_at, state);
         if (*at == 'I' && allow_template_args) {
             at = applied_args(start, at, text_at, &component, state);

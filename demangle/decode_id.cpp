@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "demangle/decode.h"
-#include "demangle/decode_eabi.h"
+#include "demangle/decode_eabi_internal.h"
 
 int decode_mangle_scheme = 0;
 int decode_extended_names = 0;
@@ -20,22 +20,34 @@ static char* private_copy(const char* name, std::size_t length) {
     return static_cast<char*>(std::memcpy(std::malloc(length + 1), name, length + 1));
 }
 
-void decode_by_scheme(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
-                      int* overflow_out, std::size_t* needed_size_out, int decorated) {
-    char* const copy = private_copy(name, std::strlen(name));
+// Decodes a copy of the `length` characters of `name`: a decoder is never given the
+// caller's string.
+static decode_result decode_copy(const char* name, std::size_t length, char* buffer,
+                                 std::size_t buffer_size, int decorated) {
+    char* const copy = private_copy(name, length);
+    decode_result result;
     switch (decode_mangle_scheme) {
         case 1:
-            decode_identifier_eabi(copy, buffer, buffer_size, error_out, overflow_out,
-                                   needed_size_out, decorated);
+            result = eabi_decode(copy, length, buffer, buffer_size, decorated != 0);
             break;
         case 0:
-            decode_identifier(copy, buffer, buffer_size, error_out, overflow_out, needed_size_out,
-                              decorated);
+            decode_identifier(copy, buffer, buffer_size, &result.error, &result.overflow,
+                              &result.needed_size, decorated);
             break;
         default:
             dec_die("Invalid mangling scheme selected");
     }
     std::free(copy);
+    return result;
+}
+
+void decode_by_scheme(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
+                      int* overflow_out, std::size_t* needed_size_out, int decorated) {
+    const decode_result result =
+        decode_copy(name, std::strlen(name), buffer, buffer_size, decorated);
+    *error_out = result.error;
+    *overflow_out = result.overflow;
+    *needed_size_out = result.needed_size;
 }
 
 void decode_to_decorid(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
@@ -59,20 +71,14 @@ char* decode_id(const char* name, int decorated) {
     if (result_buffer == nullptr) {
         result_buffer = static_cast<char*>(std::malloc(result_capacity));
     }
-    int error = 0;
-    int overflow = 0;
-    std::size_t needed = 0;
-    const auto attempt = [&] {
-        decode_by_scheme(copy, result_buffer, result_capacity, &error, &overflow, &needed,
-                         decorated != 0 ? 1 : 0);
-    };
-    attempt();
-    while (error != 0 && overflow != 0) {
-        grow_result(needed);
-        attempt();
+    const int printed = decorated != 0 ? 1 : 0;
+    decode_result result = decode_copy(copy, length, result_buffer, result_capacity, printed);
+    while (result.error != 0 && result.overflow != 0) {
+        grow_result(result.needed_size);
+        result = decode_copy(copy, length, result_buffer, result_capacity, printed);
     }
     std::free(copy);
-    if (error == 0 && *result_buffer != '\0') {
+    if (result.error == 0 && *result_buffer != '\0') {
         return result_buffer;
     }
     // The name is not a mangled one, or stands for nothing: it reads as it is.

@@ -17,6 +17,14 @@ struct output_state {
     std::uint64_t suppress_depth = 0;  // text is written only while this is 0
 };
 
+// What a call gives back: whether the name is bad or the buffer too small, whether
+// the buffer was too small, and the size in bytes that the text needs.
+struct decode_result {
+    int error = 0;
+    int overflow = 0;
+    std::size_t needed_size = 0;
+};
+
 // The state of a scheme-0 call.
 struct decode_state : output_state {
     std::uint64_t uncompressed_len = 0;  // length of an expanded compressed name, else 0

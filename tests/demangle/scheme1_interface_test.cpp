@@ -140,6 +140,12 @@ TEST(Scheme1Interface, ASubobjectThatGoesWrongLaterStillCounts) {
     EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2E"));
     EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2Ez!"));
     EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2Evgarbage"));
+    EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2"));
+    EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AD2"));
+    EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2X"));
+    EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2B"));
+    EXPECT_FALSE(decode_is_ia64_subobject("_ZN1AC1"));
+    EXPECT_FALSE(decode_is_ia64_subobject("_ZN1AC"));
     EXPECT_FALSE(decode_is_ia64_subobject("_ZN9AC2Ev"));
 }
 
