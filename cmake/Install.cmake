@@ -53,7 +53,7 @@ interlist_pkgconfig(demangle "Demangler for two C++ name mangling schemes")
 
 install(DIRECTORY docs/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
   FILES_MATCHING PATTERN "*.1")
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md CONTRIBUTING.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN man EXCLUDE)
 
 set(completions ${CMAKE_CURRENT_SOURCE_DIR}/completions)

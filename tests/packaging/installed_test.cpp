@@ -63,6 +63,7 @@ TEST(Installed, HoldsWhatAUserLooksFor) {
              "share/fish/vendor_completions.d/gas2interlist.fish",
              "share/fish/vendor_completions.d/symdecode.fish",
              "share/doc/interlist/README.md",
+             "share/doc/interlist/CONTRIBUTING.md",
              "share/doc/interlist/docs/README.md",
          }) {
         EXPECT_TRUE(files.contains(expected)) << expected;
