@@ -370,6 +370,128 @@ static const char* step_expression(const char* at, const eabi_operator& op,
     return base_unresolved_name(at, state);
 }
 
+// --- Parts of objects -----------------------------------------------------------
+
+// [ [ "n" ] number ]: a distance in bytes, 0 where there is none.
+static const char* byte_offset(const char* at, std::int64_t* offset, eabi_decode_state* state) {
+    *offset = 0;
+    const bool negative = *at == 'n';
+    if (negative || eabi_is_digit(*at)) {
+        std::uint64_t value = 0;
+        at = eabi_number(at + (negative ? 1 : 0), &value, state);
+        *offset = static_cast<std::int64_t>(negative ? 0 - value : value);
+    }
+    return at;
+}
+
+// "so" type object [ offset ] { "_" [ number ] } [ "p" ] "E": the part of that type which
+// lies there. The choices among union members ("_") show in the type; "p" is the place
+// behind the last element of an array.
+[[gnu::noinline]] static const char* subobject(const char* at, eabi_decode_state* state) {
+    const char* const type = at + 2;
+    {
+        const eabi_silence silent(state);
+        at = eabi_whole_type(type, true, state);
+    }
+    at = eabi_operand(at, state);
+    eabi_put(".<", state);
+    if (state->suppress_depth == 0) {
+        const eabi_no_record no_record(state);
+        eabi_whole_type(type, true, state);
+    }
+    std::int64_t offset = 0;
+    at = byte_offset(at, &offset, state);
+    eabi_put(" at offset ", state);
+    eabi_put_number(offset, state);
+    while (*at == '_') {
+        for (++at; eabi_is_digit(*at); ++at) {
+        }
+    }
+    if (*at == 'p') {
+        eabi_put(", past the end", state);
+        ++at;
+    }
+    eabi_put('>', state);
+    return eabi_require(at, 'E', state);
+}
+
+// "mc" type member-pointer [ offset ] "E": a pointer to a member of a base, converted to
+// the class; the type tells by how much.
+[[gnu::noinline]] static const char* member_conversion(const char* at, eabi_decode_state* state) {
+    at = eabi_whole_type(at + 2, true, state);
+    at = eabi_enclosed_expression(at, state);
+    std::int64_t offset = 0;
+    return eabi_require(byte_offset(at, &offset, state), 'E', state);
+}
+
+// --- Requirements ---------------------------------------------------------------
+
+// "X" expression [ "N" ] [ "R" constraint ] | "T" type | "Q" expression
+static const char* requirement(const char* at, eabi_decode_state* state) {
+    const char kind = *at++;
+    if (kind == 'T') {
+        eabi_put("typename ", state);
+        at = eabi_whole_type(at, true, state);
+    } else if (kind == 'Q') {
+        eabi_put("requires ", state);
+        at = eabi_expression(at, state);
+    } else if (kind == 'X') {
+        const char* const start = at;
+        {
+            const eabi_silence silent(state);
+            at = eabi_expression(at, state);
+        }
+        const bool compound = *at == 'N' || *at == 'R';
+        if (state->suppress_depth == 0) {
+            const eabi_no_record no_record(state);
+            eabi_put(compound ? "{" : "", state);
+            eabi_expression(start, state);
+            eabi_put(compound ? "}" : "", state);
+        }
+        if (*at == 'N') {
+            eabi_put(" noexcept", state);
+            ++at;
+        }
+        if (*at == 'R') {
+            eabi_put(" -> ", state);
+            eabi_name_record record;
+            at = eabi_name(at + 1, &record, mode_both, state);
+        }
+    } else {
+        report_bad_name(state);
+    }
+    eabi_put(';', state);
+    return at;
+}
+
+// "rQ" parameter type+ "_" requirement+ "E" | "rq" requirement+ "E"
+[[gnu::noinline]] static const char* requires_expression(const char* at, eabi_decode_state* state) {
+    eabi_put("requires", state);
+    const bool has_parameters = at[1] == 'Q';
+    at += 2;
+    if (has_parameters) {
+        open_parenthesis(state);
+        if (at[0] == 'v' && at[1] == '_') {
+            at += 2;
+        } else {
+            at = eabi_whole_type(at, true, state);
+            while (*at != '_' && state->error_seen == 0) {
+                eabi_put(", ", state);
+                at = eabi_whole_type(at, true, state);
+            }
+            at = eabi_require(at, '_', state);
+        }
+        close_parenthesis(state);
+    }
+    eabi_put(" {", state);
+    do {
+        eabi_put(' ', state);
+        at = requirement(at, state);
+    } while (*at != 'E' && state->error_seen == 0);
+    eabi_put(" }", state);
+    return eabi_require(at, 'E', state);
+}
+
 // --- Operators ------------------------------------------------------------------
 
 // "subscript" and "builtin-operation-XX" with any number of operands.
@@ -547,6 +669,15 @@ const char* eabi_expression(const char* at, eabi_decode_state* state) {
         at = eabi_operand(at + 2, state);
         eabi_put("...", state);
         return at;
+    }
+    if (code == two("so")) {
+        return subobject(at, state);
+    }
+    if (code == two("mc")) {
+        return member_conversion(at, state);
+    }
+    if (code == two("rq") || code == two("rQ")) {
+        return requires_expression(at, state);
     }
     return operator_expression(at, state);
 }

@@ -208,3 +208,50 @@ TEST(DecodeEabiStyle, NamesThatNameNothingAndEmptyParameterListsAreBad) {
     };
     expect_rows(rows);
 }
+
+// The first four are Clang's, for template<V v> void l(), struct V { const int *p; } and
+// their like.
+TEST(DecodeEabiStyle, PartsOfObjectsReadAsMembersWithTheirTypeAndPlace) {
+    static constexpr Row rows[] = {
+        {"_Z1lIXtl1VadsoKiL_Z1aE4EEEEvv", "void l<V{&a.<const int at offset 4>}>()"},
+        {"_Z1lIXtl1VadsoKiL_Z1aE24_EEEEvv", "void l<V{&a.<const int at offset 24>}>()"},
+        {"_Z1hIXtl1WmcM1DiadL_ZN4Base1mEE4EEEEvv", "void h<W{int D::*(&Base::m)}>()"},
+        {"_Z1nIXtl2WBmcM1DFvvEadL_ZN4Base2fnEvE4EEEEvv",
+         "void n<WB{void (D::*)()(&Base::fn())}>()"},
+        {"_Z1fIXsoKcL_Z1xEEEEvv", "void f<x.<const char at offset 0>>()"},
+        {"_Z1fIXsoKcL_Z1xEn8EEEvv", "void f<x.<const char at offset -8>>()"},
+        {"_Z1fIXsoKcL_Z1xE2__0_12EEEvv", "void f<x.<const char at offset 2>>()"},
+        {"_Z1fIXadsoA4_iL_Z1xE16_pEEEvv", "void f<&x.<int [4] at offset 16, past the end>>()"},
+        {"_Z1fIXsoKcplL_Z1xELi1E2EEEvv", "void f<(x + 1).<const char at offset 2>>()"},
+        {"_Z1fIXmcM1DiadL_ZN1B1mEEEEEvv", "void f<int D::*(&B::m)>()"},
+        {"_Z1fIXmcM1DiadL_ZN1B1mEEn8EEEvv", "void f<int D::*(&B::m)>()"},
+        {"_Z1fIXsoKcL_Z1xE2pqEEEvv", bad},
+        {"_Z1fIXsoKcL_Z1xEnEEEvv", bad},
+        {"_Z1fIXsoKcL_Z1xE2", bad},
+        {"_Z1fIXmcM1DiadL_ZN1B1mEE8_EEEvv", bad},
+        {"_Z1fIXmcM1Di", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(DecodeEabiStyle, RequiresExpressionsListTheirRequirements) {
+    static constexpr Row rows[] = {
+        {"_Z1fIXrqTNT_4typeEEEEvv", "void f<requires { typename T1::type; }>()"},
+        {"_Z1fIXrQT_i_Xdtfp_1xEEEvv", "void f<requires(T1, int) { param#1.x; }>()"},
+        {"_Z1fIXrQv_Xcl1gEEEEvv", "void f<requires() { g(); }>()"},
+        {"_Z1fIXrQT__Xplfp_Li1ENEEEvv", "void f<requires(T1) { {param#1 + 1} noexcept; }>()"},
+        {"_Z1fIXrQT__Xplfp_Li1ER1CEEEvv", "void f<requires(T1) { {param#1 + 1} -> C; }>()"},
+        {"_Z1fIXrQT__Xplfp_Li1ENRN1N1CIiEEEEEvv",
+         "void f<requires(T1) { {param#1 + 1} noexcept -> N::C<int>; }>()"},
+        {"_Z1fIXrqXL_Z1xEQntLb0EEEEvv", "void f<requires { x; requires !false; }>()"},
+        {"_Z1fIXrqQrqQLb1EEEEEvv", "void f<requires { requires requires { requires true; }; }>()"},
+        {"_Z1fIXntrqTiEEEvv", "void f<!requires { typename int; }>()"},
+        {"_Z1fIXrqEEEvv", bad},
+        {"_Z1fIXrQTiEEEvv", bad},
+        {"_Z1fIXrQ_TiEEEvv", bad},
+        {"_Z1fIXrqZiEEEvv", bad},
+        {"_Z1fIXrqXLi1ENNEEEvv", bad},
+        {"_Z1fIXrqTi", bad},
+    };
+    expect_rows(rows);
+}

@@ -135,6 +135,13 @@ constexpr Nest nests[] = {
     {"Dt", "L_Z1fIX", "T_", "EEvvE", "E"},
     {"Dt", "L", "i", "0E", "E"},
     {"Dt", "di1x", "T_", "", "E"},
+    {"Dt", "soi", "T_", "4_1pE", "E"},
+    {"Dt", "soDt", "T_", "ET_E", "E"},
+    {"Dt", "mci", "T_", "8E", "E"},
+    {"Dt", "rqX", "T_", "NE", "E"},
+    {"Dt", "rqQ", "T_", "E", "E"},
+    {"Dt", "rqTDt", "T_", "EE", "E"},
+    {"Dt", "rQDt", "T_", "E_TiE", "E"},
     {"_Z", "Z", "1fv", "E1x", ""},
     {"_Z", "Z", "1fv", "E1xv", ""},
     {"_Z", "Z", "1fv", "EN1A1gEv", ""},
@@ -179,6 +186,7 @@ constexpr Bomb bombs[] = {
     {"1AIiE", 2, "NS_I", "EE"},     {"1AIiE", 2, "S_IJ", "EE"}, {"1AIiE", 2, "u1xI", "E"},
     {"1AIiE", 2, "Z1gI", "EvvE1x"}, {"1AIiE", 2, "Z1g", "E1x"}, {"1AIiE", 2, "Dw", "EFvvE"},
     {"1AIiE", 2, "DtstS_I", "EE"},  {"1AIiE", 2, "M", ""},      {"1AIiE", 2, "S_IL_Z1gI", "EvvEE"},
+    {"1AIiE", 2, "DtrQ", "_TiEE"},
 };
 
 std::string bomb_name(const Bomb& bomb, std::size_t levels, std::size_t width) {
