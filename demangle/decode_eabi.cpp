@@ -262,10 +262,7 @@ static const char* function_encoding(const char* at, bool print_params, eabi_dec
 // "TC" derived offset "_" base: the base is printed first.
 static const char* construction_vtable(const char* at, eabi_decode_state* state) {
     const char* const derived = at;
-    {
-        const eabi_silence silent(state);
-        at = eabi_whole_type(at, true, state);
-    }
+    at = eabi_skip_type(at, state);
     std::uint64_t offset = 0;
     at = eabi_require(eabi_number(at, &offset, state), '_', state);
     at = eabi_whole_type(at, true, state);
@@ -450,11 +447,16 @@ static void restart(eabi_decode_state* state) {
     state->greater_seen = false;
     state->lambda_flag = 0;
     state->rotation_missed = false;
+    state->skipped_in_use = false;
 }
 
 // One attempt at the whole name; gives the position where decoding stopped.
 static const char* attempt(bool decorated, eabi_decode_state* state) {
     const char* at = state->input;
+    if (state->input_length > eabi_max_input) {
+        report_bad_name(state);
+        return at;
+    }
     if (at[0] != '_' || at[1] != 'Z') {
         return eabi_whole_type(at, true, state);
     }

@@ -131,9 +131,8 @@ static void put_infix(std::string_view text, std::string_view tail, eabi_decode_
         eabi_put(text, state);
         return;
     }
-    if (state->parentheses == 0 && text != "->*" && text != "<=>" &&
-        text.find('>') != std::string_view::npos) {
-        state->greater_seen = true;
+    if (text != "->*" && text != "<=>" && text.find('>') != std::string_view::npos) {
+        eabi_show_greater(state);
     }
     eabi_put(' ', state);
     eabi_put(text, state);
@@ -389,11 +388,7 @@ static const char* byte_offset(const char* at, std::int64_t* offset, eabi_decode
 // behind the last element of an array.
 [[gnu::noinline]] static const char* subobject(const char* at, eabi_decode_state* state) {
     const char* const type = at + 2;
-    {
-        const eabi_silence silent(state);
-        at = eabi_whole_type(type, true, state);
-    }
-    at = eabi_operand(at, state);
+    at = eabi_operand(eabi_skip_type(type, state), state);
     eabi_put(".<", state);
     if (state->suppress_depth == 0) {
         const eabi_no_record no_record(state);
@@ -437,9 +432,10 @@ static const char* requirement(const char* at, eabi_decode_state* state) {
         at = eabi_expression(at, state);
     } else if (kind == 'X') {
         const char* const start = at;
-        {
-            const eabi_silence silent(state);
-            at = eabi_expression(at, state);
+        bool shows_greater = false;
+        at = eabi_skip_expression(at, &shows_greater, state);
+        if (shows_greater) {
+            eabi_show_greater(state);
         }
         const bool compound = *at == 'N' || *at == 'R';
         if (state->suppress_depth == 0) {

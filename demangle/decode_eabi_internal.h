@@ -15,6 +15,7 @@
 inline constexpr std::uint32_t eabi_max_depth = 1024;
 inline constexpr std::uint32_t eabi_max_steps = 1000000;
 inline constexpr std::uint64_t eabi_max_text = std::uint64_t{16} << 20;
+inline constexpr std::uint64_t eabi_max_input = std::uint64_t{1} << 30;
 
 // Cv-qualifiers travel as a bit set.
 enum eabi_qualifier : unsigned {
@@ -66,6 +67,14 @@ inline constexpr std::uint32_t entry_no_text = ~std::uint32_t{0};
 // template parameter; or this and the letter of an abbreviation; or 0 for none.
 inline constexpr std::uint32_t eabi_abbreviation_name = 0xFFFFFF00;
 
+// Where a type or an expression that was read without being printed ends, so that
+// it need not be read again to get past it.
+struct eabi_skipped {
+    std::uint32_t start;  // offset in the input + 1
+    std::uint32_t end;
+    bool shows_greater;  // an expression that shows a ">" outside parentheses
+};
+
 struct eabi_decode_state : output_state {
     std::uint64_t no_record_depth = 0;  // substitutions are entered only while this is 0
     int conversion_seen = 0;            // a conversion operator was decoded
@@ -87,9 +96,11 @@ struct eabi_decode_state : output_state {
     bool extended = false;               // decode_extended_names
     bool two_passes = false;             // print in the order of the text, see decode_eabi.cpp
     bool rotation_missed = false;        // the buffer was too small to move the return type
-    eabi_subst_entry first_entries[32];  // the table until it outgrows them; not initialised
+    bool skipped_in_use = false;         // skipped has been cleared
+    eabi_skipped skipped[64];            // by the low bits of start, the last one stays
+    eabi_subst_entry first_entries[32];  // the table until it outgrows them
 
-    // Leaves first_entries alone: clearing them would cost more than most names.
+    // Leaves the two arrays alone: clearing them would cost more than most names.
     eabi_decode_state() noexcept {}  // NOLINT(modernize-use-equals-default)
 };
 
@@ -369,6 +380,26 @@ bool eabi_is_template_reference(const char* at, const eabi_decode_state* state);
 const char* eabi_spelled_type(const char* at, const eabi_decode_state* state);
 
 const char* eabi_template_param(const char* at, eabi_decode_state* state);
+
+// --- Skipping (decode_eabi_skip.cpp) --------------------------------------------
+
+// What is known of the type or expression at `at`; null before it was skipped. Known
+// or not, it must be read once more while substitutions are entered.
+const eabi_skipped* eabi_find_skipped(const char* at, const eabi_decode_state* state);
+
+void eabi_remember_skipped(const char* at, const char* end, bool shows_greater,
+                           eabi_decode_state* state);
+
+// Pass over the type or the expression at `at`, entering what can be substituted.
+const char* eabi_skip_type(const char* at, eabi_decode_state* state);
+const char* eabi_skip_expression(const char* at, bool* shows_greater, eabi_decode_state* state);
+
+// A ">" shows: it counts for the argument list around where no parenthesis is between.
+inline void eabi_show_greater(eabi_decode_state* state) {
+    if (state->parentheses == 0) {
+        state->greater_seen = true;
+    }
+}
 
 // --- Types (decode_eabi_types.cpp) ----------------------------------------------
 

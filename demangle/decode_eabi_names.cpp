@@ -1,6 +1,8 @@
 // Names of the Itanium ABI decoder: unscoped, nested and local names, their
 // components, and template argument lists. Called by the encodings, the types and
 // the expressions.
+#include <utility>
+
 #include "demangle/decode_eabi_internal.h"
 
 // --- Source names and other unqualified names -----------------------------------
@@ -299,33 +301,24 @@ static bool may_show_greater(const char* at) {
 // "X" expression "E". One that shows a ">" would seem to close the list and goes
 // into parentheses; whether it does is known only after a silent first reading.
 [[gnu::noinline]] static const char* expression_arg(const char* at, eabi_decode_state* state) {
-    const std::uint32_t parentheses = state->parentheses;
-    const bool greater_seen = state->greater_seen;
-    state->parentheses = 0;
-    state->greater_seen = false;
-    const char* const start = at;
-    if (state->suppress_depth == 0 && may_show_greater(at)) {
-        {
-            const eabi_silence silent(state);
-            at = eabi_expression(at, state);
+    const bool skipped = state->suppress_depth != 0 || may_show_greater(at);
+    bool enclosed = false;
+    const char* end = skipped ? eabi_skip_expression(at, &enclosed, state) : at;
+    if (state->suppress_depth == 0) {
+        const std::uint32_t parentheses = std::exchange(state->parentheses, 0);
+        const bool greater_seen = state->greater_seen;
+        const eabi_no_record no_record(state, skipped);
+        if (enclosed) {
+            eabi_put('(', state);
         }
-        if (state->error_seen == 0) {
-            const bool enclosed = state->greater_seen;
-            const eabi_no_record no_record(state);
-            if (enclosed) {
-                eabi_put('(', state);
-            }
-            eabi_expression(start, state);
-            if (enclosed) {
-                eabi_put(')', state);
-            }
+        end = eabi_expression(at, state);
+        if (enclosed) {
+            eabi_put(')', state);
         }
-    } else {
-        at = eabi_expression(at, state);
+        state->parentheses = parentheses;
+        state->greater_seen = greater_seen;
     }
-    state->parentheses = parentheses;
-    state->greater_seen = greater_seen;
-    return eabi_require(at, 'E', state);
+    return eabi_require(end, 'E', state);
 }
 
 // template-arg ::= type | "X" expression "E" | literal | "J" { template-arg } "E"

@@ -126,12 +126,6 @@ static void finish_mark(const char* start, std::uint64_t text_at, unsigned cv,
     }
 }
 
-static const char* skip_type(const char* at, eabi_decode_state* state) {
-    const eabi_silence silent(state);
-    const eabi_no_record no_record(state);
-    return eabi_type(at, 0, true, state);
-}
-
 // Whether a function type starts here, its exception specification in front.
 static bool at_function(const char* at) {
     return *at == 'F' ||
@@ -148,15 +142,15 @@ struct function_head {
 static const char* read_function_head(const char* at, function_head* head,
                                       eabi_decode_state* state) {
     if (at[0] == 'D' && at[1] != 'x') {
-        const eabi_silence silent(state);
         head->exception = at;
         const char kind = at[1];
         at += 2;
         if (kind == 'O') {
-            at = eabi_require(eabi_enclosed_expression(at, state), 'E', state);
+            bool ignored = false;
+            at = eabi_require(eabi_skip_expression(at, &ignored, state), 'E', state);
         } else if (kind == 'w') {
             do {
-                at = eabi_whole_type(at, true, state);
+                at = eabi_skip_type(at, state);
             } while (*at != 'E' && state->error_seen == 0);
             at = eabi_require(at, 'E', state);
         }
@@ -188,18 +182,29 @@ static void put_exception(const char* at, eabi_decode_state* state) {
     }
 }
 
-// digits "_" | expression "_" | "_", the bound of an array or the size of a vector.
-// Digits that no "_" follows begin a name.
-static const char* put_bound(const char* at, eabi_decode_state* state) {
-    const char* digits_end = at;
-    while (eabi_is_digit(*digits_end)) {
-        ++digits_end;
+// The "_" behind digits at `at`, null where there is none: digits without one begin
+// a name.
+static const char* bound_digits_end(const char* at) {
+    while (eabi_is_digit(*at)) {
+        ++at;
     }
-    if (*digits_end == '_') {
+    return *at == '_' ? at : nullptr;
+}
+
+// digits "_" | expression "_" | "_", the bound of an array or the size of a vector.
+static const char* put_bound(const char* at, eabi_decode_state* state) {
+    if (const char* const digits_end = bound_digits_end(at)) {
         eabi_put(at, static_cast<std::size_t>(digits_end - at), state);
         return digits_end + 1;
     }
     return eabi_require(eabi_expression(at, state), '_', state);
+}
+
+static const char* skip_bound(const char* at, bool* shows_greater, eabi_decode_state* state) {
+    if (const char* const digits_end = bound_digits_end(at)) {
+        return digits_end + 1;
+    }
+    return eabi_require(eabi_skip_expression(at, shows_greater, state), '_', state);
 }
 
 // The same between parentheses.
@@ -349,10 +354,15 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
 
 // function-type: its return type's prefix; the parameters are read for later.
 [[gnu::noinline]] static const char* function_prefix(const char* at, eabi_decode_state* state) {
+    const char* const start = at;
     function_head head;
-    at = read_function_head(at, &head, state);
-    at = eabi_type(at, 0, true, state);
+    const char* const result = read_function_head(at, &head, state);
+    at = eabi_type(result, 0, true, state);
     state->shape = (state->shape & shape_mark) | shape_suffix | shape_direct;
+    if (const eabi_skipped* const found = eabi_find_skipped(start, state)) {
+        return state->input + found->end;
+    }
+    eabi_remember_skipped(result, at, false, state);
     const unsigned shape = state->shape;
     const eabi_silence silent(state);
     at = eabi_parameters(at, state);
@@ -360,16 +370,19 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
         ++at;
     }
     state->shape = shape;
-    return eabi_require(at, 'E', state);
+    at = eabi_require(at, 'E', state);
+    eabi_remember_skipped(start, at, false, state);
+    return at;
 }
 
 // array-type ::= "A" bound type
 [[gnu::noinline]] static const char* array_prefix(const char* at, unsigned cv,
                                                   bool allow_template_args,
                                                   eabi_decode_state* state) {
-    {
-        const eabi_silence silent(state);
-        at = put_bound(at + 1, state);
+    bool shows_greater = false;
+    at = skip_bound(at + 1, &shows_greater, state);
+    if (shows_greater) {
+        eabi_show_greater(state);
     }
     at = eabi_type(at, cv, allow_template_args, state);
     state->shape = (state->shape & shape_mark) | shape_suffix | shape_direct;
@@ -380,11 +393,7 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
 [[gnu::noinline]] static const char* member_pointer_prefix(const char* at, bool allow_template_args,
                                                            eabi_decode_state* state) {
     const char* const class_type = at + 1;
-    {
-        const eabi_silence silent(state);
-        at = eabi_whole_type(class_type, true, state);
-    }
-    at = eabi_type(at, 0, allow_template_args, state);
+    at = eabi_type(eabi_skip_type(class_type, state), 0, allow_template_args, state);
     open_mark(state);
     const unsigned shape = state->shape;
     if (state->suppress_depth == 0) {
@@ -405,11 +414,8 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
     if (kind == 'v') {
         const std::uint64_t text_at = state->out_len;
         const char* const bound = at[2] == '_' ? at + 3 : at + 2;
-        {
-            const eabi_silence silent(state);
-            at = put_enclosed_bound(bound, state);
-        }
-        at = eabi_whole_type(at, true, state);
+        bool ignored = false;
+        at = eabi_whole_type(skip_bound(bound, &ignored, state), true, state);
         eabi_put(" __vector", state);
         if (state->suppress_depth == 0) {
             const eabi_no_record no_record(state);
@@ -730,7 +736,7 @@ const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_templat
     if (marked) {
         eabi_put(')', state);
     }
-    at = skip_type(result, state);
+    at = eabi_skip_type(result, state);
     eabi_put('(', state);
     at = eabi_parameters(at, state);
     eabi_put(')', state);
@@ -775,7 +781,7 @@ void eabi_type_suffix(const char* at, unsigned cv_qualifiers, bool marked,
                 break;
             }
             case 'M':
-                at = skip_type(at + 1, state);
+                at = eabi_skip_type(at + 1, state);
                 marked = true;
                 cv = 0;
                 break;

@@ -327,6 +327,22 @@ TEST(Scheme1Bounds, NestedFunctionTypesReadInFull) {
     EXPECT_EQ(decoded(name), "void (" + repeated("*(", 99) + "*" + repeated(")()", 100));
 }
 
+// Reading the inside of each level once for every level around it would take more steps
+// than a name is given.
+TEST(Scheme1Bounds, WhatIsSkippedIsNotReadAgainByEveryLevelAround) {
+    const std::string ints = repeated("i", 40);
+    const std::string listed = "int" + repeated(", int", 39);
+    EXPECT_EQ(decoded("_Z1f" + repeated("PFv" + ints, 400) + "i" + repeated("E", 400)),
+              "f(" + repeated("void (*)(" + listed + ", ", 400) + "int" + repeated(")", 401));
+    EXPECT_EQ(decoded("_Z1f" + repeated("PF", 500) + "i" + repeated(ints + "E", 500)),
+              "f(int (" + repeated("*(", 499) + "*" + repeated(")(" + listed + ")", 500) + ")");
+    EXPECT_EQ(decoded("_Z1f" + repeated("M1AI" + ints, 400) + "i" + repeated("Ei", 400)),
+              "f(" + repeated("int A<" + listed + ", ", 400) + "int" + repeated(">::*", 400) + ")");
+    EXPECT_EQ(decoded("_Z1fI" + repeated("Xst1AI" + ints, 250) + "i" + repeated("EE", 250) + "Evv"),
+              "void f<" + repeated("sizeof(A<" + listed + ", ", 250) + "int" + repeated(">)", 250) +
+                  ">()");
+}
+
 TEST(Scheme1Bounds, LongNamesOfManyComponentsAreRead) {
     const std::string parameters = repeated("i", 100000);
     EXPECT_EQ(decoded("_Z1f" + parameters), "f(int" + repeated(", int", 99999) + ")");
