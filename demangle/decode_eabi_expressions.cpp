@@ -423,14 +423,19 @@ static const char* byte_offset(const char* at, std::int64_t* offset, eabi_decode
 
 // "X" expression [ "N" ] [ "R" constraint ] | "T" type | "Q" expression
 static const char* requirement(const char* at, eabi_decode_state* state) {
-    const char kind = *at++;
+    const char kind = *at;
+    if (kind != 'X' && kind != 'T' && kind != 'Q') {
+        report_bad_name(state);
+        return at;
+    }
+    ++at;
     if (kind == 'T') {
         eabi_put("typename ", state);
         at = eabi_whole_type(at, true, state);
     } else if (kind == 'Q') {
         eabi_put("requires ", state);
         at = eabi_expression(at, state);
-    } else if (kind == 'X') {
+    } else {
         const char* const start = at;
         bool shows_greater = false;
         at = eabi_skip_expression(at, &shows_greater, state);
@@ -453,8 +458,6 @@ static const char* requirement(const char* at, eabi_decode_state* state) {
             eabi_name_record record;
             at = eabi_name(at + 1, &record, mode_both, state);
         }
-    } else {
-        report_bad_name(state);
     }
     eabi_put(';', state);
     return at;
