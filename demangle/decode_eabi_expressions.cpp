@@ -2,28 +2,14 @@
 // decltype, in array bounds and in exception specifications.
 #include <algorithm>
 
-#include "demangle/decode_eabi_internal.h"
-
-static bool code_is(const char* at, const char (&code)[3]) {
-    return at[0] == code[0] && at[1] == code[1];
-}
+#include "demangle/decode_eabi_expression_parts.h"
 
 // --- Parentheses ----------------------------------------------------------------
 
-static void open_parenthesis(eabi_decode_state* state) {
-    ++state->parentheses;
-    eabi_put('(', state);
-}
-
-static void close_parenthesis(eabi_decode_state* state) {
-    --state->parentheses;
-    eabi_put(')', state);
-}
-
 const char* eabi_enclosed_expression(const char* at, eabi_decode_state* state) {
-    open_parenthesis(state);
+    eabi_open_parenthesis(state);
     at = eabi_expression(at, state);
-    close_parenthesis(state);
+    eabi_close_parenthesis(state);
     return at;
 }
 
@@ -40,16 +26,17 @@ static bool is_operator_expression(const char* at, eabi_decode_state* state) {
     if (*at < 'a' || *at > 'v') {
         return false;
     }
-    if (code_is(at, "gs")) {
+    if (eabi_code_is(at, "gs")) {
         at += 2;
-        return code_is(at, "nw") || code_is(at, "na") || code_is(at, "dl") || code_is(at, "da");
+        return eabi_code_is(at, "nw") || eabi_code_is(at, "na") || eabi_code_is(at, "dl") ||
+               eabi_code_is(at, "da");
     }
-    if (code_is(at, "sp") || code_is(at, "tr")) {
+    if (eabi_code_is(at, "sp") || eabi_code_is(at, "tr")) {
         return true;
     }
-    if (code_is(at, "li") ||
+    if (eabi_code_is(at, "li") ||
         std::any_of(std::begin(bare), std::end(bare),
-                    [at](const char(&code)[3]) { return code_is(at, code); })) {
+                    [at](const char(&code)[3]) { return eabi_code_is(at, code); })) {
         return false;
     }
     const eabi_operator found = eabi_operator_info(at, state);
@@ -74,9 +61,9 @@ static const char* expression_list(const char* at, char end, eabi_decode_state* 
 }
 
 static const char* enclosed_list(const char* at, char end, eabi_decode_state* state) {
-    open_parenthesis(state);
+    eabi_open_parenthesis(state);
     at = expression_list(at, end, state);
-    close_parenthesis(state);
+    eabi_close_parenthesis(state);
     return at;
 }
 
@@ -150,7 +137,7 @@ static void put_infix(std::string_view text, std::string_view tail, eabi_decode_
         return at;
     }
     at += 2 + op.code_length;
-    open_parenthesis(state);
+    eabi_open_parenthesis(state);
     if (kind == 'l') {
         eabi_put("...", state);
     } else {
@@ -166,75 +153,8 @@ static void put_infix(std::string_view text, std::string_view tail, eabi_decode_
         }
         at = eabi_operand(at, state);
     }
-    close_parenthesis(state);
+    eabi_close_parenthesis(state);
     return at;
-}
-
-// --- Unresolved names -----------------------------------------------------------
-
-// source-name [ template-args ]
-static const char* simple_id(const char* at, eabi_decode_state* state) {
-    at = eabi_source_name(at, state);
-    if (*at == 'B') {
-        eabi_put("[abi:", state);
-        at = eabi_source_name(at + 1, state);
-        eabi_put(']', state);
-    }
-    return *at == 'I' ? eabi_template_args(at, false, state) : at;
-}
-
-// A template parameter, decltype or substitution, with arguments if any; what
-// stands in front of "::".
-static const char* unresolved_type(const char* at, eabi_decode_state* state) {
-    return eabi_whole_type(at, true, state);
-}
-
-// base-unresolved-name ::= simple-id | [ "on" ] operator-name [ args ] | "dn" destructor-name
-static const char* base_unresolved_name(const char* at, eabi_decode_state* state) {
-    if (eabi_is_digit(*at)) {
-        return simple_id(at, state);
-    }
-    if (code_is(at, "dn")) {
-        eabi_put('~', state);
-        at += 2;
-        return eabi_is_digit(*at) ? simple_id(at, state) : unresolved_type(at, state);
-    }
-    if (code_is(at, "on")) {
-        at += 2;
-    }
-    if (*at < 'a' || *at > 'z') {
-        report_bad_name(state);
-        return at;
-    }
-    eabi_component component;
-    at = eabi_unqualified_name(at, &component, state);
-    return *at == 'I' ? eabi_template_args(at, (component.flags & entry_ends_in_less) != 0, state)
-                      : at;
-}
-
-// simple-id+ "E": the classes between the first one and the name.
-static const char* qualifier_levels(const char* at, eabi_decode_state* state) {
-    do {
-        at = simple_id(at, state);
-        eabi_put("::", state);
-    } while (*at != 'E' && state->error_seen == 0);
-    return eabi_require(at, 'E', state);
-}
-
-// "sr" type name | "sr" simple-id+ "E" name | "srN" type simple-id+ "E" name
-[[gnu::noinline]] static const char* scoped_name(const char* at, eabi_decode_state* state) {
-    at += 2;
-    if (eabi_is_digit(*at)) {
-        at = qualifier_levels(at, state);
-    } else if (at[0] == 'N' && (at[1] == 'T' || at[1] == 'D' || (at[1] == 'S' && at[2] != 't'))) {
-        at = unresolved_type(at + 1, state);
-        eabi_put("::", state);
-        at = qualifier_levels(at, state);
-    } else {
-        at = unresolved_type(at, state);
-        eabi_put("::", state);
-    }
-    return base_unresolved_name(at, state);
 }
 
 // --- Operators with forms of their own ------------------------------------------
@@ -269,10 +189,10 @@ static const char* named_cast(const char* at, const eabi_operator& op, eabi_deco
         ++at;
     }
     at = eabi_whole_type(at, true, state);
-    if (code_is(at, "pi")) {
+    if (eabi_code_is(at, "pi")) {
         return enclosed_list(at + 2, 'E', state);
     }
-    if (code_is(at, "il")) {
+    if (eabi_code_is(at, "il")) {
         return braced_list(at + 2, state);
     }
     return eabi_require(at, 'E', state);
@@ -303,24 +223,24 @@ static const char* designator(const char* at, eabi_decode_state* state) {
 // "sP" { template-arg } "E"
 [[gnu::noinline]] static const char* sizeof_captured(const char* at, eabi_decode_state* state) {
     eabi_put("sizeof...", state);
-    open_parenthesis(state);
+    eabi_open_parenthesis(state);
     bool first = true;
     for (at += 2; *at != 'E' && state->error_seen == 0;) {
         at = eabi_template_arg(at, &first, state);
     }
-    close_parenthesis(state);
+    eabi_close_parenthesis(state);
     return eabi_require(at, 'E', state);
 }
 
 // "u" source-name { template-arg } "E"
 [[gnu::noinline]] static const char* vendor_expression(const char* at, eabi_decode_state* state) {
     at = eabi_source_name(at + 1, state);
-    open_parenthesis(state);
+    eabi_open_parenthesis(state);
     bool first = true;
     while (*at != 'E' && state->error_seen == 0) {
         at = eabi_template_arg(at, &first, state);
     }
-    close_parenthesis(state);
+    eabi_close_parenthesis(state);
     return eabi_require(at, 'E', state);
 }
 
@@ -342,9 +262,9 @@ static const char* step_expression(const char* at, const eabi_operator& op,
     const bool in_parentheses = at[1] == 'p';
     at += 2;
     if (in_parentheses) {
-        open_parenthesis(state);
+        eabi_open_parenthesis(state);
         at = eabi_operand(at, state);
-        close_parenthesis(state);
+        eabi_close_parenthesis(state);
     } else {
         at = eabi_operand(at, state);
     }
@@ -356,17 +276,17 @@ static const char* step_expression(const char* at, const eabi_operator& op,
                                             eabi_decode_state* state) {
     at = eabi_operand(at + 2, state);
     eabi_put(text, state);
-    if (code_is(at, "gs")) {
+    if (eabi_code_is(at, "gs")) {
         eabi_put("::", state);
         at += 2;
     }
-    if (code_is(at, "sr")) {
-        return scoped_name(at, state);
+    if (eabi_code_is(at, "sr")) {
+        return eabi_scoped_name(at, state);
     }
-    if (*at == 'T' || *at == 'L' || code_is(at, "cl") || code_is(at, "fp")) {
+    if (*at == 'T' || *at == 'L' || eabi_code_is(at, "cl") || eabi_code_is(at, "fp")) {
         return eabi_operand(at, state);
     }
-    return base_unresolved_name(at, state);
+    return eabi_base_unresolved_name(at, state);
 }
 
 // --- Parts of objects -----------------------------------------------------------
@@ -419,78 +339,6 @@ static const char* byte_offset(const char* at, std::int64_t* offset, eabi_decode
     return eabi_require(byte_offset(at, &offset, state), 'E', state);
 }
 
-// --- Requirements ---------------------------------------------------------------
-
-// "X" expression [ "N" ] [ "R" constraint ] | "T" type | "Q" expression
-static const char* requirement(const char* at, eabi_decode_state* state) {
-    const char kind = *at;
-    if (kind != 'X' && kind != 'T' && kind != 'Q') {
-        report_bad_name(state);
-        return at;
-    }
-    ++at;
-    if (kind == 'T') {
-        eabi_put("typename ", state);
-        at = eabi_whole_type(at, true, state);
-    } else if (kind == 'Q') {
-        eabi_put("requires ", state);
-        at = eabi_expression(at, state);
-    } else {
-        const char* const start = at;
-        bool shows_greater = false;
-        at = eabi_skip_expression(at, &shows_greater, state);
-        if (shows_greater) {
-            eabi_show_greater(state);
-        }
-        const bool compound = *at == 'N' || *at == 'R';
-        if (state->suppress_depth == 0) {
-            const eabi_no_record no_record(state);
-            eabi_put(compound ? "{" : "", state);
-            eabi_expression(start, state);
-            eabi_put(compound ? "}" : "", state);
-        }
-        if (*at == 'N') {
-            eabi_put(" noexcept", state);
-            ++at;
-        }
-        if (*at == 'R') {
-            eabi_put(" -> ", state);
-            eabi_name_record record;
-            at = eabi_name(at + 1, &record, mode_both, state);
-        }
-    }
-    eabi_put(';', state);
-    return at;
-}
-
-// "rQ" parameter type+ "_" requirement+ "E" | "rq" requirement+ "E"
-[[gnu::noinline]] static const char* requires_expression(const char* at, eabi_decode_state* state) {
-    eabi_put("requires", state);
-    const bool has_parameters = at[1] == 'Q';
-    at += 2;
-    if (has_parameters) {
-        open_parenthesis(state);
-        if (at[0] == 'v' && at[1] == '_') {
-            at += 2;
-        } else {
-            at = eabi_whole_type(at, true, state);
-            while (*at != '_' && state->error_seen == 0) {
-                eabi_put(", ", state);
-                at = eabi_whole_type(at, true, state);
-            }
-            at = eabi_require(at, '_', state);
-        }
-        close_parenthesis(state);
-    }
-    eabi_put(" {", state);
-    do {
-        eabi_put(' ', state);
-        at = requirement(at, state);
-    } while (*at != 'E' && state->error_seen == 0);
-    eabi_put(" }", state);
-    return eabi_require(at, 'E', state);
-}
-
 // --- Operators ------------------------------------------------------------------
 
 // "subscript" and "builtin-operation-XX" with any number of operands.
@@ -498,7 +346,7 @@ static const char* operation_call(const char* at, const eabi_operator& op,
                                   eabi_decode_state* state) {
     eabi_put(op.text, state);
     eabi_put(op.tail, state);
-    open_parenthesis(state);
+    eabi_open_parenthesis(state);
     at += op.code_length;
     for (unsigned i = 0; i < op.arity && state->error_seen == 0; ++i) {
         if (i != 0) {
@@ -506,7 +354,7 @@ static const char* operation_call(const char* at, const eabi_operator& op,
         }
         at = eabi_expression(at, state);
     }
-    close_parenthesis(state);
+    eabi_close_parenthesis(state);
     return at;
 }
 
@@ -545,7 +393,7 @@ static const char* conditional(const char* at, eabi_decode_state* state) {
 
 [[gnu::noinline]] static const char* operator_expression(const char* at, eabi_decode_state* state) {
     const eabi_operator op = eabi_operator_info(at, state);
-    if (op.text.empty() || code_is(at, "li")) {
+    if (op.text.empty() || eabi_code_is(at, "li")) {
         report_bad_name(state);
         return at;
     }
@@ -587,7 +435,7 @@ const char* eabi_expression(const char* at, eabi_decode_state* state) {
         return at;
     }
     if (eabi_is_digit(*at)) {
-        return simple_id(at, state);
+        return eabi_simple_id(at, state);
     }
     switch (*at) {
         case 'L':
@@ -616,18 +464,19 @@ const char* eabi_expression(const char* at, eabi_decode_state* state) {
     if (code == two("gs")) {
         eabi_put("::", state);
         at += 2;
-        if (code_is(at, "nw") || code_is(at, "na") || code_is(at, "dl") || code_is(at, "da") ||
-            code_is(at, "sr") || code_is(at, "on") || code_is(at, "dn") || eabi_is_digit(*at)) {
+        if (eabi_code_is(at, "nw") || eabi_code_is(at, "na") || eabi_code_is(at, "dl") ||
+            eabi_code_is(at, "da") || eabi_code_is(at, "sr") || eabi_code_is(at, "on") ||
+            eabi_code_is(at, "dn") || eabi_is_digit(*at)) {
             return eabi_expression(at, state);
         }
         report_bad_name(state);
         return at;
     }
     if (code == two("sr")) {
-        return scoped_name(at, state);
+        return eabi_scoped_name(at, state);
     }
     if (code == two("on") || code == two("dn")) {
-        return base_unresolved_name(at, state);
+        return eabi_base_unresolved_name(at, state);
     }
     if (code == two("cl") || code == two("cp")) {
         return call(at, state);
@@ -676,7 +525,7 @@ const char* eabi_expression(const char* at, eabi_decode_state* state) {
         return member_conversion(at, state);
     }
     if (code == two("rq") || code == two("rQ")) {
-        return requires_expression(at, state);
+        return eabi_requires_expression(at, state);
     }
     return operator_expression(at, state);
 }

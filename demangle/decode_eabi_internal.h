@@ -252,11 +252,27 @@ inline const char* eabi_require(const char* at, char expected, eabi_decode_state
     return at;
 }
 
-// --- The entry and the encodings (decode_eabi.cpp) ------------------------------
+// The bit of "K", "V" or "r", else 0.
+inline unsigned eabi_qualifier_bit(char letter) {
+    switch (letter) {
+        case 'K':
+            return qualifier_const;
+        case 'V':
+            return qualifier_volatile;
+        case 'r':
+            return qualifier_restrict;
+        default:
+            return 0;
+    }
+}
+
+// --- The entry (decode_eabi.cpp) ------------------------------------------------
 
 // decode_identifier_eabi for a caller that knows the length of the name.
 decode_result eabi_decode(const char* name, std::size_t length, char* buffer,
                           std::size_t buffer_size, bool decorated);
+
+// --- Encodings (decode_eabi_encoding.cpp) ---------------------------------------
 
 const char* eabi_encoding(const char* at, bool print_params, eabi_decode_state* state);
 
@@ -274,13 +290,18 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
 // A class or enumeration type: any name, entered whole. `*component` is filled.
 const char* eabi_class_type(const char* at, eabi_component* component, eabi_decode_state* state);
 
+// --- Components of names (decode_eabi_unqualified_names.cpp) --------------------
+
+// On entry component->last_name is the class that a constructor repeats; on exit the
+// component is this one.
 const char* eabi_unqualified_name(const char* at, eabi_component* component,
                                   eabi_decode_state* state);
 const char* eabi_source_name(const char* at, eabi_decode_state* state);
-const char* eabi_template_args(const char* at, bool blank_before, eabi_decode_state* state);
-const char* eabi_template_arg(const char* at, bool* first, eabi_decode_state* state);
 
-// The same with a "::" in front when `scoped` is set, short enough to stand wherever
+// { "B" source-name }
+const char* eabi_abi_tags(const char* at, eabi_decode_state* state);
+
+// A source name with a "::" in front when `scoped` is set, short enough to stand wherever
 // names are frequent.
 inline const char* eabi_plain_source_name(const char* at, bool scoped, eabi_decode_state* state) {
     const char* text = at + 1;
@@ -309,6 +330,11 @@ inline const char* eabi_plain_source_name(const char* at, bool scoped, eabi_deco
     state->out_len += length + scope;
     return text + length;
 }
+
+// --- Template arguments (decode_eabi_template_args.cpp) -------------------------
+
+const char* eabi_template_args(const char* at, bool blank_before, eabi_decode_state* state);
+const char* eabi_template_arg(const char* at, bool* first, eabi_decode_state* state);
 
 // Template parameter declarations in front of a lambda's parameters or an argument.
 const char* eabi_template_param_decl(const char* at, eabi_decode_state* state);

@@ -197,6 +197,8 @@ TEST(DecodeEabiStyle, NewerTypesAndVendorQualifiers) {
         {"U14__interior_ptri", "interior_ptr<int>"},
         {"U9__pin_ptri", "pin_ptr<int>"},
         {"U8__vectorf", "__attribute__((vector_size(?))) float"},
+        {"U16__opencl_vector4f", "OpenCL Vector of 4 float"},
+        {"U17__opencl_vector04f", "OpenCL Vector of 4 float"},
     };
     expect_rows(rows);
 }

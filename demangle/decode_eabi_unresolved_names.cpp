@@ -1,0 +1,63 @@
+// Names in expressions of the Itanium ABI decoder that depend on template parameters and
+// so stand as they were written: "T1::x", "f<T1>". Called by the expressions.
+#include "demangle/decode_eabi_expression_parts.h"
+
+// source-name [ template-args ]
+const char* eabi_simple_id(const char* at, eabi_decode_state* state) {
+    at = eabi_abi_tags(eabi_source_name(at, state), state);
+    return *at == 'I' ? eabi_template_args(at, false, state) : at;
+}
+
+// A template parameter, decltype or substitution, with arguments if any; what
+// stands in front of "::".
+static const char* unresolved_type(const char* at, eabi_decode_state* state) {
+    return eabi_whole_type(at, true, state);
+}
+
+// base-unresolved-name ::= simple-id | [ "on" ] operator-name [ args ] | "dn" destructor-name
+const char* eabi_base_unresolved_name(const char* at, eabi_decode_state* state) {
+    if (eabi_is_digit(*at)) {
+        return eabi_simple_id(at, state);
+    }
+    if (eabi_code_is(at, "dn")) {
+        eabi_put('~', state);
+        at += 2;
+        return eabi_is_digit(*at) ? eabi_simple_id(at, state) : unresolved_type(at, state);
+    }
+    if (eabi_code_is(at, "on")) {
+        at += 2;
+    }
+    if (*at < 'a' || *at > 'z') {
+        report_bad_name(state);
+        return at;
+    }
+    eabi_component component;
+    at = eabi_unqualified_name(at, &component, state);
+    return *at == 'I' ? eabi_template_args(at, (component.flags & entry_ends_in_less) != 0, state)
+                      : at;
+}
+
+// simple-id+ "E": the classes between the first one and the name.
+static const char* qualifier_levels(const char* at, eabi_decode_state* state) {
+    do {
+        at = eabi_simple_id(at, state);
+        eabi_put("::", state);
+    } while (*at != 'E' && state->error_seen == 0);
+    return eabi_require(at, 'E', state);
+}
+
+// "sr" type name | "sr" simple-id+ "E" name | "srN" type simple-id+ "E" name
+const char* eabi_scoped_name(const char* at, eabi_decode_state* state) {
+    at += 2;
+    if (eabi_is_digit(*at)) {
+        at = qualifier_levels(at, state);
+    } else if (at[0] == 'N' && (at[1] == 'T' || at[1] == 'D' || (at[1] == 'S' && at[2] != 't'))) {
+        at = unresolved_type(at + 1, state);
+        eabi_put("::", state);
+        at = qualifier_levels(at, state);
+    } else {
+        at = unresolved_type(at, state);
+        eabi_put("::", state);
+    }
+    return eabi_base_unresolved_name(at, state);
+}
