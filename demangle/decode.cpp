@@ -3,6 +3,7 @@
 #include "demangle/decode.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <string_view>
 
@@ -195,17 +196,21 @@ const char* special_operand(const char* at, operand_kind kind, grammar_state* st
     return at;
 }
 
-// "__" number letters "__U" kind: an unnamed type or lambda by itself.
+// "__" length letters "__U" kind: an unnamed type or lambda by itself. One further on,
+// in the signature of a function, is not meant.
 bool is_unnamed_form(std::string_view name) {
     if (!name.starts_with("__")) {
         return false;
     }
     name.remove_prefix(2);
-    const std::size_t digits = name.find_first_not_of("0123456789");
-    if (digits == 0 || digits == std::string_view::npos) {
+    std::size_t length = std::string_view::npos;  // and for one that is out of range
+    const auto [digits_end, error] =
+        std::from_chars(name.data(), name.data() + name.size(), length);
+    if (error == std::errc::invalid_argument) {
         return false;
     }
-    name.remove_prefix(digits);
+    name.remove_prefix(static_cast<std::size_t>(digits_end - name.data()));
+    name = name.substr(0, length);
     for (std::size_t at = name.find("__U", 1); at != std::string_view::npos;
          at = name.find("__U", at + 1)) {
         const std::string_view kind = name.substr(at + 3, 1);
@@ -238,8 +243,9 @@ const char* static_variable(const char* at, int decorated, grammar_state* state)
         return nullptr;
     }
     rest.remove_prefix(7);
-    const std::size_t length = rest.find("__");
-    if (length == 0 || length == std::string_view::npos) {
+    // Leading underscores are the name's own.
+    const std::size_t length = rest.find("__", rest.find_first_not_of('_'));
+    if (length == std::string_view::npos) {
         return nullptr;
     }
     const char* end = rest.data() + length + 2;

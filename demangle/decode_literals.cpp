@@ -77,7 +77,7 @@ const char* emit_literal_value(const char* at, bool boolean, bool null_pointer,
 }
 
 void emit_signed(std::uint64_t value, output_state* state) {
-    const bool negative = value > std::uint64_t{1} << 63 || value == std::uint64_t{1} << 63;
+    const bool negative = value >= std::uint64_t{1} << 63;
     if (negative) {
         emit_char('-', state);
     }

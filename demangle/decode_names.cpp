@@ -48,12 +48,12 @@ bool begins_function(const char* at, const grammar_state* state) {
     return peek_char(read_qualifiers(at, true, &bits, state), state) == 'F';
 }
 
-bool begins_class(const char* at, const grammar_state* state) {
+bool begins_scope(const char* at, const grammar_state* state) {
     return is_decimal(peek_char(at, state)) || peek_char(at, state) == 'Q';
 }
 
 bool begins_signature(const char* at, const grammar_state* state) {
-    return begins_class(at, state) || begins_function(at, state);
+    return begins_scope(at, state) || begins_function(at, state);
 }
 
 const char* kind_of_unnamed(char letter) {
@@ -293,9 +293,8 @@ const char* component(const char* at, class_options options, grammar_state* stat
     if (letter == 'G') {
         return at + 1;
     }
-    if (letter == 'Q') {
-        options.destructor = false;  // the mark is there already
-        return qualified_name(at, options, state);
+    if (letter == 'Q') {  // a type, and so whole whatever the options
+        return qualified_name(at, {}, state);
     }
     return is_decimal(letter) ? simple_name(at, options, state) : whole_type(at, state);
 }
@@ -349,7 +348,7 @@ const char* look_ahead(const char* at, signature* found, grammar_state* state, S
 // Nothing but the result type is printed, which stands in front of everything.
 signature find_signature(const char* at, grammar_state* state) {
     signature found;
-    if (begins_class(at, state)) {
+    if (begins_scope(at, state)) {
         found.scope = at;
         at = look_ahead(at, &found, state, [](const char* scope, grammar_state* each) {
             return scope_name(scope, {}, each);
@@ -423,7 +422,7 @@ const char* full_entity(const char* at, grammar_state* state) {
 const char* name_only(const char* at, grammar_state* state) {
     const name_parts parts = find_name(at, name_place::entity, state);
     const char* const scope = parts.end + 2;
-    const bool scoped = follows(parts.end, "__", state) && begins_class(scope, state);
+    const bool scoped = follows(parts.end, "__", state) && begins_scope(scope, state);
     print_name(parts, scoped ? scope : nullptr, state);
     return parts.end;
 }

@@ -123,7 +123,8 @@ const char* class_name(const char* at, grammar_state* state) {
                                        : qualified_name(at, {}, state);
 }
 
-// Steps over what `read` reads, once for each position.
+// Steps over what `read` reads, once for each position: what precedes a position decides
+// which `read` it is met with.
 template <typename Read>
 const char* skip_once(const char* at, grammar_state* state, Read read) {
     const std::size_t slot = static_cast<std::size_t>(at - state->base) % state->skips.size();

@@ -78,6 +78,9 @@ TEST(DecodeNames, ConstructorsAndDestructorsRepeatTheirClass) {
                  {"__dt__1AFv", "A::~A()"},
                  {"__ct__Q2_1A1BFv", "A::B::B()"},
                  {"__dt__Q2_1A1BFv", "A::B::~B()"},
+                 // A component that is qualified itself is a type, which prints whole.
+                 {"__ct__Q2_1AQ2_1B1CFv", "A::B::C::B::C()"},
+                 {"__dt__Q2_1AQ2_1B1CFv", "A::B::C::~B::C()"},
                  {"__ct__" + run("A" + args("i")) + "Fv", "A<int>::A()"},
                  {"__dt__" + run("A" + args("i")) + "Fv", "A<int>::~A()"},
                  {"__ct" + args("i") + "__1AFZ1Z", "A::A<int>(T1)"},
@@ -90,6 +93,7 @@ TEST(DecodeNames, ConstructorsAndDestructorsRepeatTheirClass) {
                  {"__dtor__1A", "A::__dtor"}});
     expect_rows({{"__ct__1AFv", "A"},
                  {"__dt__Q2_1A1BFv", "~B"},
+                 {"__dt__Q2_1AQ2_1B1CFv", "~B::C"},
                  {"__ct__" + run("A" + args("i")) + "Fv", "A"},
                  {"__ct__Fv", bad_name}},
                 0);
@@ -157,8 +161,12 @@ TEST(DecodeNames, StaticVariablesAreNamedAfterTheirFunction) {
                  {"__STV__n__f__1AFi", "A::f(int)::n"},
                  {"__STV__count__", "count"},
                  {"__STV__count", "__STV__count"},
+                 {"__STV____x__f__Fi", "f(int)::__x"},
+                 {"__STV____x__", "__x"},
+                 {"__STV_____", "__STV_____"},
                  {"__STV____f", "__STV____f"}});
     expect_rows({{"__STV__count__f__Fi", "count"},
+                 {"__STV____x__f__Fi", "__x"},
                  {"__STV__count__", "count"},
                  {"__STV__count__\x01", "count"}},
                 0);
@@ -191,6 +199,9 @@ TEST(DecodeNames, UnnamedTypesAndLambdasStandInBrackets) {
         {{"f__F10point__Ut1", "f(point::[unnamed type (instance 1)])"},
          {"f__F" + run("p" + args("i") + "__Ut1"), "f(p<int>::[unnamed type (instance 1)])"},
          {"f__F10point__Ux1", "f(point__Ux1)"},
+         // One in the signature of a function does not make the function one.
+         {"__1f__F6A__Ut1", "__1f(A::[unnamed type (instance 1)])"},
+         {"__1f" + args("6A__Ut1") + "__Fv", "__1f<A::[unnamed type (instance 1)]>()"},
          {"f__F9point__Ut", "f(point__Ut)"}});
 }
 
