@@ -63,7 +63,8 @@ void list(benchmark::State& state, const Shape& shape) {
     std::ofstream(assembly_name, std::ios::binary) << text;
     char listing_name[] = "/dev/null";
     char program_name[] = "interlist";
-    for (auto _ : state) {
+    for (auto iteration : state) {
+        (void)iteration;
         start_afresh();
         char* words[] = {program_name, assembly_name.data(), listing_name, nullptr};
         init(3, words);

@@ -107,7 +107,8 @@ void filter_beside_library(benchmark::State& state) {
     }
     double filter = 0;
     double library = 0;
-    for (auto _ : state) {
+    for (auto iteration : state) {
+        (void)iteration;
         library += seconds_of(decode_names);
         const double once = seconds_of(filter_nm_output);
         filter += once;
@@ -130,7 +131,8 @@ void filter_plain_text(benchmark::State& state) {
     }
     text_filter filter;
     std::string out;
-    for (auto _ : state) {
+    for (auto iteration : state) {
+        (void)iteration;
         for (std::string_view rest = text; !rest.empty();) {
             out.clear();
             rest.remove_prefix(filter_text(filter, rest, true, out));

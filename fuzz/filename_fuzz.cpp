@@ -102,7 +102,7 @@ void check_tests(const std::string& name, const std::string& other) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string input(reinterpret_cast<const char*>(data), size);
-    const std::string name = input.c_str();
+    const std::string name = input.substr(0, input.find('\0'));
     const std::string ext = name.size() < size ? input.c_str() + name.size() + 1 : "";
     check_split_and_build(name);
     check_addext(name, ext, 0);

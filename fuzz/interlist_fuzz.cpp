@@ -27,6 +27,8 @@
 static bool running = false;
 static std::jmp_buf after_the_run;
 
+// The linker gives these two their names.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" [[noreturn]] void __real_exit(int status);
 extern "C" [[noreturn]] void __wrap_exit(int status) {
     if (running) {
@@ -34,6 +36,7 @@ extern "C" [[noreturn]] void __wrap_exit(int status) {
     }
     __real_exit(status);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 // A listing that is full soon: a width or a position may ask for gigabytes.
 static std::string listing;
@@ -136,6 +139,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     arguments.push_back("x.asm");
     arguments.push_back("x.cl");
     std::vector<char*> words;
+    words.reserve(arguments.size() + 1);
     for (auto& argument : arguments) {
         words.push_back(argument.data());
     }

@@ -30,7 +30,7 @@ struct Input {
     decode_state state;
 };
 
-using std::literals::operator""sv;
+using namespace std::string_view_literals;
 
 }  // namespace
 

@@ -305,7 +305,8 @@ struct Model {
                     line_number = previous;
                 }
                 // A C line is a string, which a NUL ends.
-                const std::string line(tool_line(source, 16377).c_str());
+                std::string line = tool_line(source, 16377);
+                line.resize(std::min(line.size(), line.find('\0')));
                 if (!options.skip_blanks || !counts_as_blank(line)) {
                     if (!printed) {
                         separator();
