@@ -51,29 +51,21 @@ TEST(Scheme1Compiled, MemberFunctionsAndOperators) {
     static constexpr Row rows[] = {
         // S is ns::v1::S, v1 an inline namespace.
         {"_ZNVKR2ns2v11S1fEv", "ns::v1::S::f() const volatile &"},
-        {"_ZN2ns2v11SC1EOS1_", "ns::v1::S::S(ns::v1::S &&)"},
-        {"_ZN2ns2v11SaSERKS1_", "ns::v1::S::operator =(const ns::v1::S &)"},
-        {"_ZNK2ns2v11SclEii", "ns::v1::S::operator ()(int, int) const"},
         {"_ZN2ns2v11SdlEPvm", "ns::v1::S::operator delete (void *, unsigned long)"},
-        {"_ZN2ns2v11SpmEi", "ns::v1::S::operator ->*(int)"},
         {"_ZNKR1ZawEv", "Z::operator co_await() const &"},
         // template <class T> S &S::operator<<(T)
         {"_ZN1SlsIiEERS_T_", "S & S::operator << <int>(T1)"},
         // template <class T> struct Vv { template <class U> struct In; };
         // template <class V> bool operator<(In, V), a friend of In
         {"_ZltIiEbN2VvIiE2InIcEET_", "bool operator < <int>(Vv<int>::In<char>, T1)"},
-        {"_Zli3_kme", "operator \"\"_km(long double)"},
         // template <char...> int operator""_t(), called by 12_t
         {"_Zli2_tIJLc49ELc50EEEiv", "int operator \"\"_t<(char)49, (char)50>()"},
-        // struct NT { char c[4]; }; template <NT> int operator""_d(), called by "a"_d
-        {"_Zli2_dIXtl2NTtlA4_cLc97EEEEEiv", "int operator \"\"_d<NT{char [4]{(char)97}}>()"},
     };
     expect_rows(rows);
 }
 
 TEST(Scheme1Compiled, ConversionOperatorsShowTheirTypeAndThenTheirArguments) {
     static constexpr Row rows[] = {
-        {"_ZNV2ns2v11ScvbEv", "ns::v1::S::operator bool() volatile"},
         // template <class T> operator T *() const
         {"_ZNK2ns2v11ScvPT_IPS1_EEv", "ns::v1::S::operator T1 *<ns::v1::S *>() const"},
         // template <class T> operator T() &&
@@ -82,14 +74,10 @@ TEST(Scheme1Compiled, ConversionOperatorsShowTheirTypeAndThenTheirArguments) {
         {"_ZN2CacvPFvT_EIiEEv", "Ca::operator void (*)(T1)<int>()"},
         // template <class U> using AR = U (&)[3]; template <class U> operator AR<U>()
         {"_ZN2CacvRA3_T_IcEEv", "Ca::operator T1 (&)[3]<char>()"},
-        {"_ZNK2CacvRKT_IlEEv", "Ca::operator const T1 &<long>() const"},
-        {"_ZNK2Cacv1XIT_EIiEEv", "Ca::operator X<T1><int>() const"},
         // template <class U, class V = U> operator X<X<U>> *() const &
         {"_ZNKR2CacvP1XIS0_IT_EEIccEEv", "Ca::operator X<X<T1>> *<char, char>() const &"},
         // template <template <class> class TT> operator TT<int>()
         {"_ZN2CacvT_IiEI1XEEv", "Ca::operator T1<int><X>()"},
-        // P<int, char>::operator TL<T...>()
-        {"_ZN1PIJicEEcv2TLIJicEEEv", "P<int, char>::operator TL<int, char>()"},
     };
     expect_rows(rows);
 }
@@ -98,13 +86,11 @@ TEST(Scheme1Compiled, ConstructorsOfTemplatesAndInheritedOnes) {
     static constexpr Row rows[] = {
         // template <class V> Ou<int>::In<char>::In(V)
         {"_ZN2OuIiE2InIcEC1IlEET_", "Ou<int>::In<char>::In<long>(T1)"},
-        {"_ZN2OuIiE2InIcED2Ev", "Ou<int>::In<char>::~In() [subobject]"},
         // struct D1 : B1 { using B1::B1; }, of B1(char) and template <class T> B1(T, int)
         {"_ZN2D1CI12B1Ec", "D1::D1(char)"},
         {"_ZN2D1CI22B1IdEET_i", "D1::D1(T1, int) [subobject]"},
         // template <class T> struct D2 : T { using T::T; }
         {"_ZN2D2I2B1ECI1S0_Ec", "D2<B1>::D2(char)"},
-        {"_ZN12_GLOBAL__N_12AnD0Ev", "<unnamed>::An::~An() [deleting]"},
         // std::allocator<char>::allocator(const allocator<U> &)
         {"_ZNSaIcEC1IiEERKSaIT_E",
          "std::allocator<char>::allocator<int>(const std::allocator<T1> &)"},
@@ -118,21 +104,16 @@ TEST(Scheme1Compiled, LocalEntitiesAndTheirDiscriminators) {
     static constexpr Row rows[] = {
         // The twelfth static v of inline int many()
         {"_ZZ4manyvE1v__10_", "many()::v (instance 12)"},
-        {"_ZGVZ4manyvE1v_9", "Initialization guard variable for many()::v (instance 11)"},
         // The discriminator of the class L stands behind its member's name.
         {"_ZZZ4manyvEN1L1fE_0vE1k", "many()::L::f (instance 2)()::k"},
         {"_ZZ4calliEN1LD2E_1v", "call(int)::L::~L (instance 3)() [subobject]"},
         // template <class T> void f(T t) { struct L { void f(T) { static int s; } }; }
         {"_ZZZ1fIiEvT_EN1L1fEiE1s", "void f<int>(T1)::L::f(int)::s"},
-        {"_ZZ1fIiEvT_ENUt0_1gEi", "void f<int>(T1)::[unnamed type (instance 2)]::g(int)"},
         // extern "C" int cfun(int x) { struct L { static int g(int y) { static int z; } }; }
         {"_ZZZ4cfunEN1L1gEiE1z", "cfun::L::g(int)::z"},
-        {"_ZZN12_GLOBAL__N_15aninlEvEN1Q1hEv", "<unnamed>::aninl()::Q::h()"},
         // static int intern2(S *p, int (*)(S *)) { static S loc; }
         {"_ZZN2nsL7intern2EPNS_2v11SEPFiS2_EE3loc",
          "ns::intern2(ns::v1::S *, int (*)(ns::v1::S *))::loc"},
-        // template <class U> friend int frt(FrT, U) { static int s; }
-        {"_ZZ3frtIiEi3FrTIiET_E1s", "int frt<int>(FrT<int>, T1)::s"},
     };
     expect_rows(rows);
 }
@@ -150,13 +131,6 @@ TEST(Scheme1Compiled, LambdasOfFunctionsAndDefaultArguments) {
         {"_ZZZZ4manyvEN2L21fEiEd_NKUlvE_clEvE1n",
          "many()::L2::f(int)::[default argument 1 (from end)]"
          "::[lambda() (instance 1)]::operator ()() const::n"},
-        // template <class T> static int S::g(T t = [] { return T(); }())
-        {"_ZZN1S1gIiEEiT_Ed_NKUlvE_clEv",
-         "int S::g<int>(T1)::[default argument 1 (from end)]"
-         "::[lambda() (instance 1)]::operator ()() const"},
-        {"_ZZN1SC1EiEd_NKUlvE_clEv",
-         "S::S(int)::[default argument 1 (from end)]::[lambda() (instance 1)]::operator ()() "
-         "const"},
         // template <class T> void f(T t) { auto l = [t](T x, auto y) {}; }
         {"_ZZ1fIiEvT_ENKUliS0_E_clIiEEDaiS0_",
          "auto void f<int>(T1)::[lambda(int, auto:1) (instance 1)]"
@@ -174,7 +148,6 @@ TEST(Scheme1Compiled, LambdasOfFunctionsAndDefaultArguments) {
          "::operator ()<int>(T1, decltype(param#1[up 1 level]) *) const"},
         // template <class T, auto L = [](T x) { return x; }> void f(T)
         {"_Z1fIcXtlUlcE1_EEEvT_", "void f<char, [lambda(char) (instance 3)]{}>(T1)"},
-        {"_ZZ4callvENK3$_0clEi", "call()::$_0::operator ()(int) const"},
     };
     expect_rows(rows);
 }
@@ -183,7 +156,6 @@ TEST(Scheme1Compiled, LambdasOfVariablesAndMembers) {
     static constexpr Row rows[] = {
         // int (*fpl)(int) = [](int x) { return x; };
         {"_ZNK3fplMUliE_clEi", "fpl::[lambda(int) (instance 1)]::operator ()(int) const"},
-        {"_ZN3fplMUliE_4_FUNEi", "fpl::[lambda(int) (instance 1)]::_FUN(int)"},
         // inline auto gl3 = [](auto &&a, auto *b, const auto &...c) -> decltype(auto), from
         // Clang, which counts the variable among the components that can come back
         {"_ZNK3gl3MUlOT_PT0_DpRKT1_E_clIRiiJcdEEEDcS1_S3_S7_",
@@ -198,11 +170,9 @@ TEST(Scheme1Compiled, LambdasOfVariablesAndMembers) {
          "auto tv<int>::[lambda(int, auto:1) (instance 1)]::operator ()<long>(int, T1) const"},
         {"_ZNK2tvIiEMUliT_E_clIlEEDaiS1_",
          "auto tv<int>::[lambda(int, auto:1) (instance 1)]::operator ()<long>(int, T1) const"},
-        // struct M { int x = [] { return 1; }(); static inline auto sl = [](int) {}; }
-        {"_ZNK1M1xMUlvE_clEv", "M::x::[lambda() (instance 1)]::operator ()() const"},
+        // struct M { static inline auto sl = [](int) { return 3; }; }
         {"_ZNK1MUliE_clEi", "M::[lambda(int) (instance 1)]::operator ()(int) const"},
-        // int arr[2] = {[] { return 2; }(), [](char) { return 3; }('c')}
-        {"_ZNK2In3arrMUlcE_clEc", "In::arr::[lambda(char) (instance 1)]::operator ()(char) const"},
+        // inline int f1(int a = [](int q = [] { return 1; }()) { return q; }())
         {"_ZNKUliE_UlvE0_clEv",
          "[lambda(int) (instance 1)]::[lambda() (instance 2)]::operator ()() const"},
     };
@@ -231,8 +201,6 @@ TEST(Scheme1Compiled, UnnamedTypesBindingsAndTags) {
     static constexpr Row rows[] = {
         // struct Out { struct { int ff(); } mem; enum { X1 }; enum { Y1 }; };
         {"_ZN3OutUt_2ffEv", "Out::[unnamed type (instance 1)]::ff()"},
-        {"_Z2teIN3OutUt1_EEvT_", "void te<Out::[unnamed type (instance 3)]>(T1)"},
-        {"_Z2teIZ5use14vEUt0_EvT_", "void te<use14()::[unnamed type (instance 2)]>(T1)"},
         // auto &[sc, sd, se] = ...; of namespace ns, and a local one
         {"_ZN2nsDC2sc2sd2seEE", "ns::[sc, sd, se]"},
         {"_ZGVZ3sblvEDC1x1yE", "Initialization guard variable for sbl()::[x, y]"},
@@ -240,9 +208,7 @@ TEST(Scheme1Compiled, UnnamedTypesBindingsAndTags) {
         {"_ZN3TagB2t1B2t2C2Ev", "Tag[abi:t1][abi:t2]::Tag() [subobject]"},
         // Tag vart; takes over the tags of its type.
         {"_Z4vartB2t1B2t2", "vart[abi:t1][abi:t2]"},
-        {"_ZNK2OpplB2opERKS_", "Op::operator +[abi:op](const Op &) const"},
         {"_ZNK2OpcviB2cvEv", "Op::operator int[abi:cv]() const"},
-        {"_ZN2Z1B1zcvPS_Ev", "Z1[abi:z]::operator Z1[abi:z] *()"},
         // template <class T> T tagged [[gnu::abi_tag("ft")]] (T t) { static T st; }
         {"_ZZ6taggedB2ftIiET_S0_E2st", "T1 tagged[abi:ft]<int>(T1)::st"},
     };
@@ -251,25 +217,17 @@ TEST(Scheme1Compiled, UnnamedTypesBindingsAndTags) {
 
 TEST(Scheme1Compiled, TablesThunksGuardsAndThreadLocals) {
     static constexpr Row rows[] = {
-        {"_ZTI1XIN12_GLOBAL__N_12ANIiE1BEE", "Typeinfo for X<<unnamed>::AN<int>::B>"},
-        {"_ZThn16_N2VDD0Ev", "Thunk for (offset -16) VD::~VD() [deleting]"},
         {"_ZTv0_n24_NR2DD1fEi", "Thunk for (offset 0, virtual offset -24) DD::f(int) &"},
-        {"_ZTv0_n32_NKO2DD1gEv", "Thunk for (offset 0, virtual offset -32) DD::g() const &&"},
         {"_ZTv0_n48_NK2DDcviEv",
          "Thunk for (offset 0, virtual offset -48) DD::operator int() const"},
         {"_ZTchn16_h16_N2VD6clone2Ev", "Covariant thunk for (offset -16) (offset 16) VD::clone2()"},
         {"_ZTcv0_n32_v0_n24_N2VMIN12_GLOBAL__N_11ZEE1cEv",
          "Covariant thunk for (offset 0, virtual offset -32) (offset 0, virtual offset -24) "
          "VM<<unnamed>::Z>::c()"},
-        {"_ZTT2VMIiE", "Virtual table table for VM<int>"},
-        {"_ZTHN3TL2IiE1tE", "Thread-local initialization routine for TL2<int>::t"},
-        {"_ZTWN3SRT2tmE", "Thread-local wrapper routine for SRT::tm"},
-        {"_ZGVN3TL2IcE1sE", "Initialization guard variable for TL2<char>::s"},
     };
     static constexpr Row extended[] = {
         {"_ZTC2VF0_2VE", "Construction vtable for VE-in-VF"},
         // struct Agg { const NT &a; const NT &b; const int &c; }; Agg agg{NT(1), NT(2), 3};
-        {"_ZGR3agg_", "Reference temporary #0 for agg"},
         {"_ZGR3agg1_", "Reference temporary #2 for agg"},
         {"_ZGRN3TL2IiE1rE_", "Reference temporary #0 for TL2<int>::r"},
         // struct S : Bs { int y; const int *p; float f; double d; };
@@ -283,14 +241,9 @@ TEST(Scheme1Compiled, TablesThunksGuardsAndThreadLocals) {
         {"_ZZN1SC4EiEd_NKUlvE_clEv",
          "S::S(int)::[default argument 1 (from end)]::[lambda() (instance 1)]::operator ()() "
          "const"},
-        {"_ZN2D1CI52B1IdEET_i", "D1::D1(T1, int)"},
-        {"_ZN2OuIiE2InIcED5Ev", "Ou<int>::In<char>::~In()"},
         {"_ZL4partiii.constprop.0.cold", "part(int, int, int) [clone .constprop.0.cold]"},
-        {"_ZNK1S2mvEv.avx2", "S::mv() const [clone .avx2]"},
-        {"_ZN1n2tcIiEE4TaskT_.resume", "Task n::tc<int>(T1) [clone .resume]"},
         // The frame of a coroutine, as GCC names it
         {"_Z2coPZ2coiE12_Z2coi.Frame.actor", "co(co(int)::_Z2coi.Frame *) [clone .actor]"},
-        {"_Zss1Oi", "operator <=>(O, int)"},
     };
     expect_rows(rows);
     expect_extended_rows(extended);
@@ -316,35 +269,27 @@ TEST(Scheme1Compiled, TypesOfParameters) {
          "FT<void (...)>, FT<int []>, FT<int [3]>, FT<const int>, FT<void>)"},
         {"_Z1fDB17_PDU8_RKDB64_", "f(_BitInt(17), unsigned _BitInt(8) *, const _BitInt(64) &)"},
         {"_Z2ftILi5EEvDBT__DUplT_Li1E_", "void ft<5>(_BitInt(T1), unsigned _BitInt(T1 + 1))"},
-        {"_Z1fDF16_PDF16_", "f(_Float16, _Float16 *)"},
         {"_Z1fDv4_iPDv2_fRKS_", "f(int __vector(4), float __vector(2) *, const int __vector(4) &)"},
         // int __attribute__((vector_size(N * 4)))
         {"_Z1fILi4EEvN1VIXT_EE1tEDvmlT_Li4E_i", "void f<4>(V<T1>::t, int __vector(T1 * 4))"},
-        // The alias that GCC writes beside it for an older form of the ABI
+        // GCC's alias, in an older form of the ABI, of a name with int __vector(4)
         {"_Z2f51APKiU8__vectoriPA3_i",
          "f5(A, const int *, __attribute__((vector_size(?))) int, int (*)[3])"},
-        // void f(int __attribute__((address_space(1))) *, const char [address space 2] *)
+        // int __attribute__((address_space(1))) * and its like for const char
         {"_Z1fPU3AS1iPU3AS2Kc", "f(AS1 int *, AS2 const char *)"},
         {"_Z2ftILi3EEvPU2ASIT_Ei", "void ft<3>(AS<T1> int *)"},
         {"_Z1fPU6ms_abiFviEPFviE", "f(ms_abi void (*)(int), void (*)(int))"},
         {"_Z1fU13block_pointerFiiEU13block_pointerFvvE",
          "f(block_pointer int (int), block_pointer void ())"},
-        {"_Z1fP13__va_list_tagPA1_S_", "f(__va_list_tag *, __va_list_tag (*)[1])"},
         {"_ZSt2bsPSaIcEPSt11char_traitsIcEPSsPSbIwS1_IwESaIwEEPSaIiE",
          "std::bs(std::allocator<char> *, std::char_traits<char> *, "
          "std::basic_string<char, std::char_traits<char>, std::allocator<char>> *, "
          "std::basic_string<wchar_t, std::char_traits<wchar_t>, std::allocator<wchar_t>> *, "
          "std::allocator<int> *)"},
-        {"_ZSt2osRSoRSiRSdRSt13basic_ostreamIwSt11char_traitsIwEE",
-         "std::os(std::basic_ostream<char, std::char_traits<char>> &, "
-         "std::basic_istream<char, std::char_traits<char>> &, "
-         "std::basic_iostream<char, std::char_traits<char>> &, "
-         "std::basic_ostream<wchar_t, std::char_traits<wchar_t>> &)"},
     };
     static constexpr Row extended[] = {
         {"_Z1fgCfCenPo",
          "f(__float128, _Complex float, _Complex long double, __int128, unsigned __int128 *)"},
-        {"_Z1fPDh", "f(_Float16 *)"},
     };
     expect_rows(rows);
     expect_extended_rows(extended);
@@ -352,9 +297,7 @@ TEST(Scheme1Compiled, TypesOfParameters) {
 
 TEST(Scheme1Compiled, TypesThatDependOnTemplateParameters) {
     static constexpr Row rows[] = {
-        {"_Z3tfpIiEPFPA3_icET_", "int (*(*)(char))[3] tfp<int>(T1)"},
         {"_Z4tmpfIiEM1AKFviET_", "void (A::*)(int) const tmpf<int>(T1)"},
-        {"_Z3tarIiERA4_T_PS0_", "T1 (&)[4] tar<int>(T1 *)"},
         // template <class T> void f(T (&)[3], T (*)[2][4], const T (&)[sizeof(T)], T *)
         {"_Z1fIiEvRA3_T_PA2_A4_S0_RAstS0__KS0_PS0_",
          "void f<int>(T1 (&)[3], T1 (*)[2][4], const T1 (&)[sizeof(T1)], T1 *)"},
@@ -362,10 +305,7 @@ TEST(Scheme1Compiled, TypesThatDependOnTemplateParameters) {
          "void f<int, 3>(T1 (&)[T2], int (*)[T2 + 1], int (*)[2 * T2])"},
         // template <class R, class C, class... A> void f(R (C::*)(A...) const &)
         {"_Z1fIi1SJiEEvMT0_KFT_DpT1_RE", "void f<int, S, int>(T1 (T2::*)(T3...) const &)"},
-        {"_Z2f3ILb1EEvPDOT_EFvvE", "void f3<true>(void (*)() noexcept(T1))"},
         {"_Z2f4IiEvPDOnxcvT__EEFvS0_E", "void f4<int>(void (*)(T1) noexcept(noexcept(T1())))"},
-        // void f(typename T::I, typename T::template N<int> *, const typename T::I *)
-        {"_Z1fI2TtEvNT_1IEPNS1_1NIiEEPKS2_", "void f<Tt>(T1::I, T1::N<int> *, const T1::I *)"},
         {"_Z1fI2TtEvNT_1NIS1_E4typeETeNS1_1EETsNS1_1SETuNS1_1UE",
          "void f<Tt>(T1::N<T1>::type, enum T1::E, struct T1::S, union T1::U)"},
         // void f3(T, typename decltype(T())::I, decltype(T()), decltype(T::x))
@@ -383,7 +323,6 @@ TEST(Scheme1Compiled, TypesThatDependOnTemplateParameters) {
          "TL<ns::NA, X<ns::NA>, X<X<ns::NA>>> &&)"},
         // auto f5(auto x, const auto &y, auto *...z)
         {"_Z2f5IiiJiiEEDaT_RKT0_DpPT1_", "auto f5<int, int, int, int>(T1, const T2 &, T3 *...)"},
-        {"_Z2f4IiEDcT_", "decltype(auto) f4<int>(T1)"},
     };
     expect_rows(rows);
 }
@@ -391,32 +330,22 @@ TEST(Scheme1Compiled, TypesThatDependOnTemplateParameters) {
 TEST(Scheme1Compiled, ValuesAsTemplateArguments) {
     static constexpr Row rows[] = {
         // template <auto V> void f(W<V>)
-        {"_Z1fILln3EEv1WIXT_EE", "void f<-3L>(W<T1>)"},
         {"_Z1fILDs120EEv1WIXT_EE", "void f<(char16_t)120>(W<T1>)"},
-        {"_Z1fILN1A2EnE0EEv1WIXT_EE", "void f<(A::En)0>(W<T1>)"},
-        {"_Z1fIL2Esn5EEvv", "void f<(Es)-5>()"},
         {"_Z1fILnn5EEv1WIXT_EE", "void f<(__int128)-5>(W<T1>)"},
-        {"_Z1fILM1Ai0EEv1WIXT_EE", "void f<(int A::*)0>(W<T1>)"},
         {"_Z1fIJLi1ELc99ELl2ELDn0EEEv2AVIJXspT_EEE", "void f<1, (char)99, 2L, nullptr>(AV<T1...>)"},
         // template <class T, T v> void f(IC<T, v>)
         {"_Z1fIPcLS0_0EEv2ICIT_XT0_EE", "void f<char *, (char *)0>(IC<T1, T2>)"},
         {"_Z1fILd8000000000000000EEvv", "void f<(double)-0>()"},
-        {"_Z1fILd7ff0000000000000EEvv", "void f<(double)inf>()"},
-        {"_Z2ffILf501502f9EEvv", "void ff<(float)1e+10>()"},
         // 3.25L
         {"_Z2flILe0000000000004000d000000000000000EEvv", "void fl<(long double)3.25>()"},
         {"_Z1fIXadL_ZNK1AplERKS0_EEEv1WIXT_EE", "void f<&A::operator +(const A &) const>(W<T1>)"},
         {"_Z1fIXadL_ZNK1A2tfIiEEiT_EEEv1WIXT_EE", "void f<&int A::tf<int>(T1) const>(W<T1>)"},
-        {"_Z1fIXadL_ZN12_GLOBAL__N_12anEEEEv1WIXT_EE", "void f<&<unnamed>::an>(W<T1>)"},
-        // template <int &R> void f(WR<R>) and template <void (&F)(char)> void ff()
+        // template <int &R> void f(WR<R>)
         {"_Z1fIL_Z4gvarEEv2WRIXT_EE", "void f<gvar>(WR<T1>)"},
-        {"_Z2ffIL_Z2focEEvv", "void ff<fo(char)>()"},
         {"_Z2fpIXcvPKiadL_Z4gvarEEEvv", "void fp<const int *(&gvar)>()"},
         // Parts of objects, as GCC writes them
         {"_Z1fIXaddtixL_Z2saELl1E1aEEv1WIXT_EE", "void f<&sa[1L].a>(W<T1>)"},
-        {"_Z1fIXixdtL_Z2soE1bLl0EEEv2WRIXT_EE", "void f<so.b[0L]>(WR<T1>)"},
         // and as Clang does
-        {"_Z1fIXadsoiL_Z2arEEEEv1WIXT_EE", "void f<&ar.<int at offset 0>>(W<T1>)"},
         {"_Z1fIXtl1SadsoKiL_Z1dE56pEEEEvv",
          "void f<S{&d.<const int at offset 56, past the end>}>()"},
         // struct S { int D::*p; } with a member of D's base class SO
@@ -427,9 +356,6 @@ TEST(Scheme1Compiled, ValuesAsTemplateArguments) {
 
 TEST(Scheme1Compiled, ObjectsAsTemplateArguments) {
     static constexpr Row rows[] = {
-        // struct S { int a; long b; }
-        {"_Z1fIXtl1SLi1ELln2EEEEv1WIXT_EE", "void f<S{1, -2L}>(W<T1>)"},
-        {"_Z1fIXtl1SEEEv1WIXT_EE", "void f<S{}>(W<T1>)"},
         // struct S { int a[3]; const char *p; int S::*m; struct { int x, y; } u; }
         {"_Z1fIXtl1StlA3_iLi1ELi2EEadL_Z2gcELMS0_i0EtlNS0_Ut_ELi1ELi2EEEEEvv",
          "void f<S{int [3]{1, 2}, &gc, (int S::*)0, S::[unnamed type (instance 1)]{1, 2}}>()"},
@@ -445,7 +371,6 @@ TEST(Scheme1Compiled, ObjectsAsTemplateArguments) {
         // template <IN v> auto fx(Kk<v>, int (*)[v.l + v.g()]) -> Kk<IN{v.l + 1}>
         {"_Z2fxIXtl2INLi2EEEE2KkIXtlS0_pldtT_1lLi1EEEES1_IXT_EEPApldtT_1lcldtT_1gE_i",
          "Kk<IN{T1.l + 1}> fx<IN{2}>(Kk<T1>, int (*)[T1.l + T1.g()])"},
-        {"_Z1fIXtlZ4callvEUliE0_EEEvv", "void f<call()::[lambda(int) (instance 2)]{}>()"},
     };
     expect_rows(rows);
 }
@@ -461,9 +386,6 @@ TEST(Scheme1Compiled, PacksAndTheirExpansions) {
         {"_Z1fIJ1X1YEEv2PPIJDpT_EEDpS3_IJiEE", "void f<X, Y>(PP<T1...>, T1<int>...)"},
         // template <class... T> using Al = UL<sizeof...(T)>; template <class... V> Al<int, V...> f
         {"_Z1fIJiiEE2ULIXsPiDpT_EEES2_", "UL<sizeof...(int, T1...)> f<int, int>(T1...)"},
-        {"_Z1fIJcEE2ULIXplsZT_st2TLIJDpT_EEEES1_IJiS3_EE",
-         "UL<sizeof...(T1) + sizeof(TL<T1...>)> f<char>(TL<int, T1...>)"},
-        {"_Z1fIJilEE2ULIXsZfp_EEDpT_", "UL<sizeof...(param#1)> f<int, long>(T1...)"},
         {"_Z1fIJiiEEDTcmcl2ggspfp_Ecl2ggspcl2zzfp_ELi1EEEDpT_",
          "decltype(gg(param#1...), gg(zz(param#1)..., 1)) f<int, int>(T1...)"},
         {"_Z2alIJcEEDTcl1fIiDpT_Ecv2TLIJiS1_EE_EEES2_IJS1_EE",
@@ -476,23 +398,17 @@ TEST(Scheme1Compiled, PacksAndTheirExpansions) {
          "decltype(new CK(param#1...)) CRT<CK>::nw<>(T1...)"},
         {"_ZN3CRTI2CKE2fpIJiEEEvDpPFvT_EDpMS0_S3_",
          "void CRT<CK>::fp<int>(void (*)(T1)..., T1 CK::*...)"},
-        {"_ZN3CRTI2CKE2prIJilEEE2TLIJDpDTplfp_Li1EEiEEDpT_",
-         "TL<decltype(param#1 + 1)..., int> CRT<CK>::pr<int, long>(T1...)"},
     };
     expect_rows(rows);
 }
 
 TEST(Scheme1Compiled, FoldExpressions) {
     static constexpr Row rows[] = {
-        {"_Z1fIJilEEP1XIDTflplfp_EEDpT_", "X<decltype((... + param#1))> * f<int, long>(T1...)"},
         {"_Z1fIJilEEP1XIDTfraafp_EEDpT_", "X<decltype((param#1 && ...))> * f<int, long>(T1...)"},
-        {"_Z1fIJilEEP1XIDTfLplLi0Efp_EEDpT_",
-         "X<decltype((0 + ... + param#1))> * f<int, long>(T1...)"},
         {"_Z1fIJilEEP1XIDTfRcmfp_Li0EEEDpT_",
          "X<decltype((param#1, ..., 0))> * f<int, long>(T1...)"},
         {"_Z1fIJilEEP1XIDTflrsmifp_Li1EEEDpT_",
          "X<decltype((... >> (param#1 - 1)))> * f<int, long>(T1...)"},
-        {"_Z1fIJLi1ELi2EEE1IIXflmlT_EEDpS0_IXT_EE", "I<(... * T1)> f<1, 2>(I<T1>...)"},
         {"_Z2f5IJLi3ELi1EEE1IIXfRmiT_Li0EEEv", "I<(T1 - ... - 0)> f5<3, 1>()"},
         {"_Z2f3IJiiEE1IIXfLorLi0EcvistT_EEDpS1_",
          "I<(0 | ... | int(sizeof(T1)))> f3<int, int>(T1...)"},
@@ -510,18 +426,11 @@ TEST(Scheme1Compiled, OperatorExpressions) {
         // (t + u) * -t - ~u
         {"_Z1fIilEP1XIDTmimlplfp_fp0_ngfp_cofp0_EET_T0_",
          "X<decltype(((param#1 + param#2) * (-param#1)) - (~param#2))> * f<int, long>(T1, T2)"},
-        // t & u | t ^ u
-        {"_Z1fIilEP1XIDToranfp_fp0_eofp_fp0_EET_T0_",
-         "X<decltype((param#1 & param#2) | (param#1 ^ param#2))> * f<int, long>(T1, T2)"},
         // (t < u) ? -t : (t, u)
         {"_Z1fIilEP1XIDTqultfp_fp0_ngfp_cmfp_fp0_EET_T0_",
          "X<decltype((param#1 < param#2) ? (-param#1) : (param#1, param#2))> * "
          "f<int, long>(T1, T2)"},
-        {"_Z1fIilEP1XIDTpp_fp_EET_T0_", "X<decltype(++param#1)> * f<int, long>(T1, T2)"},
-        {"_Z1fIilEP1XIDTmmfp_EET_T0_", "X<decltype(param#1--)> * f<int, long>(T1, T2)"},
         {"_Z1fIilEP1XIDTdeadfp_EET_T0_", "X<decltype(*(&param#1))> * f<int, long>(T1, T2)"},
-        {"_Z1fIilEP1XIDTrSfp_fp0_EET_T0_",
-         "X<decltype(param#1 >>= param#2)> * f<int, long>(T1, T2)"},
         // t ? t : throw u
         {"_Z1fIiiEP1XIDTqufp_fp_twfp0_EET_T0_",
          "X<decltype(param#1 ? param#1 : (throw param#2))> * f<int, int>(T1, T2)"},
@@ -534,15 +443,12 @@ TEST(Scheme1Compiled, OperatorExpressions) {
         // t + 'a' + u8'b' + L'c' + 1u + ... in GCC's sixteen bytes of a long double
         {"_Z1fIiiEP1XIDTplplplplplplplfp_Lc97ELDu98ELw99ELj1ELd3ff8000000000000ELe0000000000004"
          "000d000000000000000ELb1EEET_T0_",
-         "X<decltype(((((((param#1 + (char)97) + (char8_t)98) + (wchar_t)99) + 1U) + (double)1.5) "
-         "+ "
-         "(long double)3.25) + true)> * f<int, int>(T1, T2)"},
+         "X<decltype(((((((param#1 + (char)97) + (char8_t)98) + (wchar_t)99) + 1U) + "
+         "(double)1.5) + (long double)3.25) + true)> * f<int, int>(T1, T2)"},
         // t + 1.5i
         {"_Z1fIiiEP1XIDTplfp_LCd0000000000000000_3ff8000000000000EEET_T0_",
          "X<decltype(param#1 + (_Complex double)(0, 1.5))> * f<int, int>(T1, T2)"},
-        // "abc"[t], from Clang and from GCC
-        {"_Z1fIiiEP1XIDTixLA4_KcEfp_EET_T0_",
-         "X<decltype((const char [4])\"...\"[param#1])> * f<int, int>(T1, T2)"},
+        // "abc"[t], from GCC
         {"_Z1fIiiEP1XIDTixtlA4_KcLS1_97ELS1_98ELS1_99EEfp_EET_T0_",
          "X<decltype(const char [4]{(const char)97, (const char)98, (const char)99}[param#1])> * "
          "f<int, int>(T1, T2)"},
@@ -568,8 +474,6 @@ TEST(Scheme1Compiled, SizesAndIdentitiesOfOperands) {
         {"_Z1fI1AEDTplplplszdtfp_1mszsrT_1matRS1_nxcldtfp_1fEES1_",
          "decltype(((sizeof(param#1.m) + sizeof(T1::m)) + alignof(T1 &)) + "
          "noexcept(param#1.f())) f<A>(T1)"},
-        {"_Z1fIiiEP1XIDTtiT_EES1_T0_", "X<decltype(typeid(T1))> * f<int, int>(T1, T2)"},
-        {"_Z1fIiiEP1XIDTtefp_EET_T0_", "X<decltype(typeid(param#1))> * f<int, int>(T1, T2)"},
         // sizeof(int[sizeof(t)]) + alignof(decltype(t))
         {"_Z1fIiEDTplstAszfp__iatDtfp_EET_",
          "decltype(sizeof(int [sizeof(param#1)]) + alignof(decltype(param#1))) f<int>(T1)"},
@@ -591,24 +495,15 @@ TEST(Scheme1Compiled, CastsAndInitialisers) {
     static constexpr Row rows[] = {
         {"_Z1fI1AlEP1XIDTdcPKT_adfp_EES2_T0_",
          "X<decltype(dynamic_cast<const T1 *>(&param#1))> * f<A, long>(T1, T2)"},
-        {"_Z1fI1AlEP1XIDTccRKT_fp_EES2_T0_",
-         "X<decltype(const_cast<const T1 &>(param#1))> * f<A, long>(T1, T2)"},
-        {"_Z1fI1AlEP1XIDTrcPT0_adfp_EET_S2_",
-         "X<decltype(reinterpret_cast<T2 *>(&param#1))> * f<A, long>(T1, T2)"},
         // (U *)0
         {"_Z1fIilEP1XIDTcvPT0_Li0EEET_S1_", "X<decltype(T2 *(0))> * f<int, long>(T1, T2)"},
-        {"_Z1fI1GlEP1XIDTcvT__EEES2_T0_", "X<decltype(T1())> * f<G, long>(T1, T2)"},
-        // typename T::I(u)
-        {"_Z1fI1AiEP1XIDTcvNT_1IEfp0_EES2_T0_", "X<decltype(T1::I(param#2))> * f<A, int>(T1, T2)"},
         {"_Z1fI1GlEP1XIDTtlT_di1adtfp_1adi1bilLi1ELi2EEEEES2_T0_",
          "X<decltype(T1{.a = param#1.a, .b = {1, 2}})> * f<G, long>(T1, T2)"},
         {"_Z1fI1GlEP1XIDTtlT_di1aLi1Edi1bildxLi1ELi2EEEEES2_T0_",
          "X<decltype(T1{.a = 1, .b = {[1] = 2}})> * f<G, long>(T1, T2)"},
-        // (G){t, {u}} and (int[]){1, 2}[t]
+        // (G){t, {u}}
         {"_Z1fIiiEP1XIDTtl1Gfp_ilfp0_EEEET_T0_",
          "X<decltype(G{param#1, {param#2}})> * f<int, int>(T1, T2)"},
-        {"_Z1fIiiEP1XIDTixtlA_iLi1ELi2EEfp_EET_T0_",
-         "X<decltype(int []{1, 2}[param#1])> * f<int, int>(T1, T2)"},
         // const_cast<T &&>(t).x, (t.x), t.y[1].x, t.template g<1>()
         {"_Z1fI2EVEDTcmcmcmdtccOT_fp_1xdtfp_1xdtixdtfp_1yLi1E1xcldtfp_1gILi1EEEES2_",
          "decltype(((const_cast<T1 &&>(param#1).x, param#1.x), param#1.y[1].x), "
@@ -619,8 +514,6 @@ TEST(Scheme1Compiled, CastsAndInitialisers) {
 
 TEST(Scheme1Compiled, NewAndDeleteExpressions) {
     static constexpr Row rows[] = {
-        {"_Z1fIiiEP1XIDTnw_T_EEES1_T0_", "X<decltype(new T1)> * f<int, int>(T1, T2)"},
-        {"_Z1fIiiEP1XIDTnw_T_piEEES1_T0_", "X<decltype(new T1())> * f<int, int>(T1, T2)"},
         {"_Z1fIiiEP1XIDTnw_T_ilfp_EEES1_T0_", "X<decltype(new T1{param#1})> * f<int, int>(T1, T2)"},
         {"_Z1fIiiEP1XIDTgsnwadfp0__T_EEES1_T0_",
          "X<decltype(::new (&param#2) T1)> * f<int, int>(T1, T2)"},
@@ -639,18 +532,11 @@ TEST(Scheme1Compiled, NewAndDeleteExpressions) {
 
 TEST(Scheme1Compiled, CallsAndMembers) {
     static constexpr Row rows[] = {
-        // (zz)(t) and ns::g(t), whose names need no argument to be found
+        // (zz)(t), whose name needs no argument to be found
         {"_Z1fI1AlEP1XIDTclL_Z2zzS0_Efp_EEET_T0_",
          "X<decltype(zz(A)(param#1))> * f<A, long>(T1, T2)"},
-        {"_Z1fIilEP1XIDTclL_ZN2ns1gEiEfp_EEET_T0_",
-         "X<decltype(ns::g(int)(param#1))> * f<int, long>(T1, T2)"},
         {"_Z1fI1AlEP1XIDTcldtfp_2tfIT0_Efp0_EEET_S2_",
          "X<decltype(param#1.tf<T2>(param#2))> * f<A, long>(T1, T2)"},
-        {"_Z1fI1AiEP1XIDTclfp_fp0_EEET_T0_", "X<decltype(param#1(param#2))> * f<A, int>(T1, T2)"},
-        {"_Z1fI1AiEP1XIDTclptfp_1ffp0_EEET_T0_",
-         "X<decltype(param#1->f(param#2))> * f<A, int>(T1, T2)"},
-        {"_Z1fI1AiEP1XIDTpldtfp_1mixdtfp_3arrfp0_EET_T0_",
-         "X<decltype(param#1.m + param#1.arr[param#2])> * f<A, int>(T1, T2)"},
         {"_Z1fI1AiEP1XIDTpmadfp_adsrT_1mEES2_T0_",
          "X<decltype((&param#1) ->* (&T1::m))> * f<A, int>(T1, T2)"},
         // t.*t.pm, (t.*t.pf)(1), t->*t.pm
@@ -660,13 +546,10 @@ TEST(Scheme1Compiled, CallsAndMembers) {
         // t.A::m and t.T::m
         {"_Z1fI1BiEP1XIDtdtfp_sr1AE1mEET_T0_", "X<decltype(param#1.A::m)> * f<B, int>(T1, T2)"},
         {"_Z1fI1BiEP1XIDtdtfp_srT_1mEES2_T0_", "X<decltype(param#1.T1::m)> * f<B, int>(T1, T2)"},
-        // t.~T(), t.~B() and t.A::~A()
+        // t.~T() and t.A::~A()
         {"_Z1fI1AiEP1XIDTcldtfp_dnT_EEES2_T0_", "X<decltype(param#1.~T1())> * f<A, int>(T1, T2)"},
-        {"_Z1fI1BiEP1XIDTcldtfp_dn1BEEET_T0_", "X<decltype(param#1.~B())> * f<B, int>(T1, T2)"},
         {"_Z1fI1BiEP1XIDTcldtfp_sr1AEdn1AEEET_T0_",
          "X<decltype(param#1.A::~A())> * f<B, int>(T1, T2)"},
-        {"_Z1fI1AiEP1XIDTcldtfp_onclfp0_EEET_T0_",
-         "X<decltype(param#1.operator ()(param#2))> * f<A, int>(T1, T2)"},
         // t.operator int(), t.operator T *(), t.operator X<T>(), t.operator->()
         {"_Z1fI2OCEDTcmcmcmcldtfp_oncviEcldtfp_oncvPT_Ecldtfp_oncv1XIS1_EEcldtfp_onptEES1_",
          "decltype(((param#1.operator int(), param#1.operator T1 *()), "
@@ -687,15 +570,9 @@ TEST(Scheme1Compiled, CallsAndMembers) {
 
 TEST(Scheme1Compiled, QualifiedNamesInExpressions) {
     static constexpr Row rows[] = {
-        {"_Z1fI1AiEP1XIDtsrT_2smEES2_T0_", "X<decltype(T1::sm)> * f<A, int>(T1, T2)"},
-        {"_Z1fI1AiEP1XIDTadsrT_oncvbEES2_T0_",
-         "X<decltype(&T1::operator bool)> * f<A, int>(T1, T2)"},
-        {"_Z1fI1BiEP1XIDtsrNT_5InnerE1wEES2_T0_", "X<decltype(T1::Inner::w)> * f<B, int>(T1, T2)"},
         // T::template N<U>::sf(u), from Clang
         {"_Z1fI1BiEP1XIDTclsrNT_1NIT0_EE2sffp0_EEES2_S3_",
          "X<decltype(T1::N<T2>::sf(param#2))> * f<B, int>(T1, T2)"},
-        {"_Z1fIN2ns2NAEiEP1XIDTclsrT_2stIT0_Efp0_EEES3_S4_",
-         "X<decltype(T1::st<T2>(param#2))> * f<ns::NA, int>(T1, T2)"},
         {"_Z1fI1AiEP1XIDtsrDtfp_E2smEET_T0_",
          "X<decltype(decltype(param#1)::sm)> * f<A, int>(T1, T2)"},
         // decltype(t)::template in<T>::value, from Clang
@@ -722,8 +599,6 @@ TEST(Scheme1Compiled, QualifiedNamesInExpressions) {
          "eif<trait<T1>::di::value, T1> f7<int>(T1)"},
         // std::v2::is_y<T>::value, v2 an inline namespace, from GCC
         {"_Z2f4IiE2BoIXsrNSt2v24is_yIT_EE5valueEES3_", "Bo<std::v2::is_y<T1>::value> f4<int>(T1)"},
-        {"_Z2f3IiEN2nn3eifIXsr5traitIT_EE5valueES2_EES2_",
-         "nn::eif<trait<T1>::value, T1> f3<int>(T1)"},
     };
     expect_rows(rows);
 }
@@ -734,12 +609,8 @@ TEST(Scheme1Compiled, NamesOfModules) {
         {"_ZGIW3fooW3bar", "Initializer for module foo.bar"},
         {"_ZGIW3fooW3barWP4part", "Initializer for module foo.bar:part"},
         {"_ZNW3fooW3bar1K1mEPS1_i", "K@foo.bar::m(K@foo.bar *, int)"},
-        {"_ZNW3fooW3bar1KC2Ev", "K@foo.bar::K() [subobject]"},
-        {"_ZN1NW3fooW3bar2TmIiE1fEi", "N::Tm@foo.bar<int>::f(int)"},
-        {"_ZGVN1NW3fooW3bar2ivE", "Initialization guard variable for N::iv@foo.bar"},
         {"_Z4userIPN1NW3fooW3bar1ZEEvT_", "void user<N::Z@foo.bar *>(T1)"},
         {"_ZW3baz4twohPW3fooW3bar1K", "twoh@baz(K@foo.bar *)"},
-        {"_ZZNW3fooW3bar1K1mEPS1_iE1q", "K@foo.bar::m(K@foo.bar *, int)::q"},
     };
     expect_extended_rows(rows);
 }
