@@ -76,6 +76,7 @@ static void restart(eabi_decode_state* state) {
     state->lambda_flag = 0;
     state->rotation_missed = false;
     state->skipped_in_use = false;
+    state->doubts = 0;
 }
 
 // One attempt at the whole name; gives the position where decoding stopped.
@@ -113,6 +114,33 @@ static const char* attempt_and_retry(bool decorated, eabi_decode_state* state) {
     return end;
 }
 
+// Whether the name was read to its end without an error.
+static bool is_read(const char* end, const eabi_decode_state* state) {
+    return state->error_seen == 0 && *end == '\0';
+}
+
+// All attempts at the name: where the first readings fail, those that are in doubt are
+// tried the other way. When all of them fail it is the first that counts.
+static const char* all_attempts(bool decorated, eabi_decode_state* state) {
+    const char* end = attempt_and_retry(decorated, state);
+    const unsigned doubts = state->doubts;
+    for (unsigned other = 1; !is_read(end, state) && other <= doubts; ++other) {
+        if ((other & ~doubts) == 0) {
+            state->retrying = 0;
+            state->second_readings = other;
+            restart(state);
+            end = attempt_and_retry(decorated, state);
+        }
+    }
+    if (doubts != 0 && !is_read(end, state)) {
+        state->retrying = 0;
+        state->second_readings = 0;
+        restart(state);
+        end = attempt_and_retry(decorated, state);
+    }
+    return end;
+}
+
 decode_result eabi_decode(const char* name, std::size_t length, char* buffer,
                           std::size_t buffer_size, bool decorated) {
     eabi_decode_state state;
@@ -124,7 +152,7 @@ decode_result eabi_decode(const char* name, std::size_t length, char* buffer,
     state.extended = decode_extended_names != 0;
     use_first_entries(&state);
 
-    const char* end = attempt_and_retry(decorated, &state);
+    const char* end = all_attempts(decorated, &state);
     if (state.error_seen != 0) {
         // What is left in the buffer is what the two passes print before the error.
         state.two_passes = true;

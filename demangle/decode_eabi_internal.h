@@ -72,7 +72,7 @@ inline constexpr std::uint32_t eabi_abbreviation_name = 0xFFFFFF00;
 struct eabi_skipped {
     std::uint32_t start;  // offset in the input + 1
     std::uint32_t end;
-    bool shows_greater;  // an expression that shows a ">" outside parentheses
+    bool flag;  // of an expression: it shows a ">" outside parentheses
 };
 
 struct eabi_decode_state : output_state {
@@ -94,6 +94,8 @@ struct eabi_decode_state : output_state {
     bool greater_seen = false;           // a ">" operator stood outside parentheses
     unsigned lambda_flag = 0;            // entry_in_lambda in a lambda's parameter list
     bool extended = false;               // decode_extended_names
+    unsigned doubts = 0;                 // eabi_doubt bits that were met
+    unsigned second_readings = 0;        // those that are decided the other way
     bool two_passes = false;             // print in the order of the text, see decode_eabi.cpp
     bool rotation_missed = false;        // the buffer was too small to move the return type
     bool skipped_in_use = false;         // skipped has been cleared
@@ -127,6 +129,13 @@ struct eabi_name_record {
     unsigned ref_qualifier = 0;  // 0, 1 "&", 2 "&&"
     char ctor_dtor_kind = ' ';
     bool explicit_object = false;  // the first parameter is declared "this"
+};
+
+// Where compilers disagree on how a class in front of "::" is written and entered. The
+// first reading is tried; where the name goes wrong with it, the other one.
+enum eabi_doubt : unsigned {
+    doubt_one_class = 1,     // "sr" class member, or "sr" class+ "E" member
+    doubt_class_levels = 2,  // "srN" class levels "E" member: whether the levels are entered
 };
 
 enum eabi_mode : unsigned { mode_record = 1, mode_print = 2, mode_both = 3 };
@@ -402,6 +411,9 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
 // and not a complete type or a template parameter.
 bool eabi_is_template_reference(const char* at, const eabi_decode_state* state);
 
+// Whether the reference at "S" leads to a template parameter or a decltype.
+bool eabi_is_dependent_reference(const char* at, const eabi_decode_state* state);
+
 // Where the type at `at` is spelled out: there, or where a reference leads.
 const char* eabi_spelled_type(const char* at, const eabi_decode_state* state);
 
@@ -413,8 +425,10 @@ const char* eabi_template_param(const char* at, eabi_decode_state* state);
 // or not, it must be read once more while substitutions are entered.
 const eabi_skipped* eabi_find_skipped(const char* at, const eabi_decode_state* state);
 
-void eabi_remember_skipped(const char* at, const char* end, bool shows_greater,
-                           eabi_decode_state* state);
+// The same whether or not substitutions are entered.
+const eabi_skipped* eabi_recall_skipped(const char* at, const eabi_decode_state* state);
+
+void eabi_remember_skipped(const char* at, const char* end, bool flag, eabi_decode_state* state);
 
 // Pass over the type or the expression at `at`, entering what can be substituted.
 const char* eabi_skip_type(const char* at, eabi_decode_state* state);

@@ -11,8 +11,8 @@ static std::uint32_t key_of(const char* at, const eabi_decode_state* state) {
     return static_cast<std::uint32_t>(at - state->input) + 1;
 }
 
-const eabi_skipped* eabi_find_skipped(const char* at, const eabi_decode_state* state) {
-    if (!state->skipped_in_use || state->no_record_depth == 0) {
+const eabi_skipped* eabi_recall_skipped(const char* at, const eabi_decode_state* state) {
+    if (!state->skipped_in_use) {
         return nullptr;
     }
     const std::uint32_t key = key_of(at, state);
@@ -20,8 +20,11 @@ const eabi_skipped* eabi_find_skipped(const char* at, const eabi_decode_state* s
     return found->start == key ? found : nullptr;
 }
 
-void eabi_remember_skipped(const char* at, const char* end, bool shows_greater,
-                           eabi_decode_state* state) {
+const eabi_skipped* eabi_find_skipped(const char* at, const eabi_decode_state* state) {
+    return state->no_record_depth == 0 ? nullptr : eabi_recall_skipped(at, state);
+}
+
+void eabi_remember_skipped(const char* at, const char* end, bool flag, eabi_decode_state* state) {
     // What is soon read again would only take the place of something longer.
     constexpr std::ptrdiff_t worth_keeping = 16;
     if (state->error_seen != 0 || end - at < worth_keeping) {
@@ -33,7 +36,7 @@ void eabi_remember_skipped(const char* at, const char* end, bool shows_greater,
     }
     const std::uint32_t key = key_of(at, state);
     state->skipped[key % std::size(state->skipped)] = {
-        key, static_cast<std::uint32_t>(end - state->input), shows_greater};
+        key, static_cast<std::uint32_t>(end - state->input), flag};
 }
 
 const char* eabi_skip_type(const char* at, eabi_decode_state* state) {
@@ -50,7 +53,7 @@ const char* eabi_skip_type(const char* at, eabi_decode_state* state) {
 
 const char* eabi_skip_expression(const char* at, bool* shows_greater, eabi_decode_state* state) {
     if (const eabi_skipped* const found = eabi_find_skipped(at, state)) {
-        *shows_greater = found->shows_greater;
+        *shows_greater = found->flag;
         return state->input + found->end;
     }
     const std::uint32_t parentheses = std::exchange(state->parentheses, 0);

@@ -270,6 +270,14 @@ bool eabi_is_template_reference(const char* at, const eabi_decode_state* state) 
     return entry != nullptr && entry->kind < subst_type;
 }
 
+bool eabi_is_dependent_reference(const char* at, const eabi_decode_state* state) {
+    if (at[1] >= 'a' && at[1] <= 'z') {
+        return false;
+    }
+    const eabi_subst_entry* const entry = referenced_entry(at, state);
+    return entry != nullptr && (*entry->start == 'T' || *entry->start == 'D');
+}
+
 const char* eabi_spelled_type(const char* at, const eabi_decode_state* state) {
     if (*at != 'S' || (at[1] >= 'a' && at[1] <= 'z')) {
         return at;

@@ -78,13 +78,13 @@ static bool may_show_greater(const char* at) {
     return eabi_require(end, 'E', state);
 }
 
-// template-arg ::= type | "X" expression "E" | literal | "J" { template-arg } "E"
+// template-arg ::= type | "X" expression "E" | literal | ( "J" | "I" ) { template-arg } "E"
 // A pack prints its elements in place, so the commas go in front of what prints.
 const char* eabi_template_arg(const char* at, bool* first, eabi_decode_state* state) {
     while (eabi_at_template_param_decl(at, state) && state->error_seen == 0) {
         at = eabi_template_param_decl(at, state);
     }
-    if (*at == 'J') {
+    if (*at == 'J' || *at == 'I') {  // compilers wrote "I" before there was a "J"
         const eabi_level level(state);
         ++at;
         while (*at != 'E' && state->error_seen == 0) {

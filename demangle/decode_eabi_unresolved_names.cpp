@@ -46,12 +46,65 @@ static const char* qualifier_levels(const char* at, eabi_decode_state* state) {
     return eabi_require(at, 'E', state);
 }
 
+// What stands at `at`, behind "sr": one class and the member, or classes that an "E" ends.
+// What follows decides: behind that "E" there is a name.
+static bool look_for_one_class(const char** position, eabi_decode_state* state) {
+    const char*& at = *position;
+    at = eabi_type(at, 0, true, state);
+    if (!eabi_is_digit(*at) || state->error_seen != 0) {
+        return false;
+    }
+    at = eabi_simple_id(at, state);
+    if (eabi_is_digit(*at) || state->error_seen != 0) {
+        return false;
+    }
+    if (*at != 'E' ||
+        !(eabi_is_digit(at[1]) || eabi_code_is(at + 1, "on") || eabi_code_is(at + 1, "dn"))) {
+        return true;
+    }
+    state->doubts |= doubt_one_class;
+    return (state->second_readings & doubt_one_class) != 0;
+}
+
+// The same, looked for once. Entries are made on the way, for what refers to them within,
+// and taken back: the name is still to be read.
+static bool at_one_class(const char* at, eabi_decode_state* state) {
+    if (const eabi_skipped* const known = eabi_recall_skipped(at, state)) {
+        return known->flag;
+    }
+    const eabi_silence silent(state);
+    const std::uint64_t entries = state->subst_count;
+    const char* end = at;
+    const bool found = look_for_one_class(&end, state);
+    state->subst_count = entries;
+    eabi_remember_skipped(at, end, found, state);
+    return found;
+}
+
+// Whether the "N" at `at` opens levels behind a type, and not the name of a class.
+static bool at_unresolved_levels(const char* at, eabi_decode_state* state) {
+    if (*at != 'N') {
+        return false;
+    }
+    if (at[1] == 'T' || at[1] == 'D') {
+        return true;
+    }
+    if (at[1] != 'S' || at[2] == 't') {
+        return false;
+    }
+    if (eabi_is_dependent_reference(at + 1, state)) {
+        return true;
+    }
+    state->doubts |= doubt_class_levels;
+    return (state->second_readings & doubt_class_levels) != 0;
+}
+
 // "sr" type name | "sr" simple-id+ "E" name | "srN" type simple-id+ "E" name
 const char* eabi_scoped_name(const char* at, eabi_decode_state* state) {
     at += 2;
-    if (eabi_is_digit(*at)) {
+    if (eabi_is_digit(*at) && !at_one_class(at, state)) {
         at = qualifier_levels(at, state);
-    } else if (at[0] == 'N' && (at[1] == 'T' || at[1] == 'D' || (at[1] == 'S' && at[2] != 't'))) {
+    } else if (at_unresolved_levels(at, state)) {
         at = unresolved_type(at + 1, state);
         eabi_put("::", state);
         at = qualifier_levels(at, state);

@@ -614,3 +614,52 @@ TEST(Scheme1Compiled, NamesOfModules) {
     };
     expect_extended_rows(rows);
 }
+
+// GCC writes "sr" class member where the class is a type, Clang "sr" class+ "E" member; the
+// classes of the first enter the table like any type.
+TEST(Scheme1Compiled, MembersOfAClassThatDependsOnItsArguments) {
+    static constexpr Row rows[] = {
+        {"_Z1qIiEN3eifIXsr5traitIT_E5valueEvE4typeES2_",
+         "eif<trait<T1>::value, void>::type q<int>(T1)"},
+        {"_Z2q2IiEN3eifIXsr5traitIT_E5valueE3FooE4typeES2_",
+         "eif<trait<T1>::value, Foo>::type q2<int>(T1)"},
+        {"_Z2q8IiiE3eifIXsr5traitIT_E5valueES1_IT0_EES2_S4_S3_",
+         "eif<trait<T1>::value, trait<T2>> q8<int, int>(T1, T2, trait<T1>)"},
+        {"_Z2q9IiE3eifIXsr5traitIS1_IT_EE5valueEvES3_",
+         "eif<trait<trait<T1>>::value, void> q9<int>(trait<T1>)"},
+        {"_Z2q2IiEvP1IIXplsr5traitIT_E1vsrS1_IPS2_E1vEEPAsrS3_1v_i",
+         "void q2<int>(I<trait<T1>::v + trait<T1 *>::v> *, int (*)[trait<T1>::v])"},
+        {"_Z2q3IiEDTplplsr2TvIT_E1vsrS2_1wIiEL_ZNS0_IiE1vEEES1_",
+         "decltype((Tv<T1>::v + Tv<T1>::w<int>) + Tv<int>::v) q3<int>(T1)"},
+        {"_Z1qI1BiEP1XIDtdtfp_sr1A1mEET_T0_", "X<decltype(param#1.A::m)> * q<B, int>(T1, T2)"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Compiled, MembersOfAClassBehindANamespaceOrClassThatComesBack) {
+    static constexpr Row rows[] = {
+        {"_ZN2nn1qIiEENS_3eifIXsrNS_5traitIT_EE5valueEvE4typeES3_",
+         "nn::eif<nn::trait<T1>::value, void>::type nn::q<int>(T1)"},
+        {"_ZN2nn2q2IiEENS_3eifIXsrNS_5traitIT_EE5valueES3_E4typeEPS3_RKS3_",
+         "nn::eif<nn::trait<T1>::value, T1>::type nn::q2<int>(T1 *, const T1 &)"},
+        {"_ZN2FnIiEaSIiEENS0_3eifIXsrNS0_4CallIT_EE5valueERS0_E4typeEOS4_",
+         "Fn<int>::eif<Fn<int>::Call<T1>::value, Fn<int> &>::type Fn<int>::operator =<int>(T1 &&)"},
+        {"_ZNSt6chrono13duration_castINS_8durationIlSt5ratioILl1ELl1000000000EEEElS2_"
+         "ILl3600ELl1EEEENSt9enable_ifIXsrNS_13__is_durationIT_EE5valueES8_E4typeERKNS1_IT0_T1_EE",
+         "std::enable_if<std::chrono::__is_duration<T1>::value, T1>::type "
+         "std::chrono::duration_cast<std::chrono::duration<long, std::ratio<1L, 1000000000L>>, "
+         "long, std::ratio<3600L, 1L>>(const std::chrono::duration<T2, T3> &)"},
+    };
+    expect_rows(rows);
+}
+
+// template <int... T> void q2(I<T>...), by GCC with -fabi-version=5.
+TEST(Scheme1Compiled, PacksOfOldCompilersReadAsOthers) {
+    static constexpr Row rows[] = {
+        {"_Z2q2IILi1ELi2EEEvDp1IIXT_EE", "void q2<1, 2>(I<T1>...)"},
+        {"_ZNSt5dequeINSt10filesystem4_DirESaIS1_EE12emplace_backIIS1_EEERS1_DpOT_",
+         "std::filesystem::_Dir & std::deque<std::filesystem::_Dir, "
+         "std::allocator<std::filesystem::_Dir>>::emplace_back<std::filesystem::_Dir>(T1 &&...)"},
+    };
+    expect_rows(rows);
+}
