@@ -269,27 +269,6 @@ static const char* reference_temporary(const char* at, eabi_decode_state* state)
     return at;
 }
 
-// "GI" { "W" [ "P" ] source-name }
-static const char* module_initializer(const char* at, eabi_decode_state* state) {
-    bool first = true;
-    while (*at == 'W' && state->error_seen == 0) {
-        ++at;
-        const bool partition = *at == 'P';
-        if (partition) {
-            ++at;
-        }
-        if (partition || !first) {
-            eabi_put(partition ? ':' : '.', state);
-        }
-        first = false;
-        at = eabi_source_name(at, state);
-    }
-    if (first) {
-        report_bad_name(state);
-    }
-    return at;
-}
-
 enum class after_text { type, thunk, covariant_thunk, name };
 
 struct special_name {
@@ -335,7 +314,7 @@ static constexpr std::array special_names = {
     }
     if (code == "GI") {
         eabi_put("Initializer for module ", state);
-        return module_initializer(at + 2, state);
+        return eabi_module_initializer(at + 2, state);
     }
     report_bad_name(state);
     return at;

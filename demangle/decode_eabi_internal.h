@@ -59,6 +59,7 @@ enum eabi_entry_flag : unsigned {
     entry_in_lambda = 0x10,     // stood in a lambda's parameter list
     entry_conversion = 0x20,    // a conversion operator
     entry_ends_in_less = 0x40,  // an operator whose text ends in "<"
+    entry_module = 0x80,        // the name of a module
     entry_kind_shift = 8,       // the constructor kind, 0 for none, in this byte
 };
 inline constexpr std::uint32_t entry_no_text = ~std::uint32_t{0};
@@ -340,6 +341,17 @@ inline const char* eabi_plain_source_name(const char* at, bool scoped, eabi_deco
     return text + length;
 }
 
+// --- Modules (decode_eabi_modules.cpp) ------------------------------------------
+
+// The end of the name of a module.
+const char* eabi_module_end(const char* at, eabi_decode_state* state);
+
+// Prints the name of a module: "foo.bar:part".
+void eabi_put_module(const char* at, const char* end, eabi_decode_state* state);
+
+// What "GI" stands in front of.
+const char* eabi_module_initializer(const char* at, eabi_decode_state* state);
+
 // --- Template arguments (decode_eabi_template_args.cpp) -------------------------
 
 const char* eabi_template_args(const char* at, bool blank_before, eabi_decode_state* state);
@@ -406,6 +418,18 @@ enum eabi_subst_mode : unsigned { subst_whole = 0, subst_type_prefix = 1, subst_
 // a mark stands in front of it. state->shape is that of the component.
 const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_qualifiers,
                               bool marked, eabi_component* component, eabi_decode_state* state);
+
+// The entry that the reference at "S" denotes, null when there is none.
+const eabi_subst_entry* eabi_referenced_entry(const char* at, const eabi_decode_state* state);
+
+// Whether a reference to the name of a module stands at `at`, which a name follows.
+inline bool eabi_is_module_reference(const char* at, const eabi_decode_state* state) {
+    if (!state->extended || *at != 'S' || (at[1] >= 'a' && at[1] <= 'z')) {
+        return false;
+    }
+    const eabi_subst_entry* const entry = eabi_referenced_entry(at, state);
+    return entry != nullptr && (entry->type_flags & entry_module) != 0;
+}
 
 // Whether the reference at "S" denotes a name, which may be that of a template,
 // and not a complete type or a template parameter.

@@ -26,7 +26,7 @@ struct prefix_component {
                                                          eabi_decode_state* state) {
     const prefix_progress before = *progress;
     *progress = {.named = before.named};
-    if (*at == 'S') {
+    if (*at == 'S' && !eabi_is_module_reference(at, state)) {
         if (!first) {
             report_bad_name(state);
             return {at, false};
@@ -240,7 +240,7 @@ static const char* name_part(const char* at, eabi_name_record* record, eabi_comp
         case 'Z':
             return local_name(at, record, component, state);
         case 'S':
-            if (at[1] != 't') {
+            if (at[1] != 't' && !eabi_is_module_reference(at, state)) {
                 at = eabi_substitution(at, subst_whole, 0, false, component, state);
                 record->no_return_type = true;
                 record->ctor_dtor_kind = eabi_kind(*component);

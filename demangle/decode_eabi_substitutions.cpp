@@ -233,6 +233,10 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
         return at;
     }
     const eabi_subst_entry& entry = state->subst_table[index];
+    if ((entry.type_flags & entry_module) != 0) {  // without a name behind it
+        report_bad_name(state);
+        return at;
+    }
     const bool copied =
         cv_qualifiers == 0 && mode != subst_type_suffix && text_can_be_copied(entry, state) &&
         state->out_len + entry.text_length < std::min(state->out_size, eabi_max_text);
@@ -246,8 +250,7 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
     return eabi_require(at, '_', state);
 }
 
-// The entry that the reference at "S" denotes, null when there is none.
-static const eabi_subst_entry* referenced_entry(const char* at, const eabi_decode_state* state) {
+const eabi_subst_entry* eabi_referenced_entry(const char* at, const eabi_decode_state* state) {
     std::uint64_t index = 0;
     ++at;
     if (*at != '_') {
@@ -266,7 +269,7 @@ bool eabi_is_template_reference(const char* at, const eabi_decode_state* state) 
     if (at[1] >= 'a' && at[1] <= 'z') {
         return at[1] == 'a' || at[1] == 'b';
     }
-    const eabi_subst_entry* const entry = referenced_entry(at, state);
+    const eabi_subst_entry* const entry = eabi_referenced_entry(at, state);
     return entry != nullptr && entry->kind < subst_type;
 }
 
@@ -274,7 +277,7 @@ bool eabi_is_dependent_reference(const char* at, const eabi_decode_state* state)
     if (at[1] >= 'a' && at[1] <= 'z') {
         return false;
     }
-    const eabi_subst_entry* const entry = referenced_entry(at, state);
+    const eabi_subst_entry* const entry = eabi_referenced_entry(at, state);
     return entry != nullptr && (*entry->start == 'T' || *entry->start == 'D');
 }
 
@@ -282,7 +285,7 @@ const char* eabi_spelled_type(const char* at, const eabi_decode_state* state) {
     if (*at != 'S' || (at[1] >= 'a' && at[1] <= 'z')) {
         return at;
     }
-    const eabi_subst_entry* const entry = referenced_entry(at, state);
+    const eabi_subst_entry* const entry = eabi_referenced_entry(at, state);
     return entry != nullptr && entry->kind == subst_type ? entry->start : at;
 }
 

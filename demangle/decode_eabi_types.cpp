@@ -288,7 +288,7 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
                                             eabi_decode_state* state) {
     const char* const start = at;
     eabi_component component;
-    if (at[1] == 't') {
+    if (at[1] == 't' || eabi_is_module_reference(at, state)) {
         eabi_cv_qualifiers(cv, true, state);
         at = eabi_class_type(at, &component, state);
         state->shape = cv != 0 ? shape_qualified : 0U;

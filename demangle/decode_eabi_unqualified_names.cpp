@@ -159,29 +159,6 @@ static bool valid_kind(char kind, const eabi_decode_state* state) {
     return at + found.code_length;
 }
 
-// { "W" [ "P" ] source-name }: the module that a name is attached to, printed
-// behind the name.
-static const char* module_end(const char* at, eabi_decode_state* state) {
-    const eabi_silence silent(state);
-    while (*at == 'W' && state->error_seen == 0) {
-        const char* const start = at;
-        at = eabi_source_name(at + (at[1] == 'P' ? 2 : 1), state);
-        eabi_add_substitution(start, subst_name, start, {}, entry_no_text, state);
-    }
-    return at;
-}
-
-static void put_module(const char* at, const char* end, eabi_decode_state* state) {
-    eabi_put('@', state);
-    for (bool first = true; at < end; first = false) {
-        const bool partition = at[1] == 'P';
-        if (partition || !first) {
-            eabi_put(partition ? ':' : '.', state);
-        }
-        at = eabi_source_name(at + (partition ? 2 : 1), state);
-    }
-}
-
 // unqualified-name ::= [ module ] [ "L" ] ( source-name | operator-name | constructor |
 //                      unnamed type | structured binding ) { ABI tag }
 // On entry component->last_name is the class that a constructor repeats; on exit it
@@ -197,9 +174,9 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
     const char* module = nullptr;
     const char* module_stop = nullptr;
     if (state->extended) {
-        if (*at == 'W') {
+        if (*at == 'W' || eabi_is_module_reference(at, state)) {
             module = at;
-            module_stop = at = module_end(at, state);
+            module_stop = at = eabi_module_end(at, state);
         }
         if (*at == 'F') {  // a friend that is told apart by its constraints
             ++at;
@@ -236,7 +213,8 @@ const char* eabi_unqualified_name(const char* at, eabi_component* component,
         component->flags &= ~static_cast<unsigned>(entry_ends_in_less);
     }
     if (module != nullptr) {
-        put_module(module, module_stop, state);
+        eabi_put('@', state);
+        eabi_put_module(module, module_stop, state);
     }
     return at;
 }

@@ -257,3 +257,20 @@ TEST(DecodeEabiStyle, RequiresExpressionsListTheirRequirements) {
     };
     expect_rows(rows);
 }
+
+TEST(DecodeEabiStyle, NamesOfModulesStandForNothingByThemselves) {
+    const ExtendedNames extended;
+    static constexpr Row rows[] = {
+        {"_ZW3foo1fPS_1K", "f@foo(K@foo *)"},
+        {"_ZW3foo1fPS_W3bar1KPS0_WP4part1L", "f@foo(K@foo.bar *, L@foo.bar:part *)"},
+        {"_ZGIW3fooWP3bar", "Initializer for module foo:bar"},
+        {"_ZW3foo1fPS_", bad},
+        {"_ZW3foo1fNS_E", bad},
+        {"_ZW3foo1fS1K", bad},
+        {"_ZW3foo1fS_1", bad},
+        {"_ZW3foo1fS_W", bad},
+        {"_ZW3foo1fDTsrS_1xE", bad},
+        {"_ZGI", bad},
+    };
+    expect_rows(rows);
+}

@@ -663,3 +663,20 @@ TEST(Scheme1Compiled, PacksOfOldCompilersReadAsOthers) {
     };
     expect_rows(rows);
 }
+
+// Files of the modules foo.bar and baz, of GCC with -fmodules-ts.
+TEST(Scheme1Compiled, ModulesThatComeBack) {
+    static constexpr Row rows[] = {
+        {"_ZW3fooW3bar2peS0_2Pk", "pe@foo.bar(Pk@foo.bar)"},
+        {"_ZW3fooW3bar2ftIiET_S2_PS0_1K", "T1 ft@foo.bar<int>(T1, K@foo.bar *)"},
+        {"_ZW3baz2B2PS_1B", "B2@baz(B@baz *)"},
+        {"_ZW3fooW3barL6internPS0_1K", "intern@foo.bar(K@foo.bar *)"},
+        {"_ZN1NW3fooW3bar2TmIS1_1KE1fES3_", "N::Tm@foo.bar<K@foo.bar>::f(K@foo.bar)"},
+        {"_ZN1NW3fooW3bar2fnENS_S1_1ZES1_1K", "N::fn@foo.bar(N::Z@foo.bar, K@foo.bar)"},
+        {"_ZN1PW3fooW3bar2hfENS_S1_3HidEN1NS1_1ZEPS1_1K",
+         "P::hf@foo.bar(P::Hid@foo.bar, N::Z@foo.bar, K@foo.bar *)"},
+        {"_ZW3baz3twoPW3fooW3bar1KPN1NS1_1ZEPNS4_S1_2TmIS2_EE",
+         "two@baz(K@foo.bar *, N::Z@foo.bar *, N::Tm@foo.bar<K@foo.bar> *)"},
+    };
+    expect_extended_rows(rows);
+}
