@@ -363,6 +363,10 @@ std::string house_style(const std::string& name, const std::string& text) {
     replace_words(styled, "std::iostream", "std::basic_iostream<char, std::char_traits<char>>");
     set_operators_aside(styled);
     move_qualifiers(styled);
+    for (const std::string real : {"long double", "double", "float"}) {
+        replace_words(styled, real + " const _Complex", "const _Complex " + real);
+        replace_words(styled, real + " _Complex", "_Complex " + real);
+    }
     respace(styled);
     capitalize_suffixes(styled);
     rename_unnamed(styled);
@@ -392,10 +396,30 @@ std::string without_kinds(const std::string& text) {
     return plain;
 }
 
+// Cuts " [clone .cold]" off a text and gives ".cold"; the other demangler shows one such
+// for each part of a suffix.
+static std::string cut_clones(std::string& text) {
+    constexpr std::string_view mark = " [clone ";
+    const std::size_t start = text.find(mark);
+    if (start == std::string::npos) {
+        return "";
+    }
+    std::string clones = text.substr(start);
+    text.resize(start);
+    replace_all(clones, std::string(mark), "");
+    replace_all(clones, "]", "");
+    return clones;
+}
+
 Agreement compare(const std::string& name, const std::string& other_text,
                   const std::string& our_text) {
-    const std::string theirs = house_style(name, other_text);
-    const std::string ours = without_kinds(our_text);
+    std::string theirs = other_text;
+    std::string ours = our_text;
+    if (cut_clones(theirs) != cut_clones(ours)) {
+        return Agreement::different;
+    }
+    theirs = house_style(name, theirs);
+    ours = without_kinds(ours);
     if (theirs == ours) {
         return Agreement::same;
     }
@@ -412,7 +436,7 @@ Agreement compare(const std::string& name, const std::string& other_text,
         std::string_view(ours).substr(common).ends_with(std::string_view(theirs).substr(common))) {
         return Agreement::enclosing_result;
     }
-    for (const char* structor : {"_C1E", "_C2E", "_D0E", "_D1E", "_D2E"}) {
+    for (const char* structor : {"_C1E", "_C2E", "_C5E", "_D0E", "_D1E", "_D2E", "_D5E"}) {
         if (name.find(structor) != std::string::npos && name.find("Ut") != std::string::npos) {
             return Agreement::unnamed_class;
         }
