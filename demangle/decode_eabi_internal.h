@@ -343,7 +343,7 @@ inline const char* eabi_plain_source_name(const char* at, bool scoped, eabi_deco
 
 // --- Modules (decode_eabi_modules.cpp) ------------------------------------------
 
-// The end of the name of a module.
+// The end of the name of a module, which begins with "W" or a reference to a module.
 const char* eabi_module_end(const char* at, eabi_decode_state* state);
 
 // Prints the name of a module: "foo.bar:part".

@@ -46,10 +46,11 @@ void eabi_put_module(const char* at, const char* end, eabi_decode_state* state) 
 }
 
 const char* eabi_module_initializer(const char* at, eabi_decode_state* state) {
-    const char* const end = eabi_module_end(at, state);
-    if (end == at) {
+    if (*at != 'W' && !eabi_is_module_reference(at, state)) {
         report_bad_name(state);
+        return at;
     }
+    const char* const end = eabi_module_end(at, state);
     eabi_put_module(at, end, state);
     return end;
 }

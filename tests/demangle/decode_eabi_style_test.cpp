@@ -271,6 +271,7 @@ TEST(DecodeEabiStyle, NamesOfModulesStandForNothingByThemselves) {
         {"_ZW3foo1fS_W", bad},
         {"_ZW3foo1fDTsrS_1xE", bad},
         {"_ZGI", bad},
+        {"_ZGISIS0_", bad},
     };
     expect_rows(rows);
 }
