@@ -30,7 +30,7 @@ const char* eabi_module_end(const char* at, eabi_decode_state* state) {
 void eabi_put_module(const char* at, const char* end, eabi_decode_state* state) {
     const eabi_level level(state);
     bool first = true;
-    if (*at == 'S' && state->error_seen == 0) {
+    if (state->error_seen == 0 && eabi_is_module_reference(at, state)) {
         const eabi_subst_entry* const entry = eabi_referenced_entry(at, state);
         eabi_put_module(entry->start, state->input + entry->prefix_end, state);
         at = reference_end(at, state);
