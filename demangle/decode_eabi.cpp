@@ -102,10 +102,9 @@ static const char* attempt(bool decorated, eabi_decode_state* state) {
     return at;
 }
 
-static const char* attempt_and_retry(bool decorated, eabi_decode_state* state) {
-    const char* end = attempt(decorated, state);
-    // The type of a conversion operator may have to take the template arguments
-    // that the first attempt gave to the operator.
+// The second attempt, where the first one met a conversion operator and failed: its type
+// may have to take the template arguments that were given to the operator.
+static const char* retry(const char* end, bool decorated, eabi_decode_state* state) {
     if (state->error_seen != 0 && state->conversion_seen != 0) {
         restart(state);
         state->retrying = 1;
@@ -119,24 +118,26 @@ static bool is_read(const char* end, const eabi_decode_state* state) {
     return state->error_seen == 0 && *end == '\0';
 }
 
-// All attempts at the name: where the first readings fail, those that are in doubt are
-// tried the other way. When all of them fail it is the first that counts.
-static const char* all_attempts(bool decorated, eabi_decode_state* state) {
-    const char* end = attempt_and_retry(decorated, state);
+// The attempts behind a first one that failed. A conversion operator may have taken the
+// wrong template arguments; then readings that were in doubt are tried the other way.
+// When all of them fail it is the first reading that counts.
+[[gnu::noinline]] static const char* further_attempts(const char* end, bool decorated,
+                                                      eabi_decode_state* state) {
+    end = retry(end, decorated, state);
     const unsigned doubts = state->doubts;
+    const auto read_again = [&](unsigned second_readings) {
+        state->retrying = 0;
+        state->second_readings = second_readings;
+        restart(state);
+        end = retry(attempt(decorated, state), decorated, state);
+    };
     for (unsigned other = 1; !is_read(end, state) && other <= doubts; ++other) {
         if ((other & ~doubts) == 0) {
-            state->retrying = 0;
-            state->second_readings = other;
-            restart(state);
-            end = attempt_and_retry(decorated, state);
+            read_again(other);
         }
     }
     if (doubts != 0 && !is_read(end, state)) {
-        state->retrying = 0;
-        state->second_readings = 0;
-        restart(state);
-        end = attempt_and_retry(decorated, state);
+        read_again(0);
     }
     return end;
 }
@@ -152,7 +153,10 @@ decode_result eabi_decode(const char* name, std::size_t length, char* buffer,
     state.extended = decode_extended_names != 0;
     use_first_entries(&state);
 
-    const char* end = all_attempts(decorated, &state);
+    const char* end = attempt(decorated, &state);
+    if (!is_read(end, &state)) {
+        end = further_attempts(end, decorated, &state);
+    }
     if (state.error_seen != 0) {
         // What is left in the buffer is what the two passes print before the error.
         state.two_passes = true;
