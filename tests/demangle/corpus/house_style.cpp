@@ -411,6 +411,24 @@ static std::string cut_clones(std::string& text) {
     return clones;
 }
 
+// Whether `shorter` is `longer` without a text that stands there once or several times:
+// "void f<int>()::x" here is "f<int>()::x" there.
+static bool is_without_repeated_text(const std::string& longer, const std::string& shorter) {
+    const auto apart = std::mismatch(longer.begin(), longer.end(), shorter.begin(), shorter.end());
+    const auto common = static_cast<std::size_t>(apart.first - longer.begin());
+    const std::size_t surplus = longer.size() - std::min(longer.size(), shorter.size());
+    for (std::size_t times = 1; times <= surplus; ++times) {
+        if (surplus % times == 0) {
+            std::string without = longer;
+            replace_all(without, longer.substr(common, surplus / times), "");
+            if (without == shorter) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 Agreement compare(const std::string& name, const std::string& other_text,
                   const std::string& our_text) {
     std::string theirs = other_text;
@@ -429,15 +447,12 @@ Agreement compare(const std::string& name, const std::string& other_text,
     if (holds_expression(name)) {
         return Agreement::expression;
     }
-    // "void f<int>()::x" here is "f<int>()::x" there.
-    const auto apart = std::mismatch(ours.begin(), ours.end(), theirs.begin(), theirs.end());
-    const auto common = static_cast<std::size_t>(apart.first - ours.begin());
-    if (name.find('Z', 2) != std::string::npos &&
-        std::string_view(ours).substr(common).ends_with(std::string_view(theirs).substr(common))) {
+    if (name.find('Z', 2) != std::string::npos && is_without_repeated_text(ours, theirs)) {
         return Agreement::enclosing_result;
     }
     for (const char* structor : {"_C1E", "_C2E", "_C5E", "_D0E", "_D1E", "_D2E", "_D5E"}) {
-        if (name.find(structor) != std::string::npos && name.find("Ut") != std::string::npos) {
+        if (name.find(structor) != std::string::npos &&
+            (name.find("Ut") != std::string::npos || name.find("Ul") != std::string::npos)) {
             return Agreement::unnamed_class;
         }
     }
