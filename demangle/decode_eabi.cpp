@@ -57,7 +57,8 @@ static void use_first_entries(eabi_decode_state* state) {
     state->subst_capacity = std::size(state->first_entries);
 }
 
-// Puts the state back to where a call starts, on the same buffer and input.
+// Puts the state back to where a call starts, on the same buffer and input. The steps
+// that are left are all that the attempts at a name have together.
 static void restart(eabi_decode_state* state) {
     free_table(state);
     state->out_len = 0;
@@ -70,12 +71,12 @@ static void restart(eabi_decode_state* state) {
     state->subst_count = 0;
     use_first_entries(state);
     state->depth = 0;
-    state->steps_left = eabi_max_steps;
     state->parentheses = 0;
     state->greater_seen = false;
     state->lambda_flag = 0;
     state->rotation_missed = false;
     state->skipped_in_use = false;
+    state->looked_in_use = false;
     state->doubts = 0;
 }
 
@@ -160,6 +161,7 @@ decode_result eabi_decode(const char* name, std::size_t length, char* buffer,
     if (state.error_seen != 0) {
         // What is left in the buffer is what the two passes print before the error.
         state.two_passes = true;
+        state.steps_left = eabi_max_steps;
         restart(&state);
         end = attempt(decorated, &state);
         report_bad_name(&state);
@@ -168,6 +170,7 @@ decode_result eabi_decode(const char* name, std::size_t length, char* buffer,
         // still to be put in order.
         const std::uint64_t text_length = state.out_len;
         state.two_passes = true;
+        state.steps_left = eabi_max_steps;
         restart(&state);
         attempt(decorated, &state);
         state.out_len = text_length;

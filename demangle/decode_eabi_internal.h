@@ -76,6 +76,13 @@ struct eabi_skipped {
     bool flag;  // of an expression: it shows a ">" outside parentheses
 };
 
+// What was found at the positions where the name had to be looked at from afar, a bit for
+// each position in its first part.
+struct eabi_looked {
+    std::uint8_t known[512];
+    std::uint8_t found[512];
+};
+
 struct eabi_decode_state : output_state {
     std::uint64_t no_record_depth = 0;  // substitutions are entered only while this is 0
     int conversion_seen = 0;            // a conversion operator was decoded
@@ -100,10 +107,12 @@ struct eabi_decode_state : output_state {
     bool two_passes = false;             // print in the order of the text, see decode_eabi.cpp
     bool rotation_missed = false;        // the buffer was too small to move the return type
     bool skipped_in_use = false;         // skipped has been cleared
+    bool looked_in_use = false;          // looked has been cleared
     eabi_skipped skipped[64];            // by the low bits of start, the last one stays
+    eabi_looked looked;
     eabi_subst_entry first_entries[32];  // the table until it outgrows them
 
-    // Leaves the two arrays alone: clearing them would cost more than most names.
+    // Leaves the arrays alone: clearing them would cost more than most names.
     eabi_decode_state() noexcept {}  // NOLINT(modernize-use-equals-default)
 };
 

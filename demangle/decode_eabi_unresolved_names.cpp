@@ -66,18 +66,55 @@ static bool look_for_one_class(const char** position, eabi_decode_state* state) 
     return (state->second_readings & doubt_one_class) != 0;
 }
 
-// The same, looked for once. Entries are made on the way, for what refers to them within,
-// and taken back: the name is still to be read.
+// The bit of a position that the state has a bit for, else 0.
+static unsigned looked_bit(std::size_t position) {
+    return position / 8 < sizeof(eabi_looked::known) ? 1U << position % 8 : 0;
+}
+
+// Whether the answer for a position is known, and which; far into the name only some are.
+static bool recall_one_class(const char* at, bool* found, const eabi_decode_state* state) {
+    const auto position = static_cast<std::size_t>(at - state->input);
+    if (const unsigned bit = looked_bit(position)) {
+        *found = state->looked_in_use && (state->looked.found[position / 8] & bit) != 0;
+        return state->looked_in_use && (state->looked.known[position / 8] & bit) != 0;
+    }
+    const eabi_skipped* const known = eabi_recall_skipped(at, state);
+    *found = known != nullptr && known->flag;
+    return known != nullptr;
+}
+
+static void remember_one_class(const char* at, const char* end, bool found,
+                               eabi_decode_state* state) {
+    const auto position = static_cast<std::size_t>(at - state->input);
+    const unsigned bit = looked_bit(position);
+    if (bit == 0) {
+        eabi_remember_skipped(at, end, found, state);
+        return;
+    }
+    if (!state->looked_in_use) {
+        state->looked = {};
+        state->looked_in_use = true;
+    }
+    state->looked.known[position / 8] |= static_cast<std::uint8_t>(bit);
+    if (found) {
+        state->looked.found[position / 8] |= static_cast<std::uint8_t>(bit);
+    }
+}
+
+// The same, looked for once: the name around is looked at for each level around it.
+// Entries are made on the way, for what refers to them within, and taken back: the name
+// is still to be read.
 static bool at_one_class(const char* at, eabi_decode_state* state) {
-    if (const eabi_skipped* const known = eabi_recall_skipped(at, state)) {
-        return known->flag;
+    bool found = false;
+    if (recall_one_class(at, &found, state)) {
+        return found;
     }
     const eabi_silence silent(state);
     const std::uint64_t entries = state->subst_count;
     const char* end = at;
-    const bool found = look_for_one_class(&end, state);
+    found = look_for_one_class(&end, state);
     state->subst_count = entries;
-    eabi_remember_skipped(at, end, found, state);
+    remember_one_class(at, end, found, state);
     return found;
 }
 

@@ -347,6 +347,17 @@ TEST(Scheme1Bounds, WhatIsSkippedIsNotReadAgainByEveryLevelAround) {
                   ">()");
 }
 
+// Whether one class or several stand behind "sr" shows only behind them.
+TEST(Scheme1Bounds, NestedScopesAreNotLookedAtAgainByEveryLevelAround) {
+    EXPECT_EQ(decoded("_Z1fI" + repeated("Xsr1AIi", 300) + "i" + repeated("EE1xE", 300) + "Evv"),
+              "void f<" + repeated("A<int, ", 300) + "int" + repeated(">::x", 300) + ">()");
+    EXPECT_EQ(
+        decoded("_Z1fI" + repeated("Xsr1BIiE1AI", 300) + "i" + repeated("EE1xE", 300) + "Evv"),
+        "void f<" + repeated("B<int>::A<", 300) + "int" + repeated(">::x", 300) + ">()");
+    EXPECT_EQ(decoded("_Z1fI" + repeated("Xsr1AI", 340) + "i" + repeated("E1xE", 340) + "Evv"),
+              "void f<" + repeated("A<", 340) + "int" + repeated(">::x", 340) + ">()");
+}
+
 TEST(Scheme1Bounds, LongNamesOfManyComponentsAreRead) {
     const std::string parameters = repeated("i", 100000);
     EXPECT_EQ(decoded("_Z1f" + parameters), "f(int" + repeated(", int", 99999) + ")");
