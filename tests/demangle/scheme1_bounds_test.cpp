@@ -358,6 +358,14 @@ TEST(Scheme1Bounds, NestedScopesAreNotLookedAtAgainByEveryLevelAround) {
               "void f<" + repeated("A<", 340) + "int" + repeated(">::x", 340) + ">()");
 }
 
+TEST(Scheme1Bounds, ScopesNestFarIntoALongNameToo) {
+    const std::string function(5000, 'f');
+    EXPECT_EQ(
+        decoded("_Z5000" + function + "I" + repeated("Xsr1AIi", 30) + "i" + repeated("EE1xE", 30) +
+                "Evv"),
+        "void " + function + "<" + repeated("A<int, ", 30) + "int" + repeated(">::x", 30) + ">()");
+}
+
 TEST(Scheme1Bounds, LongNamesOfManyComponentsAreRead) {
     const std::string parameters = repeated("i", 100000);
     EXPECT_EQ(decoded("_Z1f" + parameters), "f(int" + repeated(", int", 99999) + ")");
