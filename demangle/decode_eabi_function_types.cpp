@@ -58,7 +58,7 @@ const char* eabi_function_prefix(const char* at, eabi_decode_state* state) {
     function_head head;
     const char* const result = read_function_head(at, &head, state);
     at = eabi_type(result, 0, true, state);
-    state->shape = (state->shape & shape_mark) | shape_suffix | shape_direct;
+    state->shape = (state->shape & (shape_mark | shape_greater)) | shape_suffix | shape_direct;
     if (const eabi_skipped* const found = eabi_find_skipped(start, state)) {
         return state->input + found->end;
     }

@@ -30,6 +30,8 @@ enum eabi_shape : unsigned {
     shape_suffix = 2,     // has a suffix part: a parameter list or array bounds
     shape_direct = 4,     // that suffix is its own: a mark needs a parenthesis first
     shape_qualified = 8,  // its outermost level carries qualifiers
+    // The array bounds behind it show a ">" outside parentheses.
+    shape_greater = 0x20000,
 };
 
 // The kinds of substitutable components.
@@ -56,11 +58,12 @@ struct eabi_subst_entry {
 static_assert(sizeof(eabi_subst_entry) == 32);
 
 enum eabi_entry_flag : unsigned {
-    entry_in_lambda = 0x10,     // stood in a lambda's parameter list
-    entry_conversion = 0x20,    // a conversion operator
-    entry_ends_in_less = 0x40,  // an operator whose text ends in "<"
-    entry_module = 0x80,        // the name of a module
-    entry_kind_shift = 8,       // the constructor kind, 0 for none, in this byte
+    entry_in_lambda = 0x10,        // stood in a lambda's parameter list
+    entry_conversion = 0x20,       // a conversion operator
+    entry_ends_in_less = 0x40,     // an operator whose text ends in "<"
+    entry_module = 0x80,           // the name of a module
+    entry_kind_shift = 8,          // the constructor kind, 0 for none, in this byte
+    entry_without_args = 0x10000,  // what follows a parameter in it is not its arguments
 };
 inline constexpr std::uint32_t entry_no_text = ~std::uint32_t{0};
 
@@ -109,7 +112,7 @@ struct eabi_decode_state : output_state {
     bool skipped_in_use = false;         // skipped has been cleared
     bool looked_in_use = false;          // looked has been cleared
     eabi_skipped skipped[64];            // by the low bits of start, the last one stays
-    eabi_looked looked;
+    eabi_looked looked;                  // by position
     eabi_subst_entry first_entries[32];  // the table until it outgrows them
 
     // Leaves the arrays alone: clearing them would cost more than most names.
@@ -406,12 +409,14 @@ inline void eabi_add_substitution(const char* start, eabi_subst_kind kind, const
 }
 
 // Enters a type of the shape that state->shape gives.
-inline void eabi_add_type(const char* start, std::uint64_t text_at, eabi_decode_state* state) {
+inline void eabi_add_type(const char* start, std::uint64_t text_at, bool allow_template_args,
+                          eabi_decode_state* state) {
     if (eabi_subst_entry* const entry = eabi_next_entry(start, text_at, state)) {
         entry->kind = subst_type;
         entry->prefix_end = 0;
         entry->last_name = 0;
-        entry->type_flags = state->shape | state->lambda_flag;
+        entry->type_flags = state->shape | state->lambda_flag |
+                            (allow_template_args ? 0U : static_cast<unsigned>(entry_without_args));
     }
 }
 

@@ -172,10 +172,11 @@ static const char* nested_name(const char* at, bool is_type, eabi_name_record* r
             report_bad_name(state);
         }
     }
+    at = eabi_require(at, '_', state);
     eabi_put("[default argument ", state);
     eabi_put_number(static_cast<std::int64_t>(static_cast<std::uint64_t>(number) + 2), state);
     eabi_put(" (from end)]::", state);
-    return eabi_require(at, '_', state);
+    return at;
 }
 
 static const char* name_part(const char* at, eabi_name_record* record, eabi_component* component,

@@ -42,11 +42,12 @@ const char* eabi_array_prefix(const char* at, unsigned cv, bool allow_template_a
                               eabi_decode_state* state) {
     bool shows_greater = false;
     at = skip_bound(at + 1, &shows_greater, state);
+    at = eabi_type(at, cv, allow_template_args, state);
+    state->shape = (state->shape & (shape_mark | shape_greater)) | shape_suffix | shape_direct;
     if (shows_greater) {
         eabi_show_greater(state);
+        state->shape |= shape_greater;
     }
-    at = eabi_type(at, cv, allow_template_args, state);
-    state->shape = (state->shape & shape_mark) | shape_suffix | shape_direct;
     return at;
 }
 
@@ -59,7 +60,8 @@ const char* eabi_array_suffix(const char* at, bool marked, eabi_decode_state* st
 }
 
 // "Dv" size type, "DB" and "DU" size "_", "DF" width ( "_" | "x" | "b" ).
-const char* eabi_sized_type(const char* at, unsigned cv, eabi_decode_state* state) {
+const char* eabi_sized_type(const char* at, unsigned cv, bool allow_template_args,
+                            eabi_decode_state* state) {
     const char* const start = at;
     const char kind = at[1];
     eabi_cv_qualifiers(cv, true, state);
@@ -67,14 +69,14 @@ const char* eabi_sized_type(const char* at, unsigned cv, eabi_decode_state* stat
         const std::uint64_t text_at = state->out_len;
         const char* const bound = at[2] == '_' ? at + 3 : at + 2;
         bool ignored = false;
-        at = eabi_whole_type(skip_bound(bound, &ignored, state), true, state);
+        at = eabi_whole_type(skip_bound(bound, &ignored, state), allow_template_args, state);
         eabi_put(" __vector", state);
         if (state->suppress_depth == 0) {
             const eabi_no_record no_record(state);
             put_enclosed_bound(bound, state);
         }
         state->shape = 0;
-        eabi_enter_type(start, text_at, true, state);
+        eabi_enter_type(start, text_at, true, allow_template_args, state);
         return at;
     }
     if (kind != 'F') {

@@ -65,7 +65,8 @@ bool eabi_grow_table(eabi_decode_state* state) {
 
 // --- Printing a component again -------------------------------------------------
 
-static constexpr unsigned all_shapes = shape_mark | shape_suffix | shape_direct | shape_qualified;
+static constexpr unsigned all_shapes =
+    shape_mark | shape_suffix | shape_direct | shape_qualified | shape_greater;
 
 static constexpr unsigned component_flags =
     entry_conversion | entry_ends_in_less | 0xFFU << entry_kind_shift;
@@ -104,7 +105,7 @@ static void decode_again(const eabi_subst_entry& entry, eabi_subst_mode mode, un
                 }
                 break;
             case subst_type:
-                eabi_type(at, cv, true, state);
+                eabi_type(at, cv, (entry.type_flags & entry_without_args) == 0, state);
                 if (mode == subst_whole) {
                     eabi_finish_type(at, cv, state);
                 }
@@ -171,6 +172,9 @@ static void set_component(const eabi_subst_entry& entry, eabi_component* compone
         }
     }
     unsigned shape = entry.type_flags & all_shapes;
+    if ((shape & shape_greater) != 0) {
+        eabi_show_greater(state);
+    }
     if (cv != 0) {
         shape = (shape & ~static_cast<unsigned>(shape_mark)) | shape_qualified;
     }
@@ -309,6 +313,7 @@ const char* eabi_template_param(const char* at, eabi_decode_state* state) {
         }
         number = static_cast<std::int64_t>(value + 2);
     }
+    at = eabi_require(at, '_', state);
     if (state->suppress_depth == 0) {
         eabi_put(state->lambda_flag != 0 ? "auto:" : "T", state);
         if (number >= 1 && number <= 9) {
@@ -317,5 +322,5 @@ const char* eabi_template_param(const char* at, eabi_decode_state* state) {
             eabi_put_number(number, state);
         }
     }
-    return eabi_require(at, '_', state);
+    return at;
 }

@@ -4,13 +4,16 @@
 
 #include "demangle/decode_eabi_internal.h"
 
-// Enters the type at `start`. A text that a suffix will still be added to, or that
-// carries qualifiers from outside, is not its own.
+// What a mark leaves of the shape of the type in front of it.
+inline constexpr unsigned shape_behind = shape_suffix | shape_greater;
+
+// Enters the type at `start`, which was decoded with that permission. A text that a suffix will
+// still be added to, or that carries qualifiers from outside, is not its own.
 inline void eabi_enter_type(const char* start, std::uint64_t text_at, bool own_text,
-                            eabi_decode_state* state) {
+                            bool allow_template_args, eabi_decode_state* state) {
     if (state->no_record_depth == 0) {
         const bool whole = own_text && (state->shape & shape_suffix) == 0;
-        eabi_add_type(start, whole ? text_at : entry_no_text, state);
+        eabi_add_type(start, whole ? text_at : entry_no_text, allow_template_args, state);
     }
 }
 
@@ -39,7 +42,8 @@ const char* eabi_array_prefix(const char* at, unsigned cv, bool allow_template_a
 const char* eabi_array_suffix(const char* at, bool marked, eabi_decode_state* state);
 
 // "Dv", "DB", "DU" and "DF".
-const char* eabi_sized_type(const char* at, unsigned cv, eabi_decode_state* state);
+const char* eabi_sized_type(const char* at, unsigned cv, bool allow_template_args,
+                            eabi_decode_state* state);
 
 // --- Vendor qualifiers (decode_eabi_vendor_qualifiers.cpp) ----------------------
 

@@ -94,12 +94,12 @@ static void open_mark(eabi_decode_state* state) {
 
 // Behind a mark: enters the type, then the qualifiers that apply to the mark.
 static void finish_mark(const char* start, std::uint64_t text_at, unsigned cv,
-                        eabi_decode_state* state) {
-    state->shape = (state->shape & shape_suffix) | shape_mark;
-    eabi_enter_type(start, text_at, true, state);
+                        bool allow_template_args, eabi_decode_state* state) {
+    state->shape = (state->shape & shape_behind) | shape_mark;
+    eabi_enter_type(start, text_at, true, allow_template_args, state);
     if (cv != 0) {
         eabi_cv_qualifiers(cv, false, state);
-        state->shape = (state->shape & shape_suffix) | shape_qualified;
+        state->shape = (state->shape & shape_behind) | shape_qualified;
     }
 }
 
@@ -129,10 +129,10 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
         at = qualified_prefix(at, 0, allow_template_args, state);
         open_mark(state);
         eabi_put(qualifier.form->text, state);
-        state->shape = (state->shape & shape_suffix) | shape_mark;
+        state->shape = (state->shape & shape_behind) | shape_mark;
         if (cv != 0) {
             eabi_cv_qualifiers(cv, false, state);
-            state->shape = (state->shape & shape_suffix) | shape_qualified;
+            state->shape = (state->shape & shape_behind) | shape_qualified;
         }
         return at;
     }
@@ -154,7 +154,7 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
     const std::uint64_t text_at = state->out_len;
     at = qualified_prefix(at, cv, allow_template_args, state);
     state->shape |= shape_qualified;
-    eabi_enter_type(start, text_at, cv == 0, state);
+    eabi_enter_type(start, text_at, cv == 0, allow_template_args, state);
     return at;
 }
 
@@ -181,10 +181,11 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
     const std::uint64_t text_at = state->out_len;
     switch (at[1]) {
         case 'p':
-            at = eabi_whole_type(at + 2, allow_template_args, state);
+            at = eabi_type(at + 2, cv, allow_template_args, state);
+            eabi_finish_type(start + 2, cv, state);
             eabi_put("...", state);
             state->shape = 0;
-            eabi_enter_type(start, text_at, true, state);
+            eabi_enter_type(start, text_at, cv == 0, allow_template_args, state);
             return at;
         case 't':
         case 'T': {
@@ -192,7 +193,7 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
             const std::uint64_t own_text_at = state->out_len;
             at = eabi_decltype(at, state);
             state->shape = 0;
-            eabi_enter_type(start, own_text_at, true, state);
+            eabi_enter_type(start, own_text_at, true, true, state);
             state->shape = cv != 0 ? shape_qualified : 0U;
             return at;
         }
@@ -200,7 +201,7 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
         case 'B':
         case 'U':
         case 'F':
-            at = eabi_sized_type(at, cv, state);
+            at = eabi_sized_type(at, cv, allow_template_args, state);
             state->shape = cv != 0 ? shape_qualified : 0U;
             return at;
         case 'o':
@@ -208,7 +209,7 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
         case 'w':
         case 'x':
             at = eabi_function_prefix(at, state);
-            eabi_enter_type(start, text_at, true, state);
+            eabi_enter_type(start, text_at, true, true, state);
             return at;
         case 'k':
         case 'K':
@@ -317,7 +318,7 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
         open_mark(state);
         eabi_put(mark, state);
     }
-    finish_mark(start, text_at, cv, state);
+    finish_mark(start, text_at, cv, allow_template_args, state);
     return at;
 }
 
@@ -328,7 +329,7 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
     const char* const start = at;
     at = *at == 'F' ? eabi_function_prefix(at, state)
                     : eabi_array_prefix(at, cv, allow_template_args, state);
-    eabi_enter_type(start, entry_no_text, false, state);
+    eabi_enter_type(start, entry_no_text, false, allow_template_args, state);
     return at;
 }
 
@@ -364,7 +365,7 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
     const std::uint64_t text_at = state->out_len;
     eabi_put(*at == 'C' ? "_Complex " : "_Imaginary ", state);
     at = eabi_type(at + 1, 0, allow_template_args, state);
-    eabi_enter_type(start, text_at, true, state);
+    eabi_enter_type(start, text_at, true, allow_template_args, state);
     state->shape |= cv != 0 ? shape_qualified : 0U;
     return at;
 }
@@ -380,7 +381,7 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
         at = eabi_template_args(at, false, state);
     }
     state->shape = 0;
-    eabi_enter_type(start, text_at, true, state);
+    eabi_enter_type(start, text_at, true, true, state);
     state->shape = cv != 0 ? shape_qualified : 0U;
     return at;
 }

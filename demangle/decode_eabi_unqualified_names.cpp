@@ -32,15 +32,16 @@ const char* eabi_abi_tags(const char* at, eabi_decode_state* state) {
 
 // [ number ] "_", printed as " (instance N)" in the way of unnamed types.
 static const char* instance(const char* at, eabi_decode_state* state) {
+    eabi_put(" (instance ", state);
     std::uint64_t number = 1;
     if (*at != '_') {
         at = eabi_number(at, &number, state);
         number += 2;
     }
-    eabi_put(" (instance ", state);
+    at = eabi_require(at, '_', state);
     eabi_put_number(static_cast<std::int64_t>(number), state);
     eabi_put(')', state);
-    return eabi_require(at, '_', state);
+    return at;
 }
 
 // "Ul" { parameter declaration } type+ "E" [ number ] "_"  |  "Ut" [ number ] "_"

@@ -71,6 +71,12 @@ TEST(DecodeEabiPasses, AnErrorInTheNameOrBehindItLeavesOnlyTheReturnType) {
         {"_ZT?", ""},
         {"_ZGX", ""},
         {"PK?", ""},
+        {"PT0", ""},
+        {"_ZTIT0?", "Typeinfo for "},
+        {"1AIT0E", "A<"},
+        {"_ZGVZ1fvEd0x", "Initialization guard variable for f()::"},
+        {"_ZGVUt0?", "Initialization guard variable for [unnamed type (instance "},
+        {"UlvE?", "[lambda() (instance "},
     };
     for (const Row& row : rows) {
         const Outcome outcome = decode_into(row.name, 500);

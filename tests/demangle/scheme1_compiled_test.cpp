@@ -78,6 +78,10 @@ TEST(Scheme1Compiled, ConversionOperatorsShowTheirTypeAndThenTheirArguments) {
         {"_ZNKR2CacvP1XIS0_IT_EEIccEEv", "Ca::operator X<X<T1>> *<char, char>() const &"},
         // template <template <class> class TT> operator TT<int>()
         {"_ZN2CacvT_IiEI1XEEv", "Ca::operator T1<int><X>()"},
+        // template <class T, const int *(A::*)()> void g(const T *, const T *), with the
+        // address of what A's template <class U> operator const U *() gives for int
+        {"_Z1gIcXadL_ZN1AcvPKT_IiEEvEEEvS3_S3_",
+         "void g<char, &A::operator const T1 *<int>()>(const T1 *, const T1 *)"},
     };
     expect_rows(rows);
 }

@@ -499,6 +499,11 @@ TEST(Scheme1Rows, ConversionOperatorsAndTheSecondAttempt) {
         {"_ZN1AcvMT_IiEcE", "A::operator char T1<int>::*"},
         {"_ZN1AcvMT_IiEcEvq", bad},
         {"_ZN1AIiEcvS0_Ev", "A<int>::operator A<int>()"},
+        {"_ZN1AcvDv4_T_IiEEv", "A::operator T1 __vector(4)<int>()"},
+        // A part of the operator's type keeps to that where it is referred to.
+        {"_ZN1AcvRA3_T_IiEES2_", "A::operator T1 (&)[3]<int>(T1 (&)[3])"},
+        {"_ZN1AcvRA3_T_IiEEPS1_", "A::operator T1 (&)[3]<int>(T1 (*)[3])"},
+        {"_ZN1AcvRKT_IiEEVS1_", "A::operator const T1 &<int>(const volatile T1)"},
     };
     expect_rows(rows);
 }
