@@ -197,6 +197,9 @@ void process_func() {
         return;
     }
     go_to_line(static_cast<unsigned>(func_line));
+    if (CFILE == nullptr) {
+        return;
+    }
     block_state block;
     for (;;) {
         passed_assembly passed;

@@ -73,6 +73,13 @@ char* new_cfile(const char* name) {
     return curr_seen_file_name;
 }
 
+static void close_cfile() {
+    if (CFILE != nullptr && std::fclose(CFILE) != 0) {
+        file_error("Failed to close", curr_open_file_name);
+    }
+    CFILE = nullptr;
+}
+
 void open_cfile(const char* name) {
     if (*name == '\0') {
         file_error("Source file information not available", "");
@@ -84,12 +91,15 @@ void open_cfile(const char* name) {
     if (opened == nullptr) {
         file_warn("Cannot open source file", name);
     }
-    if (CFILE != nullptr && std::fclose(CFILE) != 0) {
-        file_error("Failed to close", curr_open_file_name);
-    }
+    close_cfile();
     CFILE = opened;
     curr_line = 1;
     copy_text(curr_open_file_name, name);
     attach_input(cfile_input, CFILE);
     forget_positions();
+}
+
+void give_up_cfile(const char* message) {
+    file_warn(message, curr_open_file_name);
+    close_cfile();
 }

@@ -30,3 +30,7 @@ char* new_cfile(const char* name);
 // that cannot be opened is warned about and leaves none open; an empty name
 // ends the program with status 1.
 void open_cfile(const char* name);
+
+// Warns of the current C file with `message` and leaves none open: as with a file that
+// cannot be opened, its functions are listed without C lines from here on.
+void give_up_cfile(const char* message);

@@ -54,19 +54,17 @@ void note_position() {
     }
 }
 
-void seek_source(long position) {
-    if (!seek_input(cfile_input, position)) {
-        file_error("Cannot read again", curr_open_file_name);
-    }
-}
-
-// Goes to the last line in the table that is not behind `line`.
-void jump_towards(unsigned line) {
+// Goes to the last line in the table that is not behind `line`. False when that is out
+// of reach, as lines are that have left a pipe.
+bool jump_towards(unsigned line) {
     const std::size_t wanted = (std::max(line, 1U) - 1) / table.stride;
     const std::size_t entry = std::min(wanted, table.used - 1);
-    seek_source(table.positions[entry]);
+    if (!seek_input(cfile_input, table.positions[entry])) {
+        return false;
+    }
     curr_line = line_of(entry);
     table.counts_hold = true;
+    return true;
 }
 
 // True when the table knows a line between the current one and `line`.
@@ -84,8 +82,9 @@ void forget_positions() {
 }
 
 void go_to_line(unsigned line) {
-    if (line < curr_line || table_leads_on(line)) {
-        jump_towards(line);
+    if ((line < curr_line || table_leads_on(line)) && !jump_towards(line)) {
+        give_up_cfile("Cannot read again");
+        return;
     }
     while (curr_line < line && !cfile_input.at_end) {
         std::string_view passed;

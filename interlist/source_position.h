@@ -9,7 +9,8 @@ void forget_positions();
 
 // Makes `line` the next line to be read from CFILE and sets curr_line to it.
 // Lines count from the beginning as myfgets with the full buffer reads them;
-// beyond the end of the file only curr_line moves.
+// beyond the end of the file only curr_line moves. Where the file cannot go back to the
+// line, as a pipe cannot, it is given up with a warning and CFILE is null.
 void go_to_line(unsigned line);
 
 // Reads the next line into in_rec, at most `limit` - 1 characters of it. Does not

@@ -194,6 +194,24 @@ TEST_F(Program, RefusesToLoseLinesOfAPipe) {
     EXPECT_EQ(finished.err, ">> WARNING: Cannot read again '/dev/stdin': Illegal seek\n");
 }
 
+TEST_F(Program, GoesOnWithoutTheLinesThatHaveLeftAPipe) {
+    std::string source;
+    for (int line = 1; line <= 20000; ++line) {
+        source += "line " + std::to_string(line) + "\n";
+    }
+    RunOptions options;
+    options.input = source;
+    folder.write("prog.asm",
+                 "\t.ifile\t\"/dev/stdin\"\n\t.ifunc\t15000\nA\n\t.iendfunc\t15001\n"
+                 "\t.ifunc\t2\nB\n\t.iline\t1\nC\n\t.iendfunc\t6\n"
+                 "\t.ifile\t\"/dev/stdin\"\n\t.ifunc\t15002\nD\n\t.iendfunc\t15003\nE\n");
+    const Finished finished = run({"prog.asm"}, options);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.err, ">> WARNING: Cannot read again '/dev/stdin': Illegal seek\n");
+    EXPECT_EQ(folder.read("prog.cl"),
+              rule + comment(15000, "line 15000") + rule + "A\nB\nC\nD\nE\n");
+}
+
 TEST_F(Program, ReadsAnInputWithTheListingsNameAsEmpty) {
     folder.write("prog.cl", "a\n");
     expect({"prog.cl"}, 0, "", "");
