@@ -147,8 +147,9 @@ struct eabi_name_record {
 // Where compilers disagree on how a class in front of "::" is written and entered. The
 // first reading is tried; where the name goes wrong with it, the other one.
 enum eabi_doubt : unsigned {
-    doubt_one_class = 1,     // "sr" class member, or "sr" class+ "E" member
-    doubt_class_levels = 2,  // "srN" class levels "E" member: whether the levels are entered
+    doubt_one_class = 1,         // "sr" class member, or "sr" class+ "E" member
+    doubt_class_levels = 2,      // "srN" class levels "E" member: whether the levels are entered
+    doubt_dependent_levels = 4,  // the same behind a template parameter or a decltype
 };
 
 enum eabi_mode : unsigned { mode_record = 1, mode_print = 2, mode_both = 3 };

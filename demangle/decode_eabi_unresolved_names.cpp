@@ -123,14 +123,13 @@ static bool at_unresolved_levels(const char* at, eabi_decode_state* state) {
     if (*at != 'N') {
         return false;
     }
-    if (at[1] == 'T' || at[1] == 'D') {
-        return true;
+    if (at[1] == 'T' || at[1] == 'D' ||
+        (at[1] == 'S' && eabi_is_dependent_reference(at + 1, state))) {
+        state->doubts |= doubt_dependent_levels;
+        return (state->second_readings & doubt_dependent_levels) == 0;
     }
     if (at[1] != 'S' || at[2] == 't') {
         return false;
-    }
-    if (eabi_is_dependent_reference(at + 1, state)) {
-        return true;
     }
     state->doubts |= doubt_class_levels;
     return (state->second_readings & doubt_class_levels) != 0;

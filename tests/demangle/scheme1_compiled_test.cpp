@@ -607,6 +607,27 @@ TEST(Scheme1Compiled, QualifiedNamesInExpressions) {
     expect_rows(rows);
 }
 
+// Clang enters nothing of "T::M" in "T::M::dim", GCC enters it like a type. A name that cannot
+// be read the first way is read the second way.
+TEST(Scheme1Compiled, ScopesBehindATemplateParameterAreEnteredOrNot) {
+    static constexpr Row rows[] = {
+        {"_Z1fI1BiEP1XIDTclsrNT_1NIT0_EE2sfcvS3__EEEES2_S3_",
+         "X<decltype(T1::N<T2>::sf(T2()))> * f<B, int>(T1, T2)"},
+        {"_Z1fI1BiEP1XIDTclsrNT_1NIT0_EE2sfcvS4__EEEES2_S4_",
+         "X<decltype(T1::N<T2>::sf(T2()))> * f<B, int>(T1, T2)"},
+        {"_Z1gI1BE1PIXsrNT_1ME3dimEERKS2_PS4_", "P<T1::M::dim> g<B>(const T1 &, const T1 *)"},
+        {"_Z1hI1BiE1PIXsrNT_1NIT0_EE1vEERKS2_S3_PKS3_PS5_",
+         "P<T1::N<T2>::v> h<B, int>(const T1 &, T2, const T2 *, const T1 *)"},
+        {"_Z1kI1BE1PIXsrNT_1ME3dimEERKS2_1XINS2_1MEES6_IPS4_ES6_ISA_ESA_",
+         "P<T1::M::dim> k<B>(const T1 &, X<T1::M>, X<const T1 *>, X<X<const T1 *>>, X<const T1 "
+         "*>)"},
+        {"_Z1kI1BE1PIXsrNT_1ME3dimEERKS2_1XIS3_ES7_IPS5_ES7_ISA_ESA_",
+         "P<T1::M::dim> k<B>(const T1 &, X<T1::M>, X<const T1 *>, X<X<const T1 *>>, X<const T1 "
+         "*>)"},
+    };
+    expect_rows(rows);
+}
+
 TEST(Scheme1Compiled, NamesOfModules) {
     static constexpr Row rows[] = {
         // export module foo.bar; with its parts foo.bar:part and foo.bar:impl
