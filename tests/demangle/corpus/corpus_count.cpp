@@ -51,6 +51,8 @@ const char* word_for(Agreement agreement) {
             return "expressions, parenthesised otherwise";
         case Agreement::enclosing_result:
             return "the result of an enclosing template, shown here only";
+        case Agreement::inherited_constructor:
+            return "inherited constructors, which repeat the base class there";
         case Agreement::unnamed_class:
             return "constructors of unnamed classes, which repeat another name there";
         default:

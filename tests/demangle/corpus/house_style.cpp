@@ -203,6 +203,19 @@ void respace(std::string& text) {
     text = std::move(spaced);
 }
 
+// "A * B::*" -> "A *B::*".
+void close_up_member_pointers(std::string& text) {
+    constexpr std::string_view mark = "::*";
+    for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1)) {
+        const std::size_t start = name_start(text, at);
+        if (start >= 2 && text[start - 1] == ' ' &&
+            (text[start - 2] == '*' || text[start - 2] == '&')) {
+            text.erase(start - 1, 1);
+            --at;
+        }
+    }
+}
+
 // "5ul" -> "5UL".
 void capitalize_suffixes(std::string& text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -368,6 +381,7 @@ std::string house_style(const std::string& name, const std::string& text) {
         replace_words(styled, real + " _Complex", "_Complex " + real);
     }
     respace(styled);
+    close_up_member_pointers(styled);
     capitalize_suffixes(styled);
     rename_unnamed(styled);
     put_operators_back(styled);
@@ -418,12 +432,22 @@ static bool is_without_repeated_text(const std::string& longer, const std::strin
     const auto common = static_cast<std::size_t>(apart.first - longer.begin());
     const std::size_t surplus = longer.size() - std::min(longer.size(), shorter.size());
     for (std::size_t times = 1; times <= surplus; ++times) {
-        if (surplus % times == 0) {
-            std::string without = longer;
-            replace_all(without, longer.substr(common, surplus / times), "");
-            if (without == shorter) {
-                return true;
+        if (surplus % times != 0) {
+            continue;
+        }
+        const std::string text = longer.substr(common, surplus / times);
+        std::string without;
+        for (std::size_t at = 0; at < longer.size();) {
+            if (without.size() < shorter.size() && longer[at] == shorter[without.size()]) {
+                without += longer[at++];
+            } else if (longer.compare(at, text.size(), text) == 0) {
+                at += text.size();
+            } else {
+                break;
             }
+        }
+        if (without == shorter) {
+            return true;
         }
     }
     return false;
@@ -449,6 +473,9 @@ Agreement compare(const std::string& name, const std::string& other_text,
     }
     if (name.find('Z', 2) != std::string::npos && is_without_repeated_text(ours, theirs)) {
         return Agreement::enclosing_result;
+    }
+    if (name.find("CI1") != std::string::npos || name.find("CI2") != std::string::npos) {
+        return Agreement::inherited_constructor;
     }
     for (const char* structor : {"_C1E", "_C2E", "_C5E", "_D0E", "_D1E", "_D2E", "_D5E"}) {
         if (name.find(structor) != std::string::npos &&
