@@ -10,6 +10,7 @@
 #include <system_error>
 #include <vector>
 
+#include "tests/demangle/corpus/agreement.h"
 #include "tests/demangle/corpus/elf_symbols.h"
 #include "tests/demangle/corpus/house_style.h"
 #include "tests/demangle/corpus/refusals.h"
@@ -45,6 +46,8 @@ const char* word_for(Agreement agreement) {
     switch (agreement) {
         case Agreement::same:
             return "the same but for style";
+        case Agreement::with_arguments:
+            return "the same with arguments for template parameters";
         case Agreement::template_parameters:
             return "template parameters, by number here";
         case Agreement::expression:

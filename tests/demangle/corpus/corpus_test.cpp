@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/demangle/corpus/agreement.h"
 #include "tests/demangle/corpus/elf_symbols.h"
 #include "tests/demangle/corpus/house_style.h"
 #include "tests/demangle/corpus/refusals.h"
