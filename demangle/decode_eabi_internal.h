@@ -79,11 +79,11 @@ struct eabi_skipped {
     bool flag;  // of an expression: it shows a ">" outside parentheses
 };
 
-// What was found at the positions where the name had to be looked at from afar, a bit for
-// each position in its first part.
+// Whether one class stands behind the "sr" at a position, which only reading on can tell:
+// a bit for each position in the first part of the name.
 struct eabi_looked {
-    std::uint8_t known[512];
-    std::uint8_t found[512];
+    std::uint8_t known[512];  // the answer is known
+    std::uint8_t found[512];  // and it is yes
 };
 
 struct eabi_decode_state : output_state {

@@ -101,7 +101,7 @@ static void remember_one_class(const char* at, const char* end, bool found,
     }
 }
 
-// The same, looked for once: the name around is looked at for each level around it.
+// The same, looked for once and not for every level around.
 // Entries are made on the way, for what refers to them within, and taken back: the name
 // is still to be read.
 static bool at_one_class(const char* at, eabi_decode_state* state) {
