@@ -44,6 +44,16 @@ const char* eabi_number(const char* at, std::uint64_t* value, eabi_decode_state*
     return at;
 }
 
+const char* eabi_ordinal(const char* at, std::int64_t* number, eabi_decode_state* state) {
+    *number = 1;
+    if (*at != '_') {
+        std::uint64_t value = 0;
+        at = eabi_number(at, &value, state);
+        *number = static_cast<std::int64_t>(value + 2);
+    }
+    return eabi_require(at, '_', state);
+}
+
 static void free_table(eabi_decode_state* state) {
     if (state->subst_table != state->first_entries) {
         std::free(state->subst_table);

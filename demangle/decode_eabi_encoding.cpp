@@ -87,6 +87,31 @@ static const char* eabi_bare_function_type(const char* at, const eabi_name_recor
     return at;
 }
 
+struct kind_suffix {
+    char kind;
+    std::string_view text;
+};
+
+// Of constructors and destructors.
+static constexpr kind_suffix kind_suffixes[] = {
+    {'0', " [deleting]"},   {'1', ""}, {'2', " [subobject]"},
+    {'3', " [allocating]"}, {'7', ""}, {'8', " [static]"},
+    {'9', " [delegation]"},
+};
+
+static void put_kind_suffix(char kind, eabi_decode_state* state) {
+    for (const kind_suffix& suffix : kind_suffixes) {
+        if (suffix.kind == kind) {
+            eabi_put(suffix.text, state);
+            state->is_subobject |= kind == '2' ? 1 : 0;
+            return;
+        }
+    }
+    if (!state->extended) {  // what newer compilers add prints nothing
+        report_bad_name(state);
+    }
+}
+
 // What follows the parameters, and for a name without any the only part.
 static void function_suffix(const eabi_name_record& record, bool is_function,
                             eabi_decode_state* state) {
@@ -99,32 +124,8 @@ static void function_suffix(const eabi_name_record& record, bool is_function,
             eabi_put(record.ref_qualifier == 1 ? " &" : " &&", state);
         }
     }
-    switch (record.ctor_dtor_kind) {
-        case ' ':
-        case '1':
-        case '7':
-            break;
-        case '0':
-            eabi_put(" [deleting]", state);
-            break;
-        case '2':
-            eabi_put(" [subobject]", state);
-            state->is_subobject = 1;
-            break;
-        case '3':
-            eabi_put(" [allocating]", state);
-            break;
-        case '8':
-            eabi_put(" [static]", state);
-            break;
-        case '9':
-            eabi_put(" [delegation]", state);
-            break;
-        default:  // what newer compilers add prints nothing
-            if (!state->extended) {
-                report_bad_name(state);
-            }
-            break;
+    if (record.ctor_dtor_kind != ' ') {
+        put_kind_suffix(record.ctor_dtor_kind, state);
     }
 }
 
@@ -242,26 +243,18 @@ static const char* reference_temporary(const char* at, eabi_decode_state* state)
         const eabi_silence silent(state);
         at = name_once(at, state);
     }
-    std::int64_t number = 0;
-    if (*at != '_' && *at != '\0') {
-        for (; eabi_is_digit(*at) || (*at >= 'A' && *at <= 'Z'); ++at) {
-            const int digit = eabi_is_digit(*at) ? *at - '0' : *at - 'A' + 10;
-            if (number > (std::int64_t{1} << 32)) {
-                report_bad_name(state);
-                return at;
-            }
-            number = number * 36 + digit;
+    std::uint64_t number = 0;
+    if (*at != '\0') {  // old compilers end right after the name
+        const char* const number_end = eabi_sequence_number(at, &number);
+        if (number_end == nullptr) {
+            report_bad_name(state);
+            return at;
         }
-        ++number;
-    }
-    if (*at == '_') {
-        ++at;
-    } else if (*at != '\0' || number != 0) {  // old compilers end right after the name
-        report_bad_name(state);
+        at = number_end + 1;
     }
     if (state->suppress_depth == 0) {
         eabi_put('#', state);
-        eabi_put_number(number, state);
+        eabi_put_number(static_cast<std::int64_t>(number), state);
         eabi_put(" for ", state);
         const eabi_no_record no_record(state);
         name_once(name, state);

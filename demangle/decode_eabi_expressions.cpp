@@ -89,22 +89,19 @@ static const char* function_param(const char* at, eabi_decode_state* state) {
     } else {
         at += 2;
     }
-    while (*at == 'K' || *at == 'V' || *at == 'r') {
+    while (eabi_qualifier_bit(*at) != 0) {
         ++at;
     }
-    std::uint64_t number = 1;
-    if (*at != '_') {
-        at = eabi_number(at, &number, state);
-        number += 2;
-    }
+    std::int64_t number = 0;
+    at = eabi_ordinal(at, &number, state);
     eabi_put("param#", state);
-    eabi_put_number(static_cast<std::int64_t>(number), state);
+    eabi_put_number(number, state);
     if (level != 0) {
         eabi_put("[up ", state);
         eabi_put_number(static_cast<std::int64_t>(level), state);
         eabi_put(level == 1 ? " level]" : " levels]", state);
     }
-    return eabi_require(at, '_', state);
+    return at;
 }
 
 // --- Folds ----------------------------------------------------------------------

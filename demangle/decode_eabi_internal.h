@@ -76,7 +76,7 @@ inline constexpr std::uint32_t eabi_abbreviation_name = 0xFFFFFF00;
 struct eabi_skipped {
     std::uint32_t start;  // offset in the input + 1
     std::uint32_t end;
-    bool flag;  // of an expression: it shows a ">" outside parentheses
+    bool flag;  // of an expression: it shows a ">" outside parentheses; of "sr": one class
 };
 
 // Whether one class stands behind the "sr" at a position, which only reading on can tell:
@@ -266,6 +266,9 @@ inline bool eabi_is_digit(char character) {
 // Reads a run of digits; without one, a bad name and the value 0. Wraps at 64 bits.
 const char* eabi_number(const char* at, std::uint64_t* value, eabi_decode_state* state);
 
+// [ number ] "_": 1, or the number plus 2, the way unnamed types and parameters count.
+const char* eabi_ordinal(const char* at, std::int64_t* number, eabi_decode_state* state);
+
 // Consumes `expected`, or reports a bad name and consumes nothing.
 inline const char* eabi_require(const char* at, char expected, eabi_decode_state* state) {
     if (*at == expected) {
@@ -428,6 +431,11 @@ inline std::uint32_t eabi_last_name_at(const char* at, const eabi_decode_state* 
 const char* eabi_last_name(std::uint32_t last_name, const eabi_decode_state* state);
 
 enum eabi_subst_mode : unsigned { subst_whole = 0, subst_type_prefix = 1, subst_type_suffix = 2 };
+
+// Reads "_", or base-36 digits and "_": 0, or the number that they make plus 1. Gives the
+// position of the "_"; null where something else stands in front of it, and for a number
+// that is past any table.
+const char* eabi_sequence_number(const char* at, std::uint64_t* number);
 
 // Prints what the reference at "S" stands for. `marked` tells a type's suffix that
 // a mark stands in front of it. state->shape is that of the component.

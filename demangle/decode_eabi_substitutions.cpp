@@ -186,24 +186,20 @@ static std::uint64_t base36_digit(char digit) {
     return static_cast<std::uint64_t>(eabi_is_digit(digit) ? digit - '0' : digit - 'A' + 10);
 }
 
-// Reads "_", or base-36 digits and "_", as an index; the value is past any table
-// when it would not fit.
-static const char* read_index(const char* at, std::uint64_t* index, eabi_decode_state* state) {
-    *index = 0;
+const char* eabi_sequence_number(const char* at, std::uint64_t* number) {
+    constexpr std::uint64_t limit = std::uint64_t{1} << 40;
+    *number = 0;
     if (*at == '_') {
         return at;
     }
     do {
-        if (!eabi_is_digit(*at) && (*at < 'A' || *at > 'Z')) {
-            report_bad_name(state);
-            return at;
+        if ((!eabi_is_digit(*at) && (*at < 'A' || *at > 'Z')) || *number > limit) {
+            return nullptr;
         }
-        if (*index < (std::uint64_t{1} << 40)) {
-            *index = *index * 36 + base36_digit(*at);
-        }
+        *number = *number * 36 + base36_digit(*at);
         ++at;
     } while (*at != '_');
-    ++*index;
+    ++*number;
     return at;
 }
 
@@ -228,19 +224,14 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
         return at + 1;
     }
     std::uint64_t index = 0;
-    at = read_index(at, &index, state);
-    if (state->error_seen != 0) {
-        return at;
-    }
-    if (index >= state->subst_count) {
+    const char* const index_end = eabi_sequence_number(at, &index);
+    if (index_end == nullptr || index >= state->subst_count ||
+        // the name of a module, without a name behind it
+        (state->subst_table[index].type_flags & entry_module) != 0) {
         report_bad_name(state);
         return at;
     }
     const eabi_subst_entry& entry = state->subst_table[index];
-    if ((entry.type_flags & entry_module) != 0) {  // without a name behind it
-        report_bad_name(state);
-        return at;
-    }
     const bool copied =
         cv_qualifiers == 0 && mode != subst_type_suffix && text_can_be_copied(entry, state) &&
         state->out_len + entry.text_length < std::min(state->out_size, eabi_max_text);
@@ -251,22 +242,13 @@ const char* eabi_substitution(const char* at, eabi_subst_mode mode, unsigned cv_
     } else {
         print_entry(entry, mode, cv_qualifiers, marked, component, state);
     }
-    return eabi_require(at, '_', state);
+    return index_end + 1;
 }
 
 const eabi_subst_entry* eabi_referenced_entry(const char* at, const eabi_decode_state* state) {
     std::uint64_t index = 0;
-    ++at;
-    if (*at != '_') {
-        for (; eabi_is_digit(*at) || (*at >= 'A' && *at <= 'Z'); ++at) {
-            index = index * 36 + base36_digit(*at);
-            if (index >= state->subst_count) {
-                return nullptr;
-            }
-        }
-        ++index;
-    }
-    return index < state->subst_count ? &state->subst_table[index] : nullptr;
+    const bool readable = eabi_sequence_number(at + 1, &index) != nullptr;
+    return readable && index < state->subst_count ? &state->subst_table[index] : nullptr;
 }
 
 bool eabi_is_template_reference(const char* at, const eabi_decode_state* state) {

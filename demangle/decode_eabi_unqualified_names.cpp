@@ -33,13 +33,9 @@ const char* eabi_abi_tags(const char* at, eabi_decode_state* state) {
 // [ number ] "_", printed as " (instance N)" in the way of unnamed types.
 static const char* instance(const char* at, eabi_decode_state* state) {
     eabi_put(" (instance ", state);
-    std::uint64_t number = 1;
-    if (*at != '_') {
-        at = eabi_number(at, &number, state);
-        number += 2;
-    }
-    at = eabi_require(at, '_', state);
-    eabi_put_number(static_cast<std::int64_t>(number), state);
+    std::int64_t number = 0;
+    at = eabi_ordinal(at, &number, state);
+    eabi_put_number(number, state);
     eabi_put(')', state);
     return at;
 }
@@ -162,8 +158,6 @@ static bool valid_kind(char kind, const eabi_decode_state* state) {
 
 // unqualified-name ::= [ module ] [ "L" ] ( source-name | operator-name | constructor |
 //                      unnamed type | structured binding ) { ABI tag }
-// On entry component->last_name is the class that a constructor repeats; on exit it
-// is this component.
 const char* eabi_unqualified_name(const char* at, eabi_component* component,
                                   eabi_decode_state* state) {
     if (state->steps_left == 0) {

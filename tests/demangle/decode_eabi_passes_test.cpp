@@ -77,6 +77,7 @@ TEST(DecodeEabiPasses, AnErrorInTheNameOrBehindItLeavesOnlyTheReturnType) {
         {"_ZGVZ1fvEd0x", "Initialization guard variable for f()::"},
         {"_ZGVUt0?", "Initialization guard variable for [unnamed type (instance "},
         {"UlvE?", "[lambda() (instance "},
+        {"DTfp0E", "decltype("},
     };
     for (const Row& row : rows) {
         const Outcome outcome = decode_into(row.name, 500);
