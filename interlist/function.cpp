@@ -197,7 +197,7 @@ void process_func() {
         return;
     }
     go_to_line(static_cast<unsigned>(func_line));
-    if (CFILE == nullptr) {
+    if (CFILE == nullptr) {  // the line was out of reach
         return;
     }
     block_state block;
