@@ -2,25 +2,7 @@
 // literals and expressions. Expected texts are literal.
 #include <gtest/gtest.h>
 
-#include "tests/demangle/scheme1_decode.h"
-
-namespace {
-
-struct Row {
-    const char* name;
-    const char* text;
-};
-
-constexpr const char* bad = "<bad name>";
-
-template <std::size_t count>
-void expect_rows(const Row (&rows)[count]) {
-    for (const Row& row : rows) {
-        EXPECT_EQ(decoded(row.name), row.text) << row.name;
-    }
-}
-
-}  // namespace
+#include "tests/demangle/scheme1_rows.h"
 
 TEST(DecodeEabiStyle, OneBlankStandsBeforeTheFirstMarkAndBetweenQualifiersAndAMark) {
     static constexpr Row rows[] = {

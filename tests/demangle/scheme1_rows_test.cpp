@@ -1,28 +1,10 @@
 // Scheme 1, row by row: every entry of its tables, the house style, and the names that
 // are no names. Expected texts are literal.
+#include "tests/demangle/scheme1_rows.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
-
-#include "tests/demangle/scheme1_decode.h"
-
-namespace {
-
-struct Row {
-    const char* name;
-    const char* text;
-};
-
-template <std::size_t count>
-void expect_rows(const Row (&rows)[count], bool decorated = true) {
-    for (const Row& row : rows) {
-        EXPECT_EQ(decoded(row.name, decorated), row.text) << row.name;
-    }
-}
-
-constexpr const char* bad = "<bad name>";
-
-}  // namespace
 
 TEST(Scheme1Rows, BuiltinTypes) {
     static constexpr Row rows[] = {
@@ -494,10 +476,14 @@ TEST(Scheme1Rows, ConversionOperatorsAndTheSecondAttempt) {
         {"_ZN1AcvPFvvEEv", "A::operator void (*)()()"},
         {"_ZN1AcvT_IiEEv", "A::operator T1<int>()"},
         {"_ZN1AcvM1BT_IiEEv", "A::operator T1 B::*<int>()"},
-        // Only the second attempt gives the class of this member pointer its arguments.
+        // A list in the class of a member pointer can only be the class's.
         {"_ZN1AcvMT_IiEcEv", "A::operator char T1<int>::*()"},
         {"_ZN1AcvMT_IiEcE", "A::operator char T1<int>::*"},
         {"_ZN1AcvMT_IiEcEvq", bad},
+        // Two lists behind the type: only the second attempt gives the first to the type.
+        {"_ZN1AcvT_IiEI1BEEv", "A::operator T1<int><B>()"},
+        {"_ZN1AcvPT_IiEI1BEEv", "A::operator T1<int> *<B>()"},
+        {"_ZN1AcvT_IiEI1BEIcEEv", bad},
         {"_ZN1AIiEcvS0_Ev", "A<int>::operator A<int>()"},
         {"_ZN1AcvDv4_T_IiEEv", "A::operator T1 __vector(4)<int>()"},
         // A part of the operator's type keeps to that where it is referred to.
