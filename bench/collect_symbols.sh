@@ -1,6 +1,6 @@
 #!/bin/sh
 # Writes the mangled C++ names that the machine's shared libraries use or define, one
-# a line and each once: the corpus of bench/demangle_bench.cpp.
+# a line and each once: the corpus of bench/scheme1_bench.cpp.
 # Usage: collect_symbols.sh [FOLDER...] >names
 if [ $# -eq 0 ]; then
     set -- /usr/lib/x86_64-linux-gnu /usr/lib/llvm-*/lib

@@ -24,7 +24,7 @@ if [ ! -f sqlite3.c ]; then
 fi
 [ -f sqlite3.s ] || gcc -S -g -O1 sqlite3.c -o sqlite3.s
 [ -f sqlite3.o ] || gcc -c sqlite3.s -o sqlite3.o
-"$build/tools/gas2interlist" sqlite3.s -o sqlite3.asm
+"$build/bin/gas2interlist" sqlite3.s -o sqlite3.asm
 
 # The best time of so many runs, in microseconds.
 best() {
@@ -40,7 +40,7 @@ best() {
 
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
 show() { printf '%-44s %9.1f ms\n' "$1" "$(awk -v t="$2" 'BEGIN { print t / 1000 }')"; }
-interlist() { "$build/interlist/interlist" "$@"; }
+interlist() { "$build/bin/interlist" "$@"; }
 
 listing=$(best "$runs" interlist sqlite3.asm sqlite3.cl)
 copy=$(best "$runs" cat sqlite3.asm)

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "demangle/decode_id.h"
-#include "tools/symdecode_filter.h"
+#include "symdecode/filter.h"
 
 namespace {
 

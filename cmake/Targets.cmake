@@ -23,6 +23,14 @@ function(interlist_target target)
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
 endfunction()
 
+# interlist_program(<name> <source>...): one of the programs that users call. They lie
+# together in bin/ of the build folder.
+function(interlist_program name)
+  add_executable(${name} ${ARGN})
+  interlist_target(${name})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+endfunction()
+
 # interlist_test(<name> [THREADS] [TIMEOUT s] SOURCES ... [LIBRARIES ...] [DEFINITIONS ...])
 # A GoogleTest program, run as one test. THREADS marks it for the tsan preset.
 function(interlist_test name)

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/gas2interlist_place.h"
+#include "gas2interlist/place.h"
 
 using namespace gas2interlist;
 

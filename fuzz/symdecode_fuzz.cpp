@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/symdecode_filter.h"
+#include "symdecode/filter.h"
 
 using pass = std::size_t (*)(text_filter&, std::string_view, bool, std::string&);
 

@@ -12,8 +12,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
   cmake --build build/demo --target interlist gas2interlist
 } >&2
 
-place=$PWD/build/demo/tools/gas2interlist
-list=$PWD/build/demo/interlist/interlist
+place=$PWD/build/demo/bin/gas2interlist
+list=$PWD/build/demo/bin/interlist
 out=$PWD/build/demo/listings
 mkdir -p "$out"
 

@@ -119,5 +119,5 @@ TEST(SourceArchive, BuildsOnItsOwn) {
 
     configure(source, scratch / "build", {"-DINTERLIST_TESTS=OFF"});
     build(scratch / "build", {"--target", "interlist"});
-    EXPECT_EQ(output_of({scratch / "build/interlist/interlist"}).substr(0, 6), "Usage:");
+    EXPECT_EQ(output_of({scratch / "build/bin/interlist"}).substr(0, 6), "Usage:");
 }

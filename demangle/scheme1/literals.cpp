@@ -1,0 +1,214 @@
+// Literals of the Itanium ABI decoder: "L" ... "E", as template arguments and in
+// expressions.
+#include <array>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include "demangle/scheme1/internal.h"
+
+// How the literals of the integer types read.
+struct integer_suffix {
+    char code;
+    std::string_view suffix;
+};
+
+static constexpr integer_suffix integer_suffixes[] = {
+    {'i', ""}, {'j', "U"}, {'l', "L"}, {'m', "UL"}, {'x', "LL"}, {'y', "ULL"},
+};
+
+// --- Floating values ------------------------------------------------------------
+
+// The fewest digits of "%.*g" that give the value back.
+template <typename Number>
+static void put_floating(Number value, eabi_decode_state* state) {
+    std::array<char, 64> text{};
+    std::size_t length = 0;
+    for (int digits = 1; digits <= std::numeric_limits<Number>::max_digits10; ++digits) {
+        const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                       std::chars_format::general, digits);
+        length = static_cast<std::size_t>(end.ptr - text.data());
+        Number back = 0;
+        std::from_chars(text.data(), end.ptr, back);
+        if (back == value || std::isnan(value)) {
+            break;
+        }
+    }
+    eabi_put(text.data(), length, state);
+}
+
+static std::uint64_t hexadecimal(std::string_view digits) {
+    std::uint64_t value = 0;
+    for (const char digit : digits) {
+        value = value << 4U |
+                static_cast<std::uint64_t>(eabi_is_digit(digit) ? digit - '0' : digit - 'a' + 10);
+    }
+    return value;
+}
+
+// A value with an exponent of 15 bits, its fraction given as high and low parts of
+// 64 bits each below `scale` powers of two.
+static long double wide_value(bool negative, std::uint64_t exponent, long double fraction,
+                              bool fraction_is_zero) {
+    constexpr std::uint64_t special = 0x7FFF;
+    long double value = 0;
+    if (exponent == special) {
+        value = fraction_is_zero ? std::numeric_limits<long double>::infinity()
+                                 : std::numeric_limits<long double>::quiet_NaN();
+    } else {
+        value = std::ldexp(fraction, static_cast<int>(exponent == 0 ? 1 : exponent) - 16383);
+    }
+    return negative ? -value : value;
+}
+
+// The image of a long double: 20 digits, or these at the end of 24 or 32, for the
+// extended format; 32 for the quadruple one; 16 where it is a double.
+static void put_long_double(std::string_view image, eabi_decode_state* state) {
+    if (image.size() == 16) {
+        put_floating(std::bit_cast<double>(hexadecimal(image)), state);
+        return;
+    }
+    const std::size_t padding = image.size() - 20;
+    const bool padded = image.substr(0, padding).find_first_not_of('0') == std::string_view::npos;
+    if (image.size() != 32 || padded) {
+        const std::string_view digits = image.substr(padding);
+        const std::uint64_t head = hexadecimal(digits.substr(0, 4));
+        const std::uint64_t significand = hexadecimal(digits.substr(4));
+        const long double fraction = std::ldexp(static_cast<long double>(significand), -63);
+        put_floating(
+            wide_value((head & 0x8000U) != 0, head & 0x7FFFU, fraction, (significand << 1U) == 0),
+            state);
+        return;
+    }
+    const std::uint64_t high = hexadecimal(image.substr(0, 16));
+    const std::uint64_t low = hexadecimal(image.substr(16));
+    const std::uint64_t exponent = high >> 48U & 0x7FFFU;
+    const std::uint64_t top = high & 0xFFFFFFFFFFFFU;
+    const long double fraction = std::ldexp(static_cast<long double>(top), -48) +
+                                 std::ldexp(static_cast<long double>(low), -112) +
+                                 (exponent != 0 ? 1.0L : 0.0L);
+    put_floating(wide_value((high >> 63U) != 0, exponent, fraction, top == 0 && low == 0), state);
+}
+
+static bool is_floating(char code) {
+    return code == 'f' || code == 'd' || code == 'e';
+}
+
+static bool valid_image_length(char code, std::size_t length) {
+    switch (code) {
+        case 'f':
+            return length == 8;
+        case 'd':
+            return length == 16;
+        default:
+            return length == 16 || length == 20 || length == 24 || length == 32;
+    }
+}
+
+// The image of a floating value of the type `code`, in lower-case hexadecimal.
+static const char* floating_image(const char* at, char code, eabi_decode_state* state) {
+    const char* const start = at;
+    while (eabi_is_digit(*at) || (*at >= 'a' && *at <= 'f')) {
+        ++at;
+    }
+    const std::string_view image(start, static_cast<std::size_t>(at - start));
+    if (!valid_image_length(code, image.size())) {
+        report_bad_name(state);
+    } else if (state->suppress_depth == 0) {
+        if (code == 'f') {
+            put_floating(std::bit_cast<float>(static_cast<std::uint32_t>(hexadecimal(image))),
+                         state);
+        } else if (code == 'd') {
+            put_floating(std::bit_cast<double>(hexadecimal(image)), state);
+        } else {
+            put_long_double(image, state);
+        }
+    }
+    return at;
+}
+
+// "C" floating-type image "_" image "E", behind the type.
+static const char* complex_value(const char* at, char code, eabi_decode_state* state) {
+    eabi_put('(', state);
+    at = floating_image(at, code, state);
+    at = eabi_require(at, '_', state);
+    eabi_put(", ", state);
+    at = floating_image(at, code, state);
+    eabi_put(')', state);
+    return at;
+}
+
+// --- Everything else ------------------------------------------------------------
+
+// [ "n" ] digits, as they are written.
+static const char* signed_digits(const char* at, eabi_decode_state* state) {
+    if (*at == 'n') {
+        eabi_put('-', state);
+        ++at;
+    }
+    const char* const start = at;
+    while (eabi_is_digit(*at)) {
+        ++at;
+    }
+    if (at == start) {
+        report_bad_name(state);
+    }
+    eabi_put(start, static_cast<std::size_t>(at - start), state);
+    return at;
+}
+
+// The value behind the type of a cast.
+static const char* cast_value(const char* type, const char* at, eabi_decode_state* state) {
+    if (is_floating(*type)) {
+        return floating_image(at, *type, state);
+    }
+    if (*type == 'C' && is_floating(type[1])) {
+        return complex_value(at, type[1], state);
+    }
+    // A string shows its type and no characters.
+    const bool is_array = *type == 'A' || (*type == 'K' && type[1] == 'A');
+    if (*at == 'E' && is_array) {
+        eabi_put("\"...\"", state);
+        return at;
+    }
+    return signed_digits(at, state);
+}
+
+// literal ::= "L" type value "E" | "L_Z" encoding "E"
+const char* eabi_literal(const char* at, eabi_decode_state* state) {
+    ++at;
+    const eabi_level level(state);
+    if (state->error_seen != 0) {
+        return at;
+    }
+    if (at[0] == '_' && at[1] == 'Z') {
+        const unsigned lambda_flag = state->lambda_flag;
+        state->lambda_flag = 0;
+        at = eabi_encoding(at + 2, true, state);
+        state->lambda_flag = lambda_flag;
+        return eabi_require(at, 'E', state);
+    }
+    for (const integer_suffix& row : integer_suffixes) {
+        if (row.code == *at) {
+            at = signed_digits(at + 1, state);
+            eabi_put(row.suffix, state);
+            return eabi_require(at, 'E', state);
+        }
+    }
+    if (at[0] == 'b' && (at[1] == '0' || at[1] == '1') && at[2] == 'E') {
+        eabi_put(at[1] == '0' ? "false" : "true", state);
+        return at + 3;
+    }
+    if (at[0] == 'D' && at[1] == 'n') {
+        eabi_put("nullptr", state);
+        return eabi_require(at[2] == '0' ? at + 3 : at + 2, 'E', state);
+    }
+    const char* const type = at;
+    eabi_put('(', state);
+    at = eabi_whole_type(at, true, state);
+    eabi_put(')', state);
+    at = cast_value(eabi_spelled_type(type, state), at, state);
+    return eabi_require(at, 'E', state);
+}

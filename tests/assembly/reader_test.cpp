@@ -1,0 +1,323 @@
+// What the reader takes from an assembly text: files, functions, positions, errors.
+#include "assembly/reader.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+using namespace gas2interlist;
+
+namespace {
+
+Assembly read(std::string_view text) {
+    Assembly assembly;
+    const std::optional<AssemblyError> error = read_assembly(text, assembly);
+    EXPECT_FALSE(error) << error->line << ": " << error->message;
+    return assembly;
+}
+
+// "LINE: MESSAGE", or nothing when the text is fine.
+std::string error_of(std::string_view text) {
+    Assembly assembly;
+    const std::optional<AssemblyError> error = read_assembly(text, assembly);
+    return error ? std::to_string(error->line) + ": " + error->message : "";
+}
+
+// The lines of each function, with its symbol before them.
+std::vector<std::string> functions(std::string_view text) {
+    std::vector<std::string> result;
+    for (const Function& it : read(text).functions) {
+        result.push_back(std::string(it.symbol) + "|" +
+                         std::string(text.substr(it.begin, it.end - it.begin)));
+    }
+    return result;
+}
+
+// The source lines that code was found for, in the only function of the text.
+std::vector<unsigned> lines_with_code(std::string_view body) {
+    std::string text = "\t.type f, @function\nf:\n";
+    text += body;
+    text += "\t.size f, .-f\n";
+    std::vector<unsigned> lines;
+    for (const Position& it : read(text).positions) {
+        lines.push_back(it.line);
+    }
+    return lines;
+}
+
+using Lines = std::vector<unsigned>;
+using Texts = std::vector<std::string>;
+
+}  // namespace
+
+TEST(AssemblyFiles, BothFormsOfAnEntryAreRead) {
+    const Assembly assembly = read(
+        "\t.file\t\"main.c\"\n"
+        "\t.file 1 \"a.c\"\n"
+        "\t.file\t2 \"dir\" \"b.h\" md5 0x0123456789abcdef0123456789abcdef\n"
+        "\t.file 3 \"c.c\" md5 0x0123456789abcdef0123456789abcdef\n");
+    EXPECT_EQ(assembly.main_file, "main.c");
+    EXPECT_EQ(assembly.files.at(1).directory, "");
+    EXPECT_EQ(assembly.files.at(1).name, "a.c");
+    EXPECT_EQ(assembly.files.at(2).directory, "dir");
+    EXPECT_EQ(assembly.files.at(2).name, "b.h");
+    EXPECT_EQ(assembly.files.at(3).name, "c.c");
+}
+
+TEST(AssemblyFiles, EscapesInNamesAreResolved) {
+    const Assembly assembly = read(
+        "\t.file 1 \"a b.c\"\n"
+        "\t.file 2 \"a\\\"b\\\\c.c\"\n"
+        "\t.file 3 \"\\303\\251t\\303\\251.c\"\n"
+        "\t.file 4 \"\\x41\\b\\f\\n\\r\\t\\q\\1012.c\"\n");
+    EXPECT_EQ(assembly.files.at(1).name, "a b.c");
+    EXPECT_EQ(assembly.files.at(2).name, "a\"b\\c.c");
+    EXPECT_EQ(assembly.files.at(3).name, "\303\251t\303\251.c");
+    EXPECT_EQ(assembly.files.at(4).name, "A\b\f\n\r\tqA2.c");
+}
+
+TEST(AssemblyFiles, TheCompilationDirectoryIsThatOfFileZeroOrOfTheMainFile) {
+    EXPECT_EQ(read("\t.file 0 \"/dir\" \"a.c\"\n\t.file 1 \"x\" \"a.c\"\n").compilation_directory,
+              "/dir");
+    EXPECT_EQ(read("\t.file \"a.c\"\n\t.file 1 \"/dir\" \"a.c\"\n").compilation_directory, "/dir");
+    EXPECT_EQ(read("\t.file 1 \"/dir\" \"a.c\"\n").compilation_directory, "/dir");
+    EXPECT_EQ(read("\t.file \"a.c\"\n\t.file 1 \"/usr\" \"b.h\"\n").compilation_directory, "");
+}
+
+TEST(AssemblyFiles, AnEntryMayBeRepeatedButNotChanged) {
+    EXPECT_EQ(error_of("\t.file 1 \"a.c\"\n\t.file 1 \"a.c\"\n"), "");
+    EXPECT_EQ(error_of("\t.file 1 \"a.c\"\n\t.file 1 \"b.c\"\n"),
+              "2: file number 1 is already in use");
+}
+
+TEST(AssemblyFunctions, BeginWithTheDirectivesBeforeTheirLabel) {
+    const std::string_view text =
+        "\t.text\n"
+        ".Ltext0:\n"
+        "\t.globl\tf\n"
+        "\t.type\tf, @function\n"
+        "f:\n"
+        "\t.cfi_startproc\n"
+        "\tret\n"
+        "\t.cfi_endproc\n"
+        "\t.size\tf, .-f\n";
+    EXPECT_EQ(functions(text),
+              Texts{"f|\t.globl\tf\n\t.type\tf, @function\nf:\n\t.cfi_startproc\n\tret\n"
+                    "\t.cfi_endproc\n"});
+}
+
+TEST(AssemblyFunctions, WithoutUnwindTablesEndWithTheirSize) {
+    const std::string_view text =
+        "\t.type\tf, %function\n"
+        "f:\n"
+        "\tbx lr\n"
+        "\t.size\tg, .-g\n"
+        "\t.size\tf, .-f\n"
+        "\t.ident \"x\"\n";
+    EXPECT_EQ(functions(text),
+              Texts{"f|\t.type\tf, %function\nf:\n\tbx lr\n\t.size\tg, .-g\n\t.size\tf, .-f\n"});
+}
+
+TEST(AssemblyFunctions, WithoutAnyEndReachToTheNextOne) {
+    const std::string_view text =
+        "\t.type f, #function\n"
+        "\t.type g, STT_FUNC\n"
+        "f:\n"
+        "\tnop\n"
+        "g:\n"
+        "\tnop";
+    EXPECT_EQ(functions(text),
+              (Texts{"f|\t.type f, #function\n\t.type g, STT_FUNC\nf:\n\tnop\n", "g|g:\n"}));
+}
+
+TEST(AssemblyFunctions, AreFoundByTheirProcedureWhereNoTypeIsGiven) {
+    const std::string_view text =
+        "_data:\n"
+        "\t.long 5\n"
+        "\t.section __TEXT,__text,regular,pure_instructions\n"
+        "\t.globl\t_f                              ## -- Begin function f\n"
+        "_f:                                     ## @f\n"
+        "Lfunc_begin0:\n"
+        "\t.file\t1 \"/dir\" \"a.c\"\n"
+        "\t.loc\t1 7 0                           ## a.c:7:0\n"
+        "\t.cfi_startproc\n"
+        "\tretq\n"
+        "\t.cfi_endproc\n";
+    const Assembly assembly = read(text);
+    ASSERT_EQ(assembly.functions.size(), 1U);
+    EXPECT_EQ(assembly.functions[0].symbol, "_f");
+    ASSERT_TRUE(assembly.functions[0].entry);
+    EXPECT_EQ(assembly.functions[0].entry->line, 7U);
+    EXPECT_TRUE(text.substr(assembly.functions[0].begin).starts_with("\t.section __TEXT"));
+}
+
+TEST(AssemblyFunctions, OfWindowsObjectsAreTypedBetweenDefAndEndef) {
+    EXPECT_EQ(functions("\t.def\tf;\t.scl\t2;\t.type\t32;\t.endef\nf:\n\tret\n"),
+              Texts{"f|\t.def\tf;\t.scl\t2;\t.type\t32;\t.endef\nf:\n\tret\n"});
+    EXPECT_EQ(functions("\t.def\t f;\n\t.scl\t2;\n\t.type\t32;\n\t.endef\nf:\n\tret\n"),
+              Texts{"f|\t.def\t f;\n\t.scl\t2;\n\t.type\t32;\n\t.endef\nf:\n\tret\n"});
+    EXPECT_EQ(functions("\t.def\tv;\t.scl\t2;\t.type\t0;\t.endef\nv:\n\t.long 1\n"), Texts{});
+}
+
+TEST(AssemblyFunctions, SplitInTwoAreTwo) {
+    const std::string_view text =
+        "\t.type\tf, @function\n"
+        "f:\n"
+        "\t.cfi_startproc\n"
+        "\tjne .L2\n"
+        "\t.cfi_endproc\n"
+        "\t.section\t.text.unlikely\n"
+        "\t.cfi_startproc\n"
+        "\t.type\tf.cold, @function\n"
+        "f.cold:\n"
+        ".L2:\n"
+        "\tcall abort\n"
+        "\t.cfi_endproc\n"
+        "\t.text\n"
+        "\t.size\tf, .-f\n"
+        "\t.section\t.text.unlikely\n"
+        "\t.size\tf.cold, .-f.cold\n";
+    EXPECT_EQ(functions(text),
+              (Texts{"f|\t.type\tf, @function\nf:\n\t.cfi_startproc\n\tjne .L2\n\t.cfi_endproc\n",
+                     "f.cold|\t.section\t.text.unlikely\n\t.cfi_startproc\n"
+                     "\t.type\tf.cold, @function\nf.cold:\n.L2:\n\tcall abort\n\t.cfi_endproc\n"}));
+}
+
+TEST(AssemblyFunctions, MayHaveAQuotedName) {
+    EXPECT_EQ(functions("\t.type \"a b\", @function\n\"a b\":\n\tret\n"),
+              Texts{"a b|\t.type \"a b\", @function\n\"a b\":\n\tret\n"});
+}
+
+TEST(AssemblyFunctions, OnDataLabelsAreNone) {
+    EXPECT_EQ(functions("\t.type v, @object\nv:\n\t.long 1\n"), Texts{});
+}
+
+TEST(AssemblyPositions, AreThoseWithCodeBehindThem) {
+    EXPECT_EQ(lines_with_code("\t.loc 1 3 1\n"
+                              "\t.loc 1 4 3 view .LVU1\n"
+                              "\t.loc 1 5 3 is_stmt 0 view .LVU2\n"
+                              "\tmovl %eax, %ebx\n"
+                              "\t.loc 1 6\n"
+                              "\t.loc 1 7 1 prologue_end discriminator 2\n"
+                              "\tret\n"
+                              "\t.loc 1 8\n"),
+              (Lines{5, 7}));
+}
+
+TEST(AssemblyPositions, LineZeroIsAPositionButNoEntry) {
+    const std::string_view text =
+        "\t.type f, @function\nf:\n\t.loc 1 0 0\n\tnop\n\t.loc 1 9 0\n\tnop\n";
+    const Assembly assembly = read(text);
+    ASSERT_TRUE(assembly.functions[0].entry);
+    EXPECT_EQ(assembly.functions[0].entry->line, 9U);
+    ASSERT_EQ(assembly.positions.size(), 1U);
+    EXPECT_EQ(assembly.positions[0].line, 0U);
+}
+
+TEST(AssemblyPositions, NoTargetsCommentIsCode) {
+    EXPECT_EQ(lines_with_code("\t.loc 1 3 1\n"
+                              "\t.loc 1 4 1\n"
+                              "# %bb.0:\n"
+                              "\t#DEBUG_VALUE: x <- 0\n"
+                              "@ arm\n"
+                              "\t@ arm\n"
+                              "// aarch64\n"
+                              "; several\n"
+                              "| 68k\n"
+                              "! sparc\n"
+                              "/* any */\n"
+                              "\n"
+                              "\t.loc 1 5 1\n"
+                              "\t{ r0 = r1 }\n"),
+              Lines{5});
+}
+
+TEST(AssemblyPositions, DirectivesBetweenAPositionAndItsCodeDoNotPartThem) {
+    EXPECT_EQ(lines_with_code("\t.loc 1 3\n\t.loc 1 4\n\t.cfi_def_cfa_offset 16\n.L3:\n\tnop\n"),
+              Lines{4});
+}
+
+TEST(AssemblyPositions, ADirectiveGoesBeforeTheLabelsThatLeadToTheCode) {
+    const std::string_view text =
+        "\t.type f, @function\n"
+        "f:\n"
+        "\t.loc 1 3\n"
+        "\tnop\n"
+        "\t.cfi_def_cfa_offset 16\n"
+        "\t.p2align 4,,10\n"
+        ".L3:\n"
+        "\t.loc 1 5\n"
+        "\tnop\n";
+    const Assembly assembly = read(text);
+    ASSERT_EQ(assembly.positions.size(), 1U);
+    EXPECT_TRUE(text.substr(assembly.positions[0].at).starts_with("\t.p2align"));
+}
+
+TEST(AssemblyPositions, OutsideFunctionsAreNone) {
+    EXPECT_TRUE(read("\t.loc 1 3\n\tnop\n").positions.empty());
+}
+
+TEST(AssemblyText, MacroBodiesAreNotRead) {
+    EXPECT_EQ(error_of("\t.macro m file\n\t.loc \\file\n\t.endm\n"), "");
+    EXPECT_EQ(error_of("\t.macro m file\n\t.endm\n\t.loc \\file\n"), "3: bad file number in .loc");
+}
+
+TEST(AssemblyText, CarriageReturnsEndLinesToo) {
+    const Assembly assembly = read("\t.type f, @function\r\nf:\r\n\t.loc 1 3\r\n\tret\r\n");
+    EXPECT_TRUE(assembly.carriage_returns);
+    ASSERT_EQ(assembly.functions.size(), 1U);
+    EXPECT_EQ(assembly.functions[0].entry->line, 3U);
+}
+
+// The interlister drops these bytes from the lines of a function.
+TEST(AssemblyText, AFunctionWithBytesThatAListingLosesCanHoldNoDirectives) {
+    const auto can_hold = [](const std::string& body) {
+        return read("\t.type f, @function\nf:\n" + body + "\n").functions[0].can_hold_directives;
+    };
+    EXPECT_TRUE(can_hold("\tnop # \351\376\001"));
+    EXPECT_FALSE(can_hold("\tnop # \377"));
+    EXPECT_FALSE(can_hold("\tnop # \032"));
+    EXPECT_TRUE(can_hold("\tnop # " + std::string(20000, 'x')));
+    EXPECT_TRUE(can_hold("\tnop\r"));
+    EXPECT_FALSE(can_hold("\tnop # " + std::string(20000, 'x') + "\r"));
+}
+
+TEST(AssemblyErrors, NameTheLine) {
+    EXPECT_EQ(error_of("\tnop\n\t.loc\n"), "2: bad file number in .loc");
+    EXPECT_EQ(error_of("\t.loc x 1\n"), "1: bad file number in .loc");
+    EXPECT_EQ(error_of("\t.loc -1 1\n"), "1: bad file number in .loc");
+    EXPECT_EQ(error_of("\t.loc 4294967296 1\n"), "1: bad file number in .loc");
+    EXPECT_EQ(error_of("\t.loc 1\n"), "1: bad line number in .loc");
+    EXPECT_EQ(error_of("\t.loc 1 x\n"), "1: bad line number in .loc");
+    EXPECT_EQ(error_of("\t.loc 1 12x\n"), "1: bad line number in .loc");
+    EXPECT_EQ(error_of("\t.loc 1 2147483647\n"), "1: bad line number in .loc");
+    EXPECT_EQ(error_of("\t.loc 1 2147483646\n"), "");
+    EXPECT_EQ(error_of("\t.file\n"), "1: bad file name in .file");
+    EXPECT_EQ(error_of("\t.file a.c\n"), "1: bad file name in .file");
+    EXPECT_EQ(error_of("\t.file 1\n"), "1: bad file name in .file");
+    EXPECT_EQ(error_of("\t.file 1 \"a.c\n"), "1: bad file name in .file");
+    EXPECT_EQ(error_of("\t.file 1 \"a.c\\\n"), "1: bad file name in .file");
+    EXPECT_EQ(error_of("\t.file 1 \"dir\" \"a.c\n"), "1: bad file name in .file");
+    EXPECT_EQ(error_of("\t.file 1x \"a.c\"\n"), "1: bad file number in .file");
+}
+
+TEST(AssemblyErrors, ProceduresMustBeginAndEndInTurn) {
+    EXPECT_EQ(error_of("\t.cfi_startproc\n\n\t.cfi_startproc\n"),
+              "3: a procedure begins inside the one of line 1");
+    EXPECT_EQ(error_of("\n\t.cfi_endproc\n"), "2: a procedure ends that has not begun");
+    EXPECT_EQ(error_of("f:\n\t.cfi_startproc\n\tnop\n"),
+              "3: the input ends inside the procedure of line 2");
+}
+
+TEST(AssemblyErrors, InterlistDirectivesMustNotBeThereYet) {
+    EXPECT_EQ(error_of("\tnop\n\t.ifile\t\"a.c\"\n"),
+              "2: the input already has interlist directives (.ifile)");
+    EXPECT_EQ(error_of("\t.ifunc\t1\n"), "1: the input already has interlist directives (.ifunc)");
+    EXPECT_EQ(error_of("\t.iline\t1\n"), "1: the input already has interlist directives (.iline)");
+    EXPECT_EQ(error_of("\t.isym\t_f\n"), "1: the input already has interlist directives (.isym)");
+    EXPECT_EQ(error_of("\t.iendfunc\t1\n"),
+              "1: the input already has interlist directives (.iendfunc)");
+    EXPECT_EQ(error_of(" .iline\t1\n\t.iline 1\n\t.ident\t\"x\"\n"), "");
+}
