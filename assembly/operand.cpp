@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace gas2interlist {
+namespace assembly {
 namespace {
 
 bool is_symbol_character(char c) {
@@ -120,4 +120,4 @@ std::string_view take_symbol(std::string_view& rest) {
     return symbol;
 }
 
-}  // namespace gas2interlist
+}  // namespace assembly

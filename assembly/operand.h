@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace gas2interlist {
+namespace assembly {
 
 inline bool is_blank(char c) {
     return c == ' ' || c == '\t';
@@ -32,4 +32,4 @@ std::optional<std::string> take_string(std::string_view& rest);
 // A symbol, in quotes or bare. A view into the text; empty when there is none.
 std::string_view take_symbol(std::string_view& rest);
 
-}  // namespace gas2interlist
+}  // namespace assembly

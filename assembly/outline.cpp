@@ -10,7 +10,7 @@
 
 #include "assembly/token.h"
 
-namespace gas2interlist {
+namespace assembly {
 namespace {
 
 constexpr std::array<std::string_view, 13> control_words = {
@@ -37,7 +37,7 @@ bool is_one_of(std::string_view word, const auto& words) {
     return std::binary_search(words.begin(), words.end(), word);
 }
 
-enum class Token : std::uint8_t {
+enum class token_kind : std::uint8_t {
     none,
     word,
     number,
@@ -54,7 +54,7 @@ enum class Token : std::uint8_t {
 
 // What is known of the statement being read: all that tells a function's declaration
 // from anything else that a brace may follow.
-struct Statement {
+struct statement_state {
     std::uint32_t line = 0;  // of its first token; 0 while it has none
     std::size_t at = 0;
     std::size_t tokens = 0;
@@ -73,25 +73,25 @@ struct Statement {
 };
 
 // One `#if` that is open.
-struct Conditional {
+struct conditional_state {
     std::size_t block;  // the state at its beginning, for its other branches
     std::size_t paren_depth;
-    Statement statement;
+    statement_state statement;
     // How the deepest branch so far ended, once a branch has.
     std::optional<std::size_t> end = {};
-    Statement end_statement = {};
+    statement_state end_statement = {};
 };
 
-struct Lexer {
-    SourceOutline outline;
+struct outline_reader {
+    source_outline outline;
     std::string_view text;
     std::size_t at = 0;
     std::uint32_t line = 1;
 
-    Statement statement;
+    statement_state statement;
     // The statement that a K&R parameter declaration may belong to.
-    Statement old_style;
-    Token previous = Token::none;
+    statement_state old_style;
+    token_kind previous = token_kind::none;
     std::string_view previous_word;
     std::uint32_t previous_line = 0;  // of the last token
     std::size_t paren_depth = 0;
@@ -100,516 +100,518 @@ struct Lexer {
     std::size_t block = no_block;  // innermost open one
     // Beside each block: the statement and depth to go on with, the block that stands
     // for it in the other branch of a conditional, and how deep it lies.
-    std::vector<Statement> resume;
+    std::vector<statement_state> resume;
     std::vector<std::size_t> resume_depth;
     std::vector<std::size_t> twin;
     std::vector<std::size_t> depth;
-    std::vector<Conditional> conditionals;
+    std::vector<conditional_state> conditionals;
 };
 
-char peek(const Lexer& lexer, std::size_t ahead = 0) {
-    return lexer.at + ahead < lexer.text.size() ? lexer.text[lexer.at + ahead] : '\0';
+char peek(const outline_reader& reader, std::size_t ahead = 0) {
+    return reader.at + ahead < reader.text.size() ? reader.text[reader.at + ahead] : '\0';
 }
 
-void mark_statement_end(Lexer& lexer) {
-    if (lexer.outline.statement_end.size() <= lexer.line) {
-        lexer.outline.statement_end.resize(lexer.line + 1);
+void mark_statement_end(outline_reader& reader) {
+    if (reader.outline.statement_end.size() <= reader.line) {
+        reader.outline.statement_end.resize(reader.line + 1);
     }
-    lexer.outline.statement_end[lexer.line] = true;
+    reader.outline.statement_end[reader.line] = true;
 }
 
 // Moves to `end`, which may lie some lines on.
-void move_to(Lexer& lexer, std::size_t end) {
-    lexer.line += static_cast<std::uint32_t>(
-        std::count(lexer.text.begin() + static_cast<std::ptrdiff_t>(lexer.at),
-                   lexer.text.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
-    lexer.at = end;
+void move_to(outline_reader& reader, std::size_t end) {
+    reader.line += static_cast<std::uint32_t>(
+        std::count(reader.text.begin() + static_cast<std::ptrdiff_t>(reader.at),
+                   reader.text.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
+    reader.at = end;
 }
 
-std::string_view take_word(Lexer& lexer) {
-    const std::size_t begin = lexer.at;
-    lexer.at = end_of_word(lexer.text, begin);
-    return lexer.text.substr(begin, lexer.at - begin);
+std::string_view take_word(outline_reader& reader) {
+    const std::size_t begin = reader.at;
+    reader.at = end_of_word(reader.text, begin);
+    return reader.text.substr(begin, reader.at - begin);
 }
 
 // --- Statements and blocks ---
 
-void reset_statement(Lexer& lexer) {
-    lexer.statement = Statement();
-    lexer.previous = Token::none;
-    lexer.previous_word = {};
-    lexer.bracket_depth = 0;
+void reset_statement(outline_reader& reader) {
+    reader.statement = statement_state();
+    reader.previous = token_kind::none;
+    reader.previous_word = {};
+    reader.bracket_depth = 0;
 }
 
-void begin_token(Lexer& lexer) {
-    Statement& statement = lexer.statement;
+void begin_token(outline_reader& reader) {
+    statement_state& statement = reader.statement;
     if (statement.line == 0) {
-        statement.line = lexer.line;
-        statement.at = lexer.at;
+        statement.line = reader.line;
+        statement.at = reader.at;
     }
     ++statement.tokens;
-    lexer.previous_line = lexer.line;
+    reader.previous_line = reader.line;
 }
 
-bool is_initializer(const Lexer& lexer) {
-    const Statement& statement = lexer.statement;
-    if (statement.capture_line != 0 && lexer.previous != Token::assign) {
+bool is_initializer(const outline_reader& reader) {
+    const statement_state& statement = reader.statement;
+    if (statement.capture_line != 0 && reader.previous != token_kind::assign) {
         return false;
     }
     if (statement.constructing) {
-        return lexer.previous == Token::word || lexer.previous == Token::angle;
+        return reader.previous == token_kind::word || reader.previous == token_kind::angle;
     }
-    if (lexer.previous == Token::word && lexer.previous_word == "requires") {
+    if (reader.previous == token_kind::word && reader.previous_word == "requires") {
         return true;
     }
     if (statement.line == 0) {
-        return lexer.block != no_block &&
-               lexer.outline.blocks[lexer.block].kind == BlockKind::initializer;
+        return reader.block != no_block &&
+               reader.outline.blocks[reader.block].kind == block_kind::initializer;
     }
-    return statement.assigned || lexer.paren_depth > 0 || lexer.previous == Token::assign ||
-           lexer.previous == Token::comma;
+    return statement.assigned || reader.paren_depth > 0 || reader.previous == token_kind::assign ||
+           reader.previous == token_kind::comma;
 }
 
 // Whether statements, rather than declarations, stand at this place.
-bool is_in_body(const Lexer& lexer) {
-    return lexer.block != no_block && lexer.outline.blocks[lexer.block].kind != BlockKind::scope;
+bool is_in_body(const outline_reader& reader) {
+    return reader.block != no_block &&
+           reader.outline.blocks[reader.block].kind != block_kind::scope;
 }
 
-BlockKind kind_of_block(const Lexer& lexer) {
-    const Statement& statement = lexer.statement;
-    if (is_initializer(lexer)) {
-        return BlockKind::initializer;
+block_kind kind_of_block(const outline_reader& reader) {
+    const statement_state& statement = reader.statement;
+    if (is_initializer(reader)) {
+        return block_kind::initializer;
     }
     if (statement.capture_line != 0) {
-        return BlockKind::function;
+        return block_kind::function;
     }
     // `class EXPORT(x) name {`, not `struct type* name(...) {`
     const bool is_scope =
-        statement.name_space || (statement.scope && lexer.previous == Token::word &&
-                                 !is_one_of(lexer.previous_word, trailing_words));
+        statement.name_space || (statement.scope && reader.previous == token_kind::word &&
+                                 !is_one_of(reader.previous_word, trailing_words));
     if (statement.parameters && !statement.control && !is_scope &&
-        (statement.declares || !is_in_body(lexer))) {
-        return BlockKind::function;
+        (statement.declares || !is_in_body(reader))) {
+        return block_kind::function;
     }
     if (statement.scope) {
-        return BlockKind::scope;
+        return block_kind::scope;
     }
     if (statement.line == 0) {
-        return lexer.old_style.line != 0 ? BlockKind::function : BlockKind::statement;
+        return reader.old_style.line != 0 ? block_kind::function : block_kind::statement;
     }
     // extern "C" {
-    return is_in_body(lexer) || lexer.previous != Token::literal ? BlockKind::statement
-                                                                 : BlockKind::scope;
+    return is_in_body(reader) || reader.previous != token_kind::literal ? block_kind::statement
+                                                                        : block_kind::scope;
 }
 
-void open_block(Lexer& lexer) {
+void open_block(outline_reader& reader) {
     // A brace in the first column begins a body, whatever parentheses a conditional left open.
-    if (!is_in_body(lexer) && lexer.at > 0 && lexer.text[lexer.at - 1] == '\n') {
-        lexer.paren_depth = 0;
+    if (!is_in_body(reader) && reader.at > 0 && reader.text[reader.at - 1] == '\n') {
+        reader.paren_depth = 0;
     }
-    const BlockKind kind = kind_of_block(lexer);
-    Statement header = lexer.statement;
-    if (header.capture_line != 0 && kind == BlockKind::function) {
+    const block_kind kind = kind_of_block(reader);
+    statement_state header = reader.statement;
+    if (header.capture_line != 0 && kind == block_kind::function) {
         header.line = header.capture_line;
         header.at = header.capture_at;
-    } else if (header.line == 0 && kind == BlockKind::function) {
-        header = lexer.old_style;
+    } else if (header.line == 0 && kind == block_kind::function) {
+        header = reader.old_style;
     } else if (header.line == 0) {
-        header.line = lexer.line;
-        header.at = lexer.at;
+        header.line = reader.line;
+        header.at = reader.at;
     }
-    lexer.outline.blocks.push_back({.header_line = header.line,
-                                    .open_line = lexer.line,
-                                    .close_line = 0,
-                                    .header_at = header.at,
-                                    .open_at = lexer.at,
-                                    .parent = lexer.block,
-                                    .kind = kind});
-    lexer.depth.push_back(lexer.block == no_block ? 1 : lexer.depth[lexer.block] + 1);
-    lexer.twin.push_back(no_block);
+    reader.outline.blocks.push_back({.header_line = header.line,
+                                     .open_line = reader.line,
+                                     .close_line = 0,
+                                     .header_at = header.at,
+                                     .open_at = reader.at,
+                                     .parent = reader.block,
+                                     .kind = kind});
+    reader.depth.push_back(reader.block == no_block ? 1 : reader.depth[reader.block] + 1);
+    reader.twin.push_back(no_block);
     // A braced list or a lambda in the midst of a statement: the statement goes on.
-    const bool goes_on = kind == BlockKind::initializer || lexer.statement.capture_line != 0;
-    lexer.resume.push_back(goes_on ? lexer.statement : Statement());
-    lexer.resume.back().capture_line = 0;
-    lexer.resume_depth.push_back(goes_on ? lexer.paren_depth : 0);
-    lexer.block = lexer.outline.blocks.size() - 1;
-    lexer.paren_depth = 0;
-    lexer.old_style = Statement();
-    if (kind != BlockKind::initializer) {
-        mark_statement_end(lexer);
+    const bool goes_on = kind == block_kind::initializer || reader.statement.capture_line != 0;
+    reader.resume.push_back(goes_on ? reader.statement : statement_state());
+    reader.resume.back().capture_line = 0;
+    reader.resume_depth.push_back(goes_on ? reader.paren_depth : 0);
+    reader.block = reader.outline.blocks.size() - 1;
+    reader.paren_depth = 0;
+    reader.old_style = statement_state();
+    if (kind != block_kind::initializer) {
+        mark_statement_end(reader);
     }
-    reset_statement(lexer);
-    ++lexer.at;
+    reset_statement(reader);
+    ++reader.at;
 }
 
-void close_block(Lexer& lexer) {
-    reset_statement(lexer);
-    lexer.old_style = Statement();
-    if (lexer.block == no_block) {
-        ++lexer.at;
+void close_block(outline_reader& reader) {
+    reset_statement(reader);
+    reader.old_style = statement_state();
+    if (reader.block == no_block) {
+        ++reader.at;
         return;
     }
-    const std::size_t closed = lexer.block;
-    if (lexer.outline.blocks[closed].kind != BlockKind::initializer) {
-        mark_statement_end(lexer);
+    const std::size_t closed = reader.block;
+    if (reader.outline.blocks[closed].kind != block_kind::initializer) {
+        mark_statement_end(reader);
     }
-    lexer.outline.blocks[closed].close_line = lexer.line;
-    for (std::size_t one = lexer.twin[closed];
-         one != no_block && lexer.outline.blocks[one].close_line == 0; one = lexer.twin[one]) {
-        lexer.outline.blocks[one].close_line = lexer.line;
+    reader.outline.blocks[closed].close_line = reader.line;
+    for (std::size_t one = reader.twin[closed];
+         one != no_block && reader.outline.blocks[one].close_line == 0; one = reader.twin[one]) {
+        reader.outline.blocks[one].close_line = reader.line;
     }
-    lexer.statement = lexer.resume[closed];
-    lexer.paren_depth = lexer.resume_depth[closed];
-    if (lexer.statement.line != 0) {
-        lexer.previous = Token::closed_initializer;
+    reader.statement = reader.resume[closed];
+    reader.paren_depth = reader.resume_depth[closed];
+    if (reader.statement.line != 0) {
+        reader.previous = token_kind::closed_initializer;
     }
-    lexer.block = lexer.outline.blocks[closed].parent;
-    ++lexer.at;
+    reader.block = reader.outline.blocks[closed].parent;
+    ++reader.at;
 }
 
 // `int f(a, b) int a; char *b; {`: a declaration that names no parameter types goes on
 // behind its semicolons.
-void end_statement(Lexer& lexer) {
-    ++lexer.at;
-    if (lexer.paren_depth > 0) {
+void end_statement(outline_reader& reader) {
+    ++reader.at;
+    if (reader.paren_depth > 0) {
         return;  // for (;;)
     }
-    mark_statement_end(lexer);
-    const Statement& statement = lexer.statement;
+    mark_statement_end(reader);
+    const statement_state& statement = reader.statement;
     const bool ends_in_name =
-        lexer.previous == Token::word || lexer.previous == Token::close_bracket;
+        reader.previous == token_kind::word || reader.previous == token_kind::close_bracket;
     const bool may_be_parameter = statement.line != 0 && !statement.assigned && ends_in_name;
-    if (!may_be_parameter || is_in_body(lexer)) {
-        lexer.old_style = Statement();
+    if (!may_be_parameter || is_in_body(reader)) {
+        reader.old_style = statement_state();
     } else if (statement.parameters && !statement.control) {
-        lexer.old_style = statement;
+        reader.old_style = statement;
     }
-    reset_statement(lexer);
+    reset_statement(reader);
 }
 
-void read_open_paren(Lexer& lexer) {
-    begin_token(lexer);
-    if (lexer.previous == Token::word && lexer.previous_word == "operator" &&
-        peek(lexer, 1) == ')') {
-        lexer.at += 2;  // the name "operator()"
-        lexer.previous = Token::other;
+void read_open_paren(outline_reader& reader) {
+    begin_token(reader);
+    if (reader.previous == token_kind::word && reader.previous_word == "operator" &&
+        peek(reader, 1) == ')') {
+        reader.at += 2;  // the name "operator()"
+        reader.previous = token_kind::other;
         return;
     }
-    Statement& statement = lexer.statement;
-    if (lexer.paren_depth == 0 && !statement.parameters && !statement.assigned) {
-        const bool is_list = lexer.previous == Token::word &&
-                             !is_one_of(lexer.previous_word, attribute_words) &&
-                             !is_one_of(lexer.previous_word, control_words);
+    statement_state& statement = reader.statement;
+    if (reader.paren_depth == 0 && !statement.parameters && !statement.assigned) {
+        const bool is_list = reader.previous == token_kind::word &&
+                             !is_one_of(reader.previous_word, attribute_words) &&
+                             !is_one_of(reader.previous_word, control_words);
         if (is_list || statement.operator_name) {
             statement.parameters = true;
             statement.declares = statement.tokens > 2;
         }
         statement.operator_name = false;
     }
-    ++lexer.paren_depth;
-    lexer.previous = Token::open_paren;
-    ++lexer.at;
+    ++reader.paren_depth;
+    reader.previous = token_kind::open_paren;
+    ++reader.at;
 }
 
-void read_open_bracket(Lexer& lexer) {
-    begin_token(lexer);
+void read_open_bracket(outline_reader& reader) {
+    begin_token(reader);
     const bool is_subscript =
-        (lexer.previous == Token::word && !is_one_of(lexer.previous_word, control_words)) ||
-        lexer.previous == Token::close_paren || lexer.previous == Token::close_bracket;
-    const bool is_attribute = peek(lexer, 1) == '[';
-    if (!is_subscript && !is_attribute && lexer.bracket_depth == 0) {
-        lexer.statement.capture_line = lexer.line;
-        lexer.statement.capture_at = lexer.at;
-        lexer.statement.capture_depth = lexer.paren_depth;
+        (reader.previous == token_kind::word && !is_one_of(reader.previous_word, control_words)) ||
+        reader.previous == token_kind::close_paren || reader.previous == token_kind::close_bracket;
+    const bool is_attribute = peek(reader, 1) == '[';
+    if (!is_subscript && !is_attribute && reader.bracket_depth == 0) {
+        reader.statement.capture_line = reader.line;
+        reader.statement.capture_at = reader.at;
+        reader.statement.capture_depth = reader.paren_depth;
     }
-    ++lexer.bracket_depth;
-    lexer.previous = Token::other;
-    ++lexer.at;
+    ++reader.bracket_depth;
+    reader.previous = token_kind::other;
+    ++reader.at;
 }
 
-void read_colon(Lexer& lexer) {
-    begin_token(lexer);
-    if (peek(lexer, 1) == ':') {
-        lexer.at += 2;
-        lexer.previous = Token::other;
+void read_colon(outline_reader& reader) {
+    begin_token(reader);
+    if (peek(reader, 1) == ':') {
+        reader.at += 2;
+        reader.previous = token_kind::other;
         return;
     }
-    ++lexer.at;
-    Statement& statement = lexer.statement;
-    if (lexer.paren_depth > 0) {
-        lexer.previous = Token::other;
+    ++reader.at;
+    statement_state& statement = reader.statement;
+    if (reader.paren_depth > 0) {
+        reader.previous = token_kind::other;
         return;
     }
     const bool is_label =
-        statement.tokens == 2 || is_one_of(lexer.previous_word, access_words) || statement.control;
+        statement.tokens == 2 || is_one_of(reader.previous_word, access_words) || statement.control;
     if (is_label) {
-        return reset_statement(lexer);
+        return reset_statement(reader);
     }
-    statement.constructing = statement.parameters && !is_in_body(lexer);
-    lexer.previous = Token::other;
+    statement.constructing = statement.parameters && !is_in_body(reader);
+    reader.previous = token_kind::other;
 }
 
-void read_word(Lexer& lexer) {
+void read_word(outline_reader& reader) {
     // Blank or comment lines hardly ever stand within a declaration, but between one and
     // a macro ahead of it that needs no semicolon.
-    const bool is_apart = lexer.previous_line != 0 && lexer.line > lexer.previous_line + 1;
-    if (is_apart && lexer.paren_depth == 0 && !lexer.statement.constructing && !is_in_body(lexer)) {
-        reset_statement(lexer);
+    const bool is_apart = reader.previous_line != 0 && reader.line > reader.previous_line + 1;
+    if (is_apart && reader.paren_depth == 0 && !reader.statement.constructing &&
+        !is_in_body(reader)) {
+        reset_statement(reader);
     }
-    begin_token(lexer);
-    const std::string_view word = take_word(lexer);
-    const char next = peek(lexer);
+    begin_token(reader);
+    const std::string_view word = take_word(reader);
+    const char next = peek(reader);
     if (next == '"' && word.ends_with('R') && word.size() <= 3) {
-        move_to(lexer, end_of_raw_string(lexer.text, lexer.at));
-        lexer.previous = Token::literal;
+        move_to(reader, end_of_raw_string(reader.text, reader.at));
+        reader.previous = token_kind::literal;
         return;
     }
     if (next == '"' || next == '\'') {
         return;  // the prefix of a literal
     }
-    if (lexer.paren_depth == 0 && lexer.statement.template_depth == 0) {
-        Statement& statement = lexer.statement;
+    if (reader.paren_depth == 0 && reader.statement.template_depth == 0) {
+        statement_state& statement = reader.statement;
         statement.control = statement.control || is_one_of(word, control_words);
         statement.scope = statement.scope || is_one_of(word, scope_words);
         statement.name_space = statement.name_space || word == "namespace";
         statement.operator_name = statement.operator_name || word == "operator";
     }
-    lexer.previous = Token::word;
-    lexer.previous_word = word;
+    reader.previous = token_kind::word;
+    reader.previous_word = word;
 }
 
 // --- Preprocessor lines ---
 
 // Skips what an `#if 0` hides, up to its `#else`, `#elif` or `#endif`.
-void skip_disabled(Lexer& lexer) {
+void skip_disabled(outline_reader& reader) {
     std::size_t nested = 0;
-    while (lexer.at < lexer.text.size()) {
-        std::size_t at = lexer.text.find_first_not_of(" \t\f\v\r", lexer.at);
-        if (at != std::string_view::npos && lexer.text[at] == '#') {
-            at = lexer.text.find_first_not_of(" \t", at + 1);
+    while (reader.at < reader.text.size()) {
+        std::size_t at = reader.text.find_first_not_of(" \t\f\v\r", reader.at);
+        if (at != std::string_view::npos && reader.text[at] == '#') {
+            at = reader.text.find_first_not_of(" \t", at + 1);
             const std::string_view rest =
-                at == std::string_view::npos ? std::string_view() : lexer.text.substr(at);
+                at == std::string_view::npos ? std::string_view() : reader.text.substr(at);
             if (nested == 0 && (rest.starts_with("el") || rest.starts_with("endif"))) {
                 return;
             }
             nested += rest.starts_with("if") ? 1 : 0;
             nested -= rest.starts_with("endif") ? 1 : 0;
         }
-        move_to(lexer, end_of_line(lexer.text, lexer.at));
-        if (lexer.at < lexer.text.size()) {
-            move_to(lexer, lexer.at + 1);
+        move_to(reader, end_of_line(reader.text, reader.at));
+        if (reader.at < reader.text.size()) {
+            move_to(reader, reader.at + 1);
         }
     }
 }
 
-std::size_t depth_of(const Lexer& lexer, std::size_t block) {
-    return block == no_block ? 0 : lexer.depth[block];
+std::size_t depth_of(const outline_reader& reader, std::size_t block) {
+    return block == no_block ? 0 : reader.depth[block];
 }
 
 // At an `#endif`, the blocks that both branches left open stand for each other.
-void join_branches(Lexer& lexer, std::size_t first, std::size_t second) {
-    const std::size_t first_depth = depth_of(lexer, first);
-    const std::size_t second_depth = depth_of(lexer, second);
-    lexer.block = first_depth > second_depth ? first : second;
+void join_branches(outline_reader& reader, std::size_t first, std::size_t second) {
+    const std::size_t first_depth = depth_of(reader, first);
+    const std::size_t second_depth = depth_of(reader, second);
+    reader.block = first_depth > second_depth ? first : second;
     if (first_depth != second_depth) {
         return;
     }
     while (first != second && first != no_block && second != no_block) {
-        if (lexer.twin[second] == no_block && first < second) {
-            lexer.twin[second] = first;
+        if (reader.twin[second] == no_block && first < second) {
+            reader.twin[second] = first;
         }
-        first = lexer.outline.blocks[first].parent;
-        second = lexer.outline.blocks[second].parent;
+        first = reader.outline.blocks[first].parent;
+        second = reader.outline.blocks[second].parent;
     }
 }
 
 // The rest of a preprocessor line: comments in it may reach over its end.
-void skip_directive_rest(Lexer& lexer) {
-    while (lexer.at < lexer.text.size()) {
-        const char c = peek(lexer);
-        if (c == '\n' && !is_spliced(lexer.text, lexer.at)) {
+void skip_directive_rest(outline_reader& reader) {
+    while (reader.at < reader.text.size()) {
+        const char c = peek(reader);
+        if (c == '\n' && !is_spliced(reader.text, reader.at)) {
             return;
         }
-        if (c == '/' && peek(lexer, 1) == '*') {
-            move_to(lexer, end_of_block_comment(lexer.text, lexer.at));
-        } else if (c == '/' && peek(lexer, 1) == '/') {
-            return move_to(lexer, end_of_line(lexer.text, lexer.at));
+        if (c == '/' && peek(reader, 1) == '*') {
+            move_to(reader, end_of_block_comment(reader.text, reader.at));
+        } else if (c == '/' && peek(reader, 1) == '/') {
+            return move_to(reader, end_of_line(reader.text, reader.at));
         } else if (c == '"' || c == '\'') {
-            move_to(lexer, end_of_literal(lexer.text, lexer.at));
+            move_to(reader, end_of_literal(reader.text, reader.at));
         } else {
-            move_to(lexer, lexer.at + 1);
+            move_to(reader, reader.at + 1);
         }
     }
 }
 
-void read_directive(Lexer& lexer) {
-    ++lexer.at;
-    while (peek(lexer) == ' ' || peek(lexer) == '\t') {
-        ++lexer.at;
+void read_directive(outline_reader& reader) {
+    ++reader.at;
+    while (peek(reader) == ' ' || peek(reader) == '\t') {
+        ++reader.at;
     }
-    const std::string_view name = take_word(lexer);
-    std::vector<Conditional>& conditionals = lexer.conditionals;
+    const std::string_view name = take_word(reader);
+    std::vector<conditional_state>& conditionals = reader.conditionals;
     bool is_disabled = false;
     if (name == "if" || name == "ifdef" || name == "ifndef") {
-        std::string_view condition = lexer.text.substr(lexer.at);
+        std::string_view condition = reader.text.substr(reader.at);
         condition.remove_prefix(std::min(condition.find_first_not_of(" \t"), condition.size()));
         is_disabled = name == "if" && condition.starts_with("0") &&
                       (condition.size() == 1 || !is_word_part(condition[1]));
-        conditionals.push_back({lexer.block, lexer.paren_depth, lexer.statement});
+        conditionals.push_back({reader.block, reader.paren_depth, reader.statement});
     } else if ((name == "else" || name.starts_with("elif")) && !conditionals.empty()) {
-        Conditional& group = conditionals.back();
-        if (!group.end || depth_of(lexer, lexer.block) > depth_of(lexer, *group.end)) {
-            group.end = lexer.block;
-            group.end_statement = lexer.statement;
+        conditional_state& group = conditionals.back();
+        if (!group.end || depth_of(reader, reader.block) > depth_of(reader, *group.end)) {
+            group.end = reader.block;
+            group.end_statement = reader.statement;
         }
-        lexer.block = group.block;
-        lexer.paren_depth = group.paren_depth;
-        lexer.statement = group.statement;
+        reader.block = group.block;
+        reader.paren_depth = group.paren_depth;
+        reader.statement = group.statement;
     } else if (name == "endif" && !conditionals.empty()) {
-        const Conditional group = conditionals.back();
+        const conditional_state group = conditionals.back();
         conditionals.pop_back();
         if (group.end) {
-            join_branches(lexer, *group.end, lexer.block);
+            join_branches(reader, *group.end, reader.block);
             // Two forms of one declaration: it begins with the first.
-            if (group.end_statement.parameters && lexer.statement.parameters) {
-                lexer.statement = group.end_statement;
+            if (group.end_statement.parameters && reader.statement.parameters) {
+                reader.statement = group.end_statement;
             }
         }
     }
-    if (lexer.paren_depth == 0 && !lexer.statement.parameters) {
-        reset_statement(lexer);
+    if (reader.paren_depth == 0 && !reader.statement.parameters) {
+        reset_statement(reader);
     }
     if (name == "error" || name == "warning" || name == "pragma") {
-        move_to(lexer, end_of_line(lexer.text, lexer.at));
+        move_to(reader, end_of_line(reader.text, reader.at));
     } else {
-        skip_directive_rest(lexer);
+        skip_directive_rest(reader);
     }
     if (is_disabled) {
-        skip_disabled(lexer);
+        skip_disabled(reader);
     }
 }
 
-void read_other(Lexer& lexer, char c) {
-    begin_token(lexer);
+void read_other(outline_reader& reader, char c) {
+    begin_token(reader);
     switch (c) {
         case ')':
-            lexer.paren_depth -= lexer.paren_depth > 0 ? 1 : 0;
-            lexer.previous = Token::close_paren;
+            reader.paren_depth -= reader.paren_depth > 0 ? 1 : 0;
+            reader.previous = token_kind::close_paren;
             break;
         case ']':
-            lexer.bracket_depth -= lexer.bracket_depth > 0 ? 1 : 0;
-            lexer.previous = Token::close_bracket;
+            reader.bracket_depth -= reader.bracket_depth > 0 ? 1 : 0;
+            reader.previous = token_kind::close_bracket;
             break;
         case ',':
-            if (lexer.bracket_depth == 0 && lexer.paren_depth <= lexer.statement.capture_depth) {
-                lexer.statement.capture_line = 0;
+            if (reader.bracket_depth == 0 && reader.paren_depth <= reader.statement.capture_depth) {
+                reader.statement.capture_line = 0;
             }
-            lexer.previous = Token::comma;
+            reader.previous = token_kind::comma;
             break;
         case '=':
-            if (!lexer.statement.operator_name && lexer.statement.template_depth == 0 &&
-                lexer.paren_depth == 0 && lexer.bracket_depth == 0) {
-                lexer.statement.assigned = true;
+            if (!reader.statement.operator_name && reader.statement.template_depth == 0 &&
+                reader.paren_depth == 0 && reader.bracket_depth == 0) {
+                reader.statement.assigned = true;
             }
-            lexer.previous = Token::assign;
+            reader.previous = token_kind::assign;
             break;
         case '<':
-            if (lexer.paren_depth == 0 &&
-                (lexer.statement.template_depth > 0 || lexer.previous_word == "template")) {
-                ++lexer.statement.template_depth;
-                lexer.previous_word = {};
+            if (reader.paren_depth == 0 &&
+                (reader.statement.template_depth > 0 || reader.previous_word == "template")) {
+                ++reader.statement.template_depth;
+                reader.previous_word = {};
             }
-            lexer.previous = Token::other;
+            reader.previous = token_kind::other;
             break;
         case '>':
-            lexer.statement.template_depth -=
-                lexer.paren_depth == 0 && lexer.statement.template_depth > 0 ? 1 : 0;
-            lexer.previous = Token::angle;
+            reader.statement.template_depth -=
+                reader.paren_depth == 0 && reader.statement.template_depth > 0 ? 1 : 0;
+            reader.previous = token_kind::angle;
             break;
         default:
-            lexer.previous = Token::other;
+            reader.previous = token_kind::other;
             break;
     }
-    ++lexer.at;
+    ++reader.at;
 }
 
 // Reads one token or one stretch between tokens. `at_line_start` is whether only blanks
 // stand before it on its line.
-void read_token(Lexer& lexer, bool at_line_start) {
-    const char c = peek(lexer);
+void read_token(outline_reader& reader, bool at_line_start) {
+    const char c = peek(reader);
     if (is_word_start(c)) {
-        return read_word(lexer);
+        return read_word(reader);
     }
     if (is_word_part(c)) {
-        begin_token(lexer);
-        lexer.previous = Token::number;
-        return move_to(lexer, end_of_number(lexer.text, lexer.at));
+        begin_token(reader);
+        reader.previous = token_kind::number;
+        return move_to(reader, end_of_number(reader.text, reader.at));
     }
     switch (c) {
         case '/':
-            if (peek(lexer, 1) == '*') {
-                return move_to(lexer, end_of_block_comment(lexer.text, lexer.at));
+            if (peek(reader, 1) == '*') {
+                return move_to(reader, end_of_block_comment(reader.text, reader.at));
             }
-            if (peek(lexer, 1) == '/') {
-                return move_to(lexer, end_of_line(lexer.text, lexer.at));
+            if (peek(reader, 1) == '/') {
+                return move_to(reader, end_of_line(reader.text, reader.at));
             }
-            return read_other(lexer, c);
+            return read_other(reader, c);
         case '"':
         case '\'':
-            begin_token(lexer);
-            lexer.previous = Token::literal;
-            return move_to(lexer, end_of_literal(lexer.text, lexer.at));
+            begin_token(reader);
+            reader.previous = token_kind::literal;
+            return move_to(reader, end_of_literal(reader.text, reader.at));
         case '#':
-            return at_line_start ? read_directive(lexer) : read_other(lexer, c);
+            return at_line_start ? read_directive(reader) : read_other(reader, c);
         case '{':
-            return open_block(lexer);
+            return open_block(reader);
         case '}':
-            return close_block(lexer);
+            return close_block(reader);
         case ';':
-            return end_statement(lexer);
+            return end_statement(reader);
         case '(':
-            return read_open_paren(lexer);
+            return read_open_paren(reader);
         case '[':
-            return read_open_bracket(lexer);
+            return read_open_bracket(reader);
         case ':':
-            return read_colon(lexer);
+            return read_colon(reader);
         case '\\':
-            ++lexer.at;  // a spliced line
+            ++reader.at;  // a spliced line
             return;
         default:
-            return read_other(lexer, c);
+            return read_other(reader, c);
     }
 }
 
 }  // namespace
 
-SourceOutline outline_source(std::string text) {
-    Lexer lexer;
-    lexer.text = text;
+source_outline outline_source(std::string text) {
+    outline_reader reader;
+    reader.text = text;
     bool at_line_start = true;
-    while (lexer.at < text.size()) {
-        const char c = text[lexer.at];
+    while (reader.at < text.size()) {
+        const char c = text[reader.at];
         if (c == '\n') {
             at_line_start = true;
-            ++lexer.line;
-            ++lexer.at;
+            ++reader.line;
+            ++reader.at;
         } else if (c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v') {
-            ++lexer.at;
+            ++reader.at;
         } else {
             // A directive ends before a line's end, or before the line that ends an `#if 0`.
-            const bool is_nothing = c == '#' || (c == '/' && peek(lexer, 1) == '*');
-            read_token(lexer, at_line_start);
+            const bool is_nothing = c == '#' || (c == '/' && peek(reader, 1) == '*');
+            read_token(reader, at_line_start);
             at_line_start = at_line_start && is_nothing;
         }
     }
-    for (Block& block : lexer.outline.blocks) {
+    for (source_block& block : reader.outline.blocks) {
         if (block.close_line == 0) {
-            block.close_line = lexer.line;
+            block.close_line = reader.line;
         }
     }
-    lexer.outline.statement_end.resize(lexer.line + 1);
-    lexer.outline.text = std::move(text);
-    return std::move(lexer.outline);
+    reader.outline.statement_end.resize(reader.line + 1);
+    reader.outline.text = std::move(text);
+    return std::move(reader.outline);
 }
 
-}  // namespace gas2interlist
+}  // namespace assembly

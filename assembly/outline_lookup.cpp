@@ -4,25 +4,25 @@
 #include "assembly/outline.h"
 #include "assembly/token.h"
 
-namespace gas2interlist {
+namespace assembly {
 namespace {
 
 // Sources have neither this many functions on one line nor blocks as deep; a text that
 // does is not worth the time.
 constexpr std::size_t most_steps = 1000;
 
-bool is_function(const Block& block) {
-    return block.kind == BlockKind::function;
+bool is_function(const source_block& block) {
+    return block.kind == block_kind::function;
 }
 
 }  // namespace
 
-bool declares(const SourceOutline& outline, std::size_t block, std::string_view name) {
+bool declares(const source_outline& outline, std::size_t block, std::string_view name) {
     constexpr std::size_t longest_declaration = 4096;
     if (name.empty()) {
         return false;
     }
-    const Block& it = outline.blocks[block];
+    const source_block& it = outline.blocks[block];
     const std::string_view header =
         std::string_view(outline.text)
             .substr(it.header_at, std::min(it.open_at - it.header_at, longest_declaration));
@@ -37,12 +37,13 @@ bool declares(const SourceOutline& outline, std::size_t block, std::string_view 
     return false;
 }
 
-std::size_t function_declared_at(const SourceOutline& outline, std::uint32_t line,
+std::size_t function_declared_at(const source_outline& outline, std::uint32_t line,
                                  std::string_view name) {
-    const std::vector<Block>& blocks = outline.blocks;
+    const std::vector<source_block>& blocks = outline.blocks;
     std::size_t found = no_block;
-    const auto first = std::partition_point(
-        blocks.begin(), blocks.end(), [line](const Block& it) { return it.open_line < line; });
+    const auto first =
+        std::partition_point(blocks.begin(), blocks.end(),
+                             [line](const source_block& it) { return it.open_line < line; });
     const auto end = first + std::min<std::ptrdiff_t>(blocks.end() - first, most_steps);
     for (auto it = first; it != end && it->header_line <= line; ++it) {
         const auto index = static_cast<std::size_t>(it - blocks.begin());
@@ -59,10 +60,11 @@ std::size_t function_declared_at(const SourceOutline& outline, std::uint32_t lin
     return found;
 }
 
-std::size_t function_around(const SourceOutline& outline, std::uint32_t line) {
-    const std::vector<Block>& blocks = outline.blocks;
-    const auto after = std::partition_point(
-        blocks.begin(), blocks.end(), [line](const Block& it) { return it.open_line <= line; });
+std::size_t function_around(const source_outline& outline, std::uint32_t line) {
+    const std::vector<source_block>& blocks = outline.blocks;
+    const auto after =
+        std::partition_point(blocks.begin(), blocks.end(),
+                             [line](const source_block& it) { return it.open_line <= line; });
     std::size_t block =
         after == blocks.begin() ? no_block : static_cast<std::size_t>(after - blocks.begin()) - 1;
     for (std::size_t steps = 0; block != no_block && steps < most_steps; ++steps) {
@@ -74,4 +76,4 @@ std::size_t function_around(const SourceOutline& outline, std::uint32_t line) {
     return no_block;
 }
 
-}  // namespace gas2interlist
+}  // namespace assembly

@@ -13,7 +13,7 @@
 
 #include "assembly/operand.h"
 
-namespace gas2interlist {
+namespace assembly {
 namespace {
 
 // Line numbers are read back by a reader with an int for them.
@@ -65,11 +65,11 @@ constexpr std::array<std::string_view, 33> preamble_directives = {
 };
 
 // What the reader knows at one line. Offsets are those of line starts.
-struct Reader {
+struct text_reader {
     std::string_view text;
-    Assembly& assembly;
+    assembly_file& assembly;
     std::unordered_set<std::string_view> function_symbols = {};  // of `.type SYMBOL, @function`
-    std::optional<AssemblyError> error = {};
+    std::optional<assembly_error> error = {};
 
     std::size_t line_number = 0;
     std::size_t line_at = 0;
@@ -83,17 +83,17 @@ struct Reader {
 
     // Formats without `.type`: a label that a procedure may turn out to begin at.
     std::string_view procedure_label = {};
-    std::size_t procedure_label_at = 0;            // where its function would begin
-    std::optional<Position> procedure_entry = {};  // and its first `.loc`
-    std::string_view defined_symbol = {};          // of the last `.def`
+    std::size_t procedure_label_at = 0;                 // where its function would begin
+    std::optional<code_position> procedure_entry = {};  // and its first `.loc`
+    std::string_view defined_symbol = {};               // of the last `.def`
 
-    std::optional<std::size_t> lead = {};  // first of the lines that lead up to the next code
-    std::optional<Position> pending = {};  // the last `.loc`, until it gets code
+    std::optional<std::size_t> lead = {};       // first of the lines that lead up to the next code
+    std::optional<code_position> pending = {};  // the last `.loc`, until it gets code
 };
 
-void fail(Reader& reader, std::string message) {
+void fail(text_reader& reader, std::string message) {
     if (!reader.error) {
-        reader.error = AssemblyError{reader.line_number, std::move(message)};
+        reader.error = assembly_error{reader.line_number, std::move(message)};
     }
 }
 
@@ -117,11 +117,11 @@ bool survives_listing(std::string_view lines) {
     return true;
 }
 
-void end_function(Reader& reader, std::size_t at) {
+void end_function(text_reader& reader, std::size_t at) {
     if (!reader.in_function) {
         return;
     }
-    Function& function = reader.assembly.functions.back();
+    function_code& function = reader.assembly.functions.back();
     function.end = at;
     function.position_count = reader.assembly.positions.size() - function.first_position;
     function.can_hold_directives =
@@ -131,9 +131,9 @@ void end_function(Reader& reader, std::size_t at) {
     reader.lead.reset();
 }
 
-void begin_function(Reader& reader, std::string_view symbol, std::size_t at) {
+void begin_function(text_reader& reader, std::string_view symbol, std::size_t at) {
     end_function(reader, at);
-    Function function;
+    function_code function;
     function.symbol = symbol;
     function.begin = at;
     function.first_position = reader.assembly.positions.size();
@@ -146,7 +146,7 @@ void begin_function(Reader& reader, std::string_view symbol, std::size_t at) {
 
 // A line that emits something. The position it has is the last `.loc` before it; a
 // directive for that stands before the labels and `.loc` lines that lead up to it.
-void code(Reader& reader) {
+void code(text_reader& reader) {
     if (reader.pending) {
         reader.assembly.positions.push_back(*reader.pending);
         reader.pending.reset();
@@ -160,21 +160,21 @@ void code(Reader& reader) {
 }
 
 // A label, a comment, an alignment: it belongs to the code after it.
-void leads_up(Reader& reader) {
+void leads_up(text_reader& reader) {
     if (!reader.lead) {
         reader.lead = reader.line_at;
     }
 }
 
 // A directive of any other kind belongs to what stands before it.
-void trails(Reader& reader) {
+void trails(text_reader& reader) {
     if (!reader.pending) {
         reader.lead.reset();
     }
 }
 
 // loc-directive ::= ".loc" file line [column] option*
-void read_loc(Reader& reader, std::string_view rest) {
+void read_loc(text_reader& reader, std::string_view rest) {
     const std::optional<std::uint32_t> file = take_number(rest);
     if (!file) {
         return fail(reader, "bad file number in .loc");
@@ -184,14 +184,14 @@ void read_loc(Reader& reader, std::string_view rest) {
         return fail(reader, "bad line number in .loc");
     }
     leads_up(reader);
-    const Position position{*reader.lead, *file, *line, 0};
+    const code_position position{*reader.lead, *file, *line, 0};
     if (!reader.in_function) {
         if (!reader.procedure_entry && *line != 0) {
             reader.procedure_entry = position;
         }
         return;
     }
-    Function& function = reader.assembly.functions.back();
+    function_code& function = reader.assembly.functions.back();
     if (!function.entry && *line != 0) {
         // The entry stands for the whole way in, prologue included.
         function.entry = position;
@@ -202,7 +202,7 @@ void read_loc(Reader& reader, std::string_view rest) {
 }
 
 // file-directive ::= ".file" (name | number [directory] name option*)
-void read_file(Reader& reader, std::string_view rest) {
+void read_file(text_reader& reader, std::string_view rest) {
     skip_blanks(rest);
     if (rest.empty() || !is_digit(rest.front())) {
         const std::optional<std::string> name = take_string(rest);
@@ -222,14 +222,14 @@ void read_file(Reader& reader, std::string_view rest) {
     if (!name) {
         return fail(reader, "bad file name in .file");
     }
-    FileEntry entry{"", std::move(*name)};
+    file_entry entry{"", std::move(*name)};
     skip_blanks(rest);
     if (!rest.empty() && rest.front() == '"') {
         name = take_string(rest);
         if (!name) {
             return fail(reader, "bad file name in .file");
         }
-        entry = FileEntry{std::move(entry.name), std::move(*name)};
+        entry = file_entry{std::move(entry.name), std::move(*name)};
     }
     const auto [known, is_new] = reader.assembly.files.try_emplace(*number, entry);
     if (!is_new &&
@@ -240,7 +240,7 @@ void read_file(Reader& reader, std::string_view rest) {
 
 // type-directive ::= ".type" symbol "," [prefix] ("function" | "STT_FUNC" | ...)
 //                  | ".type" number        between ".def" and ".endef"
-void read_type(Reader& reader, std::string_view rest) {
+void read_type(text_reader& reader, std::string_view rest) {
     constexpr std::uint32_t function_type = 32;
     skip_blanks(rest);
     if (!rest.empty() && is_digit(rest.front())) {
@@ -265,7 +265,7 @@ void read_type(Reader& reader, std::string_view rest) {
 }
 
 // def-directive ::= ".def" symbol (";" directive)*
-void read_def(Reader& reader, std::string_view rest) {
+void read_def(text_reader& reader, std::string_view rest) {
     reader.defined_symbol = take_symbol(rest);
     constexpr std::string_view type = ".type";
     if (const std::size_t at = rest.find(type); at != std::string_view::npos) {
@@ -273,7 +273,7 @@ void read_def(Reader& reader, std::string_view rest) {
     }
 }
 
-void begin_procedure(Reader& reader) {
+void begin_procedure(text_reader& reader) {
     if (reader.in_procedure) {
         return fail(reader, "a procedure begins inside the one of line " +
                                 std::to_string(reader.procedure_line));
@@ -286,7 +286,7 @@ void begin_procedure(Reader& reader) {
     }
 }
 
-void end_procedure(Reader& reader, std::size_t next_line_at) {
+void end_procedure(text_reader& reader, std::size_t next_line_at) {
     if (!reader.in_procedure) {
         return fail(reader, "a procedure ends that has not begun");
     }
@@ -295,7 +295,7 @@ void end_procedure(Reader& reader, std::size_t next_line_at) {
 }
 
 // Acts on the directive at the front of `rest`.
-void read_directive(Reader& reader, std::string_view rest, std::size_t next_line_at) {
+void read_directive(text_reader& reader, std::string_view rest, std::size_t next_line_at) {
     const std::string_view name = take_word(rest);
     if (name == ".loc") {
         return read_loc(reader, rest);
@@ -342,7 +342,7 @@ bool opens_comment(std::string_view rest) {
 
 // A label at the start of the line: the symbol of a function, or a mark within one.
 // Gives what stands behind it, or nothing when the line does not begin with a label.
-std::optional<std::string_view> read_label(Reader& reader, std::string_view line) {
+std::optional<std::string_view> read_label(text_reader& reader, std::string_view line) {
     const std::string_view symbol = take_symbol(line);
     if (symbol.empty() || line.empty() || line.front() != ':') {
         return std::nullopt;
@@ -365,7 +365,7 @@ std::optional<std::string_view> read_label(Reader& reader, std::string_view line
     return line;
 }
 
-void read_line(Reader& reader, std::string_view line, std::size_t next_line_at) {
+void read_line(text_reader& reader, std::string_view line, std::size_t next_line_at) {
     std::string_view rest = line;
     if (!rest.empty() && rest.back() == '\r') {
         rest.remove_suffix(1);
@@ -388,7 +388,7 @@ void read_line(Reader& reader, std::string_view line, std::size_t next_line_at) 
     code(reader);
 }
 
-void refuse_interlist_directives(Reader& reader, std::string_view line) {
+void refuse_interlist_directives(text_reader& reader, std::string_view line) {
     for (const std::string_view directive : interlist_directives) {
         if (line.starts_with(directive)) {
             fail(reader, "the input already has interlist directives (" +
@@ -399,7 +399,7 @@ void refuse_interlist_directives(Reader& reader, std::string_view line) {
 
 // Version 5 of the debugging format tells it in file 0. Before that, some compilers
 // give it with every file; it shows where file 1 is the main file.
-std::string compilation_directory(const Assembly& assembly) {
+std::string compilation_directory(const assembly_file& assembly) {
     if (const auto zero = assembly.files.find(0); zero != assembly.files.end()) {
         return zero->second.directory;
     }
@@ -413,9 +413,9 @@ std::string compilation_directory(const Assembly& assembly) {
 
 }  // namespace
 
-std::optional<AssemblyError> read_assembly(std::string_view text, Assembly& assembly) {
-    assembly = Assembly();
-    Reader reader{.text = text, .assembly = assembly};
+std::optional<assembly_error> read_assembly(std::string_view text, assembly_file& assembly) {
+    assembly = assembly_file();
+    text_reader reader{.text = text, .assembly = assembly};
     const std::size_t first_end = text.find('\n');
     assembly.carriage_returns =
         first_end != std::string_view::npos && first_end > 0 && text[first_end - 1] == '\r';
@@ -446,4 +446,4 @@ std::optional<AssemblyError> read_assembly(std::string_view text, Assembly& asse
     return std::nullopt;
 }
 
-}  // namespace gas2interlist
+}  // namespace assembly

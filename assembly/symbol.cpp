@@ -8,7 +8,7 @@
 
 #include "assembly/operand.h"
 
-namespace gas2interlist {
+namespace assembly {
 namespace {
 
 // The symbol without the marks of clones and parts: "f.constprop.0" is f.
@@ -124,4 +124,4 @@ std::string_view declared_name(std::string_view symbol) {
     return name;
 }
 
-}  // namespace gas2interlist
+}  // namespace assembly

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace gas2interlist {
+namespace assembly {
 
 // Where the mark begins by which a symbol names a part that was split off a function
 // (because it is hardly ever run, or to be placed by itself); npos for a whole function.
@@ -15,4 +15,4 @@ std::size_t part_mark(std::string_view symbol);
 // a lambda or anything else that its declaration does not spell out.
 std::string_view declared_name(std::string_view symbol);
 
-}  // namespace gas2interlist
+}  // namespace assembly

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string>
 
-namespace gas2interlist {
+namespace assembly {
 
 bool is_spliced(std::string_view text, std::size_t at) {
     if (at > 0 && text[at - 1] == '\r') {
@@ -72,4 +72,4 @@ std::size_t end_of_number(std::string_view text, std::size_t at) {
     return at;
 }
 
-}  // namespace gas2interlist
+}  // namespace assembly

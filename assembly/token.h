@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace gas2interlist {
+namespace assembly {
 
 inline bool is_word_start(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
@@ -35,4 +35,4 @@ std::size_t end_of_raw_string(std::string_view text, std::size_t at);
 // number ::= digit (digit | letter | "." | "'" part | exponent-sign)*
 std::size_t end_of_number(std::string_view text, std::size_t at);
 
-}  // namespace gas2interlist
+}  // namespace assembly

@@ -11,6 +11,7 @@
 #include "gas2interlist/place.h"
 
 using namespace gas2interlist;
+using assembly::source_access;
 
 static void require(bool holds) {
     if (!holds) {
@@ -51,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool has_source = at != std::string_view::npos;
     const std::string_view assembly = has_source ? input.substr(0, at + 1) : input;
     const std::string source(has_source ? input.substr(at + mark.size()) : std::string_view());
-    const SourceAccess sources{
+    const source_access sources{
         .read = [&](const std::string& name) -> std::optional<std::string> {
             return has_source && !name.starts_with("/no") ? std::optional(source) : std::nullopt;
         },

@@ -16,9 +16,6 @@
 namespace gas2interlist {
 namespace {
 
-// Sources beyond this are not looked into.
-constexpr off_t greatest_source = off_t{1} << 28;
-
 constexpr mode_t all_may_use = 0666;
 
 struct Descriptor {
@@ -113,25 +110,6 @@ std::string link_target(const std::string& name) {
     return failure ? name : target.string();
 }
 
-std::optional<std::string> read_source(const std::string& name) {
-    Descriptor file(::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
-    if (file.number < 0 || fstat(file.number, &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > greatest_source) {
-        return std::nullopt;
-    }
-    std::string text;
-    if (!read_all(file.number, text)) {
-        return std::nullopt;
-    }
-    return text;
-}
-
-bool is_same_file(const std::string& one, const std::string& other) {
-    std::error_code failure;
-    return std::filesystem::equivalent(one, other, failure) && !failure;
-}
-
 }  // namespace
 
 std::optional<std::string> read_input(const std::string& name, std::string& error) {
@@ -162,10 +140,6 @@ bool write_output(const std::string& name, std::string_view text, std::string& e
         error = system_text();
     }
     return is_written;
-}
-
-SourceAccess system_sources() {
-    return {.read = read_source, .same = is_same_file};
 }
 
 }  // namespace gas2interlist

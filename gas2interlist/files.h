@@ -1,12 +1,9 @@
-// Files as gas2interlist meets them: the input read whole, sources only when they are
-// regular files, the output replaced in one step.
+// Files as gas2interlist meets them: the input read whole, the output replaced in one step.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "gas2interlist/place.h"
 
 namespace gas2interlist {
 
@@ -19,8 +16,5 @@ std::optional<std::string> read_input(const std::string& name, std::string& erro
 // leaves what was there before; anything else (a device, a FIFO) is written as it is.
 // On failure false, and `error` gets the system's text.
 bool write_output(const std::string& name, std::string_view text, std::string& error);
-
-// The file system's source files.
-SourceAccess system_sources();
 
 }  // namespace gas2interlist

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "assembly/sources.h"
 #include "gas2interlist/files.h"
 #include "gas2interlist/options.h"
 #include "gas2interlist/place.h"
@@ -35,8 +36,8 @@ static int run(const Options& options) {
         return exit_failure;
     }
     std::string result;
-    if (const std::optional<AssemblyError> error =
-            interlist_assembly(*text, options.source_map, system_sources(), result)) {
+    if (const std::optional<assembly::assembly_error> error =
+            interlist_assembly(*text, options.source_map, assembly::system_sources(), result)) {
         report(input + ":" + std::to_string(error->line) + ": " + error->message);
         return exit_failure;
     }

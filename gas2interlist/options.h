@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "gas2interlist/place.h"
+#include "assembly/sources.h"
 
 namespace gas2interlist {
 
@@ -19,7 +19,7 @@ enum ExitStatus : int {
 struct Options {
     std::string input = "-";
     std::string output = "-";
-    SourceMap source_map;
+    assembly::prefix_map source_map;
     bool help = false;
     bool version = false;
     std::string error;  // what is wrong with the command line; empty when nothing is

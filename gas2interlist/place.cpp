@@ -14,6 +14,9 @@
 #include "assembly/symbol.h"
 
 namespace gas2interlist {
+
+using namespace assembly;
+
 namespace {
 
 // The longest name that an `.ifile` line can carry to the interlister.
@@ -22,7 +25,7 @@ constexpr std::size_t longest_name = 16000;
 // A source file by the name that is written for it. Several file numbers may share one.
 struct Source {
     std::string name;  // empty when there is no usable one
-    std::optional<SourceOutline> outline;
+    std::optional<source_outline> outline;
     // First lines of the functions that the assembly holds code of, ascending.
     std::vector<std::uint32_t> entries;
 };
@@ -36,9 +39,9 @@ struct Extent {
 };
 
 struct Placer {
-    const Assembly& assembly;
-    const SourceMap& source_map;
-    const SourceAccess& access;
+    const assembly_file& assembly;
+    const prefix_map& source_map;
+    const source_access& access;
 
     std::vector<Insertion> insertions = {};
 
@@ -49,49 +52,6 @@ struct Placer {
 };
 
 // --- Source files ---
-
-std::string join(std::string_view directory, std::string_view name) {
-    while (name.starts_with("./")) {
-        name.remove_prefix(2);
-    }
-    std::string joined(directory == "." || name.starts_with('/') ? std::string_view() : directory);
-    if (!joined.empty() && !joined.ends_with('/')) {
-        joined += '/';
-    }
-    joined += name;
-    return joined;
-}
-
-std::optional<std::string> map_name(const SourceMap& source_map, const std::string& name) {
-    for (const auto& [old_prefix, new_prefix] : source_map) {
-        if (name.starts_with(old_prefix)) {
-            return new_prefix + name.substr(old_prefix.size());
-        }
-    }
-    return std::nullopt;
-}
-
-// The name to reach a source file by. Compilers name most files relative to the
-// directory they ran in; that short form is kept where it leads to the same file.
-std::string reachable_name(const Placer& placer, const FileEntry& entry) {
-    const std::string& base = placer.assembly.compilation_directory;
-    const std::string written = join(entry.directory, entry.name);
-    std::string full = join(base, written);
-    for (const std::string& name : {written, full}) {
-        if (std::optional<std::string> mapped = map_name(placer.source_map, name)) {
-            return std::move(*mapped);
-        }
-    }
-    const std::string in_base = base.ends_with('/') || base.empty() ? base : base + "/";
-    std::string brief = full.starts_with(in_base) ? full.substr(in_base.size()) : written;
-    if (brief == full || placer.access.same(brief, full)) {
-        return brief;
-    }
-    if (placer.access.read(full)) {
-        return full;
-    }
-    return placer.access.read(brief) ? brief : written;
-}
 
 // Whether an `.ifile` line can carry the name. "<built-in>" and its like are no files.
 bool is_usable_name(std::string_view name) {
@@ -109,7 +69,8 @@ Source* source_of(Placer& placer, std::uint32_t number) {
     if (entry == placer.assembly.files.end()) {
         return nullptr;
     }
-    std::string name = reachable_name(placer, entry->second);
+    std::string name =
+        reachable_name(placer.assembly, entry->second, placer.source_map, placer.access);
     if (!is_usable_name(name)) {
         return nullptr;
     }
@@ -128,18 +89,18 @@ Source* source_of(Placer& placer, std::uint32_t number) {
 // --- Extents ---
 
 Extent extent_of(Source* source, std::size_t block) {
-    const Block& it = source->outline->blocks[block];
+    const source_block& it = source->outline->blocks[block];
     return {.source = source, .first = it.header_line, .body = it.open_line, .last = it.close_line};
 }
 
 // The function at a position, provided that its declaration has `name`.
-std::optional<Extent> named_extent(Placer& placer, const Position& position,
+std::optional<Extent> named_extent(Placer& placer, const code_position& position,
                                    std::string_view name) {
     Source* source = source_of(placer, position.file);
     if (source == nullptr || !source->outline) {
         return std::nullopt;
     }
-    const SourceOutline& outline = *source->outline;
+    const source_outline& outline = *source->outline;
     for (const std::size_t block : {function_declared_at(outline, position.line, name),
                                     function_around(outline, position.line)}) {
         if (block != no_block && declares(outline, block, name)) {
@@ -158,8 +119,8 @@ bool is_shared(const Source& source, std::uint32_t after, std::uint32_t up_to) {
 
 // What the assembly alone tells: a function begins at its entry's line and ends before
 // the next one that begins in the same file; it has no lines behind its last position.
-std::optional<Extent> extent_from_assembly(Placer& placer, const Function& function) {
-    const Position& entry = *function.entry;
+std::optional<Extent> extent_from_assembly(Placer& placer, const function_code& function) {
+    const code_position& entry = *function.entry;
     Source* source = source_of(placer, entry.file);
     if (source == nullptr) {
         return std::nullopt;
@@ -167,7 +128,7 @@ std::optional<Extent> extent_from_assembly(Placer& placer, const Function& funct
     const auto next = std::upper_bound(source->entries.begin(), source->entries.end(), entry.line);
     Extent extent{.source = source, .first = entry.line, .body = entry.line, .last = entry.line};
     for (std::size_t i = 0; i < function.position_count; ++i) {
-        const Position& it = placer.assembly.positions[function.first_position + i];
+        const code_position& it = placer.assembly.positions[function.first_position + i];
         if (it.line > extent.last && source_of(placer, it.file) == source &&
             (next == source->entries.end() || it.line < *next)) {
             extent.last = it.line;
@@ -178,17 +139,17 @@ std::optional<Extent> extent_from_assembly(Placer& placer, const Function& funct
 
 // The first of a function's positions that lies in a function called `name`. An entry
 // elsewhere is code that was inlined ahead of the function's own.
-std::optional<Extent> find_named_extent(Placer& placer, const Function& function,
+std::optional<Extent> find_named_extent(Placer& placer, const function_code& function,
                                         std::string_view name) {
-    const Position& entry = *function.entry;
+    const code_position& entry = *function.entry;
     if (std::optional<Extent> extent = named_extent(placer, entry, name)) {
         return is_shared(*extent->source, std::max(entry.line, extent->first), extent->body)
                    ? extent_from_assembly(placer, function)
                    : extent;
     }
-    Position last = entry;
+    code_position last = entry;
     for (std::size_t i = 0; i < function.position_count; ++i) {
-        const Position& it = placer.assembly.positions[function.first_position + i];
+        const code_position& it = placer.assembly.positions[function.first_position + i];
         if (it.line == 0 || (it.file == last.file && it.line == last.line)) {
             continue;
         }
@@ -202,7 +163,7 @@ std::optional<Extent> find_named_extent(Placer& placer, const Function& function
 
 // Where a function stands in the source: where its name is declared, or else where it is
 // entered.
-std::optional<Extent> find_extent(Placer& placer, const Function& function) {
+std::optional<Extent> find_extent(Placer& placer, const function_code& function) {
     const std::string_view name = declared_name(function.symbol);
     if (!name.empty()) {
         if (std::optional<Extent> extent = find_named_extent(placer, function, name)) {
@@ -215,7 +176,7 @@ std::optional<Extent> find_extent(Placer& placer, const Function& function) {
             return extent;
         }
     }
-    const Position& entry = *function.entry;
+    const code_position& entry = *function.entry;
     Source* source = source_of(placer, entry.file);
     if (source != nullptr && source->outline) {
         const std::size_t declared = function_declared_at(*source->outline, entry.line, {});
@@ -227,7 +188,7 @@ std::optional<Extent> find_extent(Placer& placer, const Function& function) {
     return extent_from_assembly(placer, function);
 }
 
-bool owns(Placer& placer, const Extent& extent, const Position& position) {
+bool owns(Placer& placer, const Extent& extent, const code_position& position) {
     return position.line >= extent.first && position.line <= extent.last &&
            source_of(placer, position.file) == extent.source;
 }
@@ -280,11 +241,11 @@ std::uint32_t boundary(const Extent& extent, std::uint32_t previous, std::uint32
 
 // The own lines' positions in the order of the text, those that follow each other on one
 // line taken together.
-std::vector<Position> own_positions(Placer& placer, const Function& function,
-                                    const Extent& extent) {
-    std::vector<Position> own;
+std::vector<code_position> own_positions(Placer& placer, const function_code& function,
+                                         const Extent& extent) {
+    std::vector<code_position> own;
     for (std::size_t i = 0; i < function.position_count; ++i) {
-        const Position& it = placer.assembly.positions[function.first_position + i];
+        const code_position& it = placer.assembly.positions[function.first_position + i];
         if (it.line <= extent.body || !owns(placer, extent, it)) {
             continue;
         }
@@ -336,12 +297,12 @@ class BestRuns {
 // moves forward, because each line is listed once. Optimised code jumps; of all such runs
 // the one is taken that puts the most code below its own line, loop bodies before the odd
 // instruction that was moved out of them.
-std::vector<Position> forward_positions(Placer& placer, const Function& function,
-                                        const Extent& extent) {
-    const std::vector<Position> steps = own_positions(placer, function, extent);
+std::vector<code_position> forward_positions(Placer& placer, const function_code& function,
+                                             const Extent& extent) {
+    const std::vector<code_position> steps = own_positions(placer, function, extent);
     std::vector<std::uint32_t> lines(steps.size());
     std::transform(steps.begin(), steps.end(), lines.begin(),
-                   [](const Position& step) { return step.line; });
+                   [](const code_position& step) { return step.line; });
     std::sort(lines.begin(), lines.end());
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
 
@@ -356,7 +317,7 @@ std::vector<Position> forward_positions(Placer& placer, const Function& function
         worth[i] = (before[i] == BestRuns::none ? 0 : worth[before[i]]) + steps[i].code + 1;
         best.enter(rank, i);
     }
-    std::vector<Position> run;
+    std::vector<code_position> run;
     for (std::size_t step = best.below(lines.size()); step != BestRuns::none; step = before[step]) {
         run.push_back(steps[step]);
     }
@@ -364,11 +325,11 @@ std::vector<Position> forward_positions(Placer& placer, const Function& function
     return run;
 }
 
-void place_function(Placer& placer, const Function& function, const Extent& extent) {
+void place_function(Placer& placer, const function_code& function, const Extent& extent) {
     insert_file(placer, function.begin, *extent.source);
     insert(placer, function.begin, ".ifunc", extent.first);
     std::uint32_t previous = extent.body;
-    for (const Position& it : forward_positions(placer, function, extent)) {
+    for (const code_position& it : forward_positions(placer, function, extent)) {
         insert(placer, it.at, ".iline", boundary(extent, previous, it.line) - extent.first + 1);
         previous = it.line;
     }
@@ -377,9 +338,9 @@ void place_function(Placer& placer, const Function& function, const Extent& exte
 
 // A part that was split off lists no more than the lines that it has code of: each is
 // made a function of one line.
-void place_part(Placer& placer, const Function& function, const Extent& extent) {
+void place_part(Placer& placer, const function_code& function, const Extent& extent) {
     std::uint32_t shown = 0;
-    const auto show = [&](std::size_t at, const Position& position) {
+    const auto show = [&](std::size_t at, const code_position& position) {
         if (position.line == shown || !owns(placer, extent, position)) {
             return;
         }
@@ -392,7 +353,7 @@ void place_part(Placer& placer, const Function& function, const Extent& extent) 
     };
     show(function.begin, *function.entry);
     for (std::size_t i = 0; i < function.position_count; ++i) {
-        const Position& it = placer.assembly.positions[function.first_position + i];
+        const code_position& it = placer.assembly.positions[function.first_position + i];
         show(it.at, it);
     }
     if (shown != 0) {
@@ -401,7 +362,7 @@ void place_part(Placer& placer, const Function& function, const Extent& extent) 
 }
 
 void collect_entries(Placer& placer) {
-    for (const Function& function : placer.assembly.functions) {
+    for (const function_code& function : placer.assembly.functions) {
         if (function.entry && part_mark(function.symbol) == std::string_view::npos) {
             if (Source* source = source_of(placer, function.entry->file)) {
                 source->entries.push_back(function.entry->line);
@@ -413,7 +374,7 @@ void collect_entries(Placer& placer) {
     }
 }
 
-void place(Placer& placer, const Function& function) {
+void place(Placer& placer, const function_code& function) {
     if (!function.entry) {
         return;
     }
@@ -442,20 +403,22 @@ void place(Placer& placer, const Function& function) {
 
 }  // namespace
 
-std::vector<Insertion> place_directives(const Assembly& assembly, const SourceMap& source_map,
-                                        const SourceAccess& sources) {
+std::vector<Insertion> place_directives(const assembly_file& assembly, const prefix_map& source_map,
+                                        const source_access& sources) {
     Placer placer{.assembly = assembly, .source_map = source_map, .access = sources};
     collect_entries(placer);
-    for (const Function& function : assembly.functions) {
+    for (const function_code& function : assembly.functions) {
         place(placer, function);
     }
     return std::move(placer.insertions);
 }
 
-std::optional<AssemblyError> interlist_assembly(std::string_view text, const SourceMap& source_map,
-                                                const SourceAccess& sources, std::string& output) {
-    Assembly assembly;
-    if (std::optional<AssemblyError> error = read_assembly(text, assembly)) {
+std::optional<assembly_error> interlist_assembly(std::string_view text,
+                                                 const prefix_map& source_map,
+                                                 const source_access& sources,
+                                                 std::string& output) {
+    assembly_file assembly;
+    if (std::optional<assembly_error> error = read_assembly(text, assembly)) {
         return error;
     }
     output.clear();

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-using namespace gas2interlist;
+using namespace assembly;
 
 namespace {
 
@@ -16,8 +16,8 @@ using Texts = std::vector<std::string>;
 // The functions of a text as "FIRST-OPEN-LAST" line numbers.
 Texts functions(std::string_view text) {
     Texts result;
-    for (const Block& it : outline_source(std::string(text)).blocks) {
-        if (it.kind == BlockKind::function) {
+    for (const source_block& it : outline_source(std::string(text)).blocks) {
+        if (it.kind == block_kind::function) {
             result.push_back(std::to_string(it.header_line) + "-" + std::to_string(it.open_line) +
                              "-" + std::to_string(it.close_line));
         }
@@ -25,7 +25,7 @@ Texts functions(std::string_view text) {
     return result;
 }
 
-std::string span(const SourceOutline& outline, std::size_t block) {
+std::string span(const source_outline& outline, std::size_t block) {
     return block == no_block ? "none"
                              : std::to_string(outline.blocks[block].header_line) + "-" +
                                    std::to_string(outline.blocks[block].close_line);
@@ -33,7 +33,7 @@ std::string span(const SourceOutline& outline, std::size_t block) {
 
 }  // namespace
 
-TEST(SourceOutline, AFunctionBeginsWithTheFirstWordOfItsDeclaration) {
+TEST(source_outline, AFunctionBeginsWithTheFirstWordOfItsDeclaration) {
     EXPECT_EQ(functions("int v;\n"
                         "/* f */\n"
                         "static int\n"
@@ -45,7 +45,7 @@ TEST(SourceOutline, AFunctionBeginsWithTheFirstWordOfItsDeclaration) {
               Texts{"3-6-8"});
 }
 
-TEST(SourceOutline, CommentsLiteralsAndDirectivesHideTheirBraces) {
+TEST(source_outline, CommentsLiteralsAndDirectivesHideTheirBraces) {
     EXPECT_EQ(functions("void f(void) {\n"
                         "  // {\n"
                         "  /* { \n"
@@ -60,12 +60,12 @@ TEST(SourceOutline, CommentsLiteralsAndDirectivesHideTheirBraces) {
               (Texts{"1-1-10", "11-11-11"}));
 }
 
-TEST(SourceOutline, ALiteralWithoutAnEndEndsWithItsLine) {
+TEST(source_outline, ALiteralWithoutAnEndEndsWithItsLine) {
     EXPECT_EQ(functions("void f(void) {\n#error don't {\n  x = ';\n}\nvoid g(void) {\n}\n"),
               (Texts{"1-1-4", "5-5-6"}));
 }
 
-TEST(SourceOutline, RawStringsAndDigitSeparatorsAreOneToken) {
+TEST(source_outline, RawStringsAndDigitSeparatorsAreOneToken) {
     EXPECT_EQ(functions("void f() {\n"
                         "  auto s = R\"(}\"{)\";\n"
                         "  auto t = u8R\"x(\n"
@@ -75,7 +75,7 @@ TEST(SourceOutline, RawStringsAndDigitSeparatorsAreOneToken) {
               Texts{"1-1-6"});
 }
 
-TEST(SourceOutline, OldStyleParametersBelongToTheFunction) {
+TEST(source_outline, OldStyleParametersBelongToTheFunction) {
     EXPECT_EQ(functions("int g(int);\n"
                         "int f(a, b)\n"
                         "  int a;\n"
@@ -87,7 +87,7 @@ TEST(SourceOutline, OldStyleParametersBelongToTheFunction) {
               Texts{"2-5-6"});
 }
 
-TEST(SourceOutline, ControlStatementsInitializersAndScopesAreNoFunctions) {
+TEST(source_outline, ControlStatementsInitializersAndScopesAreNoFunctions) {
     EXPECT_EQ(functions("struct s { int a; };\n"
                         "int v[] = { 1, 2 };\n"
                         "enum e { A, B };\n"
@@ -110,7 +110,7 @@ TEST(SourceOutline, ControlStatementsInitializersAndScopesAreNoFunctions) {
               Texts{"8-8-18"});
 }
 
-TEST(SourceOutline, MembersConstructorsOperatorsAndLambdasAreFunctions) {
+TEST(source_outline, MembersConstructorsOperatorsAndLambdasAreFunctions) {
     EXPECT_EQ(functions("template <typename T, int N = 3>\n"
                         "struct S : Base<T> {\n"
                         "  S() : a{1},\n"
@@ -136,7 +136,7 @@ TEST(SourceOutline, MembersConstructorsOperatorsAndLambdasAreFunctions) {
               (Texts{"3-5-6", "7-7-7", "8-8-10", "13-13-20", "14-14-16", "17-17-18", "21-21-22"}));
 }
 
-TEST(SourceOutline, BothBranchesOfAConditionalOpenOneFunction) {
+TEST(source_outline, BothBranchesOfAConditionalOpenOneFunction) {
     EXPECT_EQ(functions("#ifdef A\n"
                         "int f(int a) {\n"
                         "#else\n"
@@ -149,7 +149,7 @@ TEST(SourceOutline, BothBranchesOfAConditionalOpenOneFunction) {
               (Texts{"2-2-7", "4-4-7", "8-8-9"}));
 }
 
-TEST(SourceOutline, ABraceThatOnlyOneBranchOpensIsClosedByALaterConditional) {
+TEST(source_outline, ABraceThatOnlyOneBranchOpensIsClosedByALaterConditional) {
     EXPECT_EQ(functions("int f(int a) {\n"
                         "#ifdef A\n"
                         "  if (a) {\n"
@@ -166,7 +166,7 @@ TEST(SourceOutline, ABraceThatOnlyOneBranchOpensIsClosedByALaterConditional) {
               (Texts{"1-1-11", "12-12-13"}));
 }
 
-TEST(SourceOutline, AParenthesisLeftOpenDoesNotHideTheBodiesBehindIt) {
+TEST(source_outline, AParenthesisLeftOpenDoesNotHideTheBodiesBehindIt) {
     EXPECT_EQ(functions("#ifdef A\n"
                         "CHECK(\n"
                         "#endif\n"
@@ -182,7 +182,7 @@ TEST(SourceOutline, AParenthesisLeftOpenDoesNotHideTheBodiesBehindIt) {
               3U);
 }
 
-TEST(SourceOutline, DisabledTextIsNotRead) {
+TEST(source_outline, DisabledTextIsNotRead) {
     EXPECT_EQ(functions("#if 0\n"
                         "isn't { read\n"
                         "# if X\n"
@@ -195,17 +195,17 @@ TEST(SourceOutline, DisabledTextIsNotRead) {
               Texts{"7-7-9"});
 }
 
-TEST(SourceOutline, AMacroAheadOfADeclarationIsNoPartOfItAcrossABlankLine) {
+TEST(source_outline, AMacroAheadOfADeclarationIsNoPartOfItAcrossABlankLine) {
     EXPECT_EQ(functions("BEGIN_DECLARATIONS\n\nint f(void)\n{\n}\n"), Texts{"3-4-5"});
 }
 
-TEST(SourceOutline, AMissingBraceIsTakenToBeAtTheEnd) {
+TEST(source_outline, AMissingBraceIsTakenToBeAtTheEnd) {
     EXPECT_EQ(functions("int f(void) {\n  if (x) {\n}\n\n"), Texts{"1-1-5"});
     EXPECT_EQ(functions("}}}\nint f(void) {\n}\n"), Texts{"2-2-3"});
 }
 
-TEST(SourceOutline, StatementsEndAtSemicolonsAndBlockBraces) {
-    const SourceOutline outline = outline_source(
+TEST(source_outline, StatementsEndAtSemicolonsAndBlockBraces) {
+    const source_outline outline = outline_source(
         "void f(int a) {\n"       // 1 {
         "  int v[] = { 1,\n"      // 2
         "    2 };\n"              // 3 ;
@@ -226,7 +226,7 @@ TEST(SourceOutline, StatementsEndAtSemicolonsAndBlockBraces) {
 }
 
 TEST(SourceLookup, AFunctionIsFoundByAnyLineOfItsDeclaration) {
-    const SourceOutline outline = outline_source("int\nf(int a)\n{\n  if (a) {\n  }\n}\n");
+    const source_outline outline = outline_source("int\nf(int a)\n{\n  if (a) {\n  }\n}\n");
     EXPECT_EQ(span(outline, function_declared_at(outline, 1, "")), "1-6");
     EXPECT_EQ(span(outline, function_declared_at(outline, 3, "")), "1-6");
     EXPECT_EQ(span(outline, function_declared_at(outline, 4, "")), "none");
@@ -235,7 +235,7 @@ TEST(SourceLookup, AFunctionIsFoundByAnyLineOfItsDeclaration) {
 }
 
 TEST(SourceLookup, TheNameTellsFunctionsOnOneLineApart) {
-    const SourceOutline outline =
+    const source_outline outline =
         outline_source("int f(void) { return 1; } int g(void) {\n  return 2;\n}\n");
     EXPECT_EQ(span(outline, function_declared_at(outline, 1, "f")), "1-1");
     EXPECT_EQ(span(outline, function_declared_at(outline, 1, "g")), "1-3");
@@ -243,7 +243,7 @@ TEST(SourceLookup, TheNameTellsFunctionsOnOneLineApart) {
 }
 
 TEST(SourceLookup, ADeclarationHasANameOnlyAsAWholeWord) {
-    const SourceOutline outline = outline_source("int foobar(int bar) { }\n");
+    const source_outline outline = outline_source("int foobar(int bar) { }\n");
     EXPECT_TRUE(declares(outline, 0, "foobar"));
     EXPECT_TRUE(declares(outline, 0, "bar"));
     EXPECT_FALSE(declares(outline, 0, "foo"));
@@ -254,7 +254,7 @@ TEST(SourceLookup, AnyTextHasAnOutline) {
     for (const std::string_view text :
          {"", "#", "\\", "'", "\"", "/*", "R\"", "R\"(", "#if", "#endif\n#else\n", "{", "}", "1'",
           "a(", ")]}", "[", "#if 0\n", "//\\", "operator()"}) {
-        const SourceOutline outline = outline_source(std::string(text));
+        const source_outline outline = outline_source(std::string(text));
         EXPECT_EQ(span(outline, function_around(outline, 1)), "none") << text;
     }
 }

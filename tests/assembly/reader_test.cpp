@@ -7,28 +7,28 @@
 #include <string_view>
 #include <vector>
 
-using namespace gas2interlist;
+using namespace assembly;
 
 namespace {
 
-Assembly read(std::string_view text) {
-    Assembly assembly;
-    const std::optional<AssemblyError> error = read_assembly(text, assembly);
+assembly_file read(std::string_view text) {
+    assembly_file assembly;
+    const std::optional<assembly_error> error = read_assembly(text, assembly);
     EXPECT_FALSE(error) << error->line << ": " << error->message;
     return assembly;
 }
 
 // "LINE: MESSAGE", or nothing when the text is fine.
 std::string error_of(std::string_view text) {
-    Assembly assembly;
-    const std::optional<AssemblyError> error = read_assembly(text, assembly);
+    assembly_file assembly;
+    const std::optional<assembly_error> error = read_assembly(text, assembly);
     return error ? std::to_string(error->line) + ": " + error->message : "";
 }
 
 // The lines of each function, with its symbol before them.
 std::vector<std::string> functions(std::string_view text) {
     std::vector<std::string> result;
-    for (const Function& it : read(text).functions) {
+    for (const function_code& it : read(text).functions) {
         result.push_back(std::string(it.symbol) + "|" +
                          std::string(text.substr(it.begin, it.end - it.begin)));
     }
@@ -41,7 +41,7 @@ std::vector<unsigned> lines_with_code(std::string_view body) {
     text += body;
     text += "\t.size f, .-f\n";
     std::vector<unsigned> lines;
-    for (const Position& it : read(text).positions) {
+    for (const code_position& it : read(text).positions) {
         lines.push_back(it.line);
     }
     return lines;
@@ -53,7 +53,7 @@ using Texts = std::vector<std::string>;
 }  // namespace
 
 TEST(AssemblyFiles, BothFormsOfAnEntryAreRead) {
-    const Assembly assembly = read(
+    const assembly_file assembly = read(
         "\t.file\t\"main.c\"\n"
         "\t.file 1 \"a.c\"\n"
         "\t.file\t2 \"dir\" \"b.h\" md5 0x0123456789abcdef0123456789abcdef\n"
@@ -67,7 +67,7 @@ TEST(AssemblyFiles, BothFormsOfAnEntryAreRead) {
 }
 
 TEST(AssemblyFiles, EscapesInNamesAreResolved) {
-    const Assembly assembly = read(
+    const assembly_file assembly = read(
         "\t.file 1 \"a b.c\"\n"
         "\t.file 2 \"a\\\"b\\\\c.c\"\n"
         "\t.file 3 \"\\303\\251t\\303\\251.c\"\n"
@@ -145,7 +145,7 @@ TEST(AssemblyFunctions, AreFoundByTheirProcedureWhereNoTypeIsGiven) {
         "\t.cfi_startproc\n"
         "\tretq\n"
         "\t.cfi_endproc\n";
-    const Assembly assembly = read(text);
+    const assembly_file assembly = read(text);
     ASSERT_EQ(assembly.functions.size(), 1U);
     EXPECT_EQ(assembly.functions[0].symbol, "_f");
     ASSERT_TRUE(assembly.functions[0].entry);
@@ -209,7 +209,7 @@ TEST(AssemblyPositions, AreThoseWithCodeBehindThem) {
 TEST(AssemblyPositions, LineZeroIsAPositionButNoEntry) {
     const std::string_view text =
         "\t.type f, @function\nf:\n\t.loc 1 0 0\n\tnop\n\t.loc 1 9 0\n\tnop\n";
-    const Assembly assembly = read(text);
+    const assembly_file assembly = read(text);
     ASSERT_TRUE(assembly.functions[0].entry);
     EXPECT_EQ(assembly.functions[0].entry->line, 9U);
     ASSERT_EQ(assembly.positions.size(), 1U);
@@ -250,7 +250,7 @@ TEST(AssemblyPositions, ADirectiveGoesBeforeTheLabelsThatLeadToTheCode) {
         ".L3:\n"
         "\t.loc 1 5\n"
         "\tnop\n";
-    const Assembly assembly = read(text);
+    const assembly_file assembly = read(text);
     ASSERT_EQ(assembly.positions.size(), 1U);
     EXPECT_TRUE(text.substr(assembly.positions[0].at).starts_with("\t.p2align"));
 }
@@ -265,7 +265,7 @@ TEST(AssemblyText, MacroBodiesAreNotRead) {
 }
 
 TEST(AssemblyText, CarriageReturnsEndLinesToo) {
-    const Assembly assembly = read("\t.type f, @function\r\nf:\r\n\t.loc 1 3\r\n\tret\r\n");
+    const assembly_file assembly = read("\t.type f, @function\r\nf:\r\n\t.loc 1 3\r\n\tret\r\n");
     EXPECT_TRUE(assembly.carriage_returns);
     ASSERT_EQ(assembly.functions.size(), 1U);
     EXPECT_EQ(assembly.functions[0].entry->line, 3U);

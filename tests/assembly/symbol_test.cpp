@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace gas2interlist;
+using namespace assembly;
 
 TEST(SymbolName, OfCIsTheSymbolWithoutTheMarksOfClones) {
     EXPECT_EQ(declared_name("main"), "main");

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace gas2interlist;
+using namespace assembly;
 
 TEST(TokenEnd, OfALiteralIsItsUnescapedQuoteOrTheLinesEnd) {
     EXPECT_EQ(end_of_literal("\"a\\\"b\" c", 0), 6U);

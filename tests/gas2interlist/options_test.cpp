@@ -21,7 +21,7 @@ TEST(Gas2interlistOptions, FilesAndMapsAreTakenInAnyOrder) {
     EXPECT_EQ(options.error, "");
     EXPECT_EQ(options.input, "prog.s");
     EXPECT_EQ(options.output, "prog.asm");
-    EXPECT_EQ(options.source_map, (SourceMap{{"/a", "/b"}, {"x", "y=z"}, {"q", ""}}));
+    EXPECT_EQ(options.source_map, (assembly::prefix_map{{"/a", "/b"}, {"x", "y=z"}, {"q", ""}}));
 }
 
 TEST(Gas2interlistOptions, TheOutputMayBeAttached) {

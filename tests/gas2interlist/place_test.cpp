@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+using namespace assembly;
 using namespace gas2interlist;
 
 namespace {
@@ -14,8 +15,8 @@ namespace {
 using Sources = std::map<std::string, std::string>;
 
 std::string placed(std::string_view text, const Sources& sources,
-                   const SourceMap& source_map = {}) {
-    const SourceAccess access{
+                   const prefix_map& source_map = {}) {
+    const source_access access{
         .read = [&](const std::string& name) -> std::optional<std::string> {
             const auto it = sources.find(name);
             return it == sources.end() ? std::nullopt : std::optional(it->second);
@@ -27,14 +28,15 @@ std::string placed(std::string_view text, const Sources& sources,
             },
     };
     std::string output;
-    const std::optional<AssemblyError> error = interlist_assembly(text, source_map, access, output);
+    const std::optional<assembly_error> error =
+        interlist_assembly(text, source_map, access, output);
     EXPECT_FALSE(error) << error->line << ": " << error->message;
     return output;
 }
 
 // The directives alone, one a line, without their leading tab.
 std::string directives(std::string_view text, const Sources& sources,
-                       const SourceMap& source_map = {}) {
+                       const prefix_map& source_map = {}) {
     const std::string output = placed(text, sources, source_map);
     std::string result;
     for (std::size_t at = 0; at < output.size();) {
