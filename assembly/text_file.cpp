@@ -3,12 +3,15 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
+#include <new>
 #include <utility>
+
+#include "assembly/descriptor.h"
 
 namespace assembly {
 namespace {
@@ -18,61 +21,59 @@ constexpr off_t greatest_source = off_t{1} << 28;
 // Opens without waiting for the other end of a FIFO, which no source is.
 constexpr int source_flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
 
-struct descriptor {
-    int number;
+}  // namespace
 
-    explicit descriptor(int opened) : number(opened) {}
-    descriptor(const descriptor&) = delete;
-    descriptor& operator=(const descriptor&) = delete;
-    ~descriptor() {
-        if (number >= 0) {
-            const int kept = errno;
-            ::close(number);
-            errno = kept;
-        }
+// False where there is nothing to map: in a pipe, a device, an empty file or one that only
+// looks empty.
+bool text_file::map_rest(int number) {
+    const off_t begin = lseek(number, 0, SEEK_CUR);
+    if (begin < 0 || !S_ISREG(status_.st_mode) || status_.st_size <= begin) {
+        return false;
     }
-};
+    const auto size = static_cast<std::size_t>(status_.st_size);
+    void* const at = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, number, 0);
+    if (at == MAP_FAILED) {
+        return false;
+    }
+    memory_.reset(at, [size](void* mapped) { munmap(mapped, size); });
+    text_ = std::string_view(static_cast<const char*>(at), size);
+    text_.remove_prefix(static_cast<std::size_t>(begin));
+    lseek(number, 0, SEEK_END);  // whoever shares the descriptor finds its file read
+    is_mapped_ = true;
+    return true;
+}
 
-bool read_all(int number, std::string& text) {
-    constexpr std::size_t block = std::size_t{1} << 16;
+// The C library's allocation grows without a second copy.
+bool text_file::read_rest(int number) {
+    std::unique_ptr<void, decltype(&std::free)> memory(nullptr, &std::free);
+    std::size_t capacity = 0;
     std::size_t filled = 0;
     while (true) {
-        if (filled == text.size()) {
-            text.resize(text.size() + std::max(block, text.size()));
+        if (filled == capacity) {
+            capacity += std::max(std::size_t{1} << 16, capacity / 2);
+            void* const grown = std::realloc(memory.get(), capacity);
+            if (grown == nullptr) {
+                throw std::bad_alloc();
+            }
+            static_cast<void>(memory.release());
+            memory.reset(grown);
         }
-        const ssize_t count = ::read(number, text.data() + filled, text.size() - filled);
+        char* const text = static_cast<char*>(memory.get());
+        const ssize_t count = ::read(number, text + filled, capacity - filled);
         if (count < 0 && errno == EINTR) {
             continue;
         }
         if (count <= 0) {
-            text.resize(filled);
+            text_ = std::string_view(text, filled);
+            memory_ = std::move(memory);
             return count == 0;
         }
         filled += static_cast<std::size_t>(count);
     }
 }
 
-}  // namespace
-
 bool text_file::load(int number) {
-    struct stat status {};
-    if (fstat(number, &status) != 0) {
-        return false;
-    }
-    if (S_ISREG(status.st_mode)) {
-        constexpr std::int64_t second = 1'000'000'000;
-        modified_ = status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec;
-    }
-    // What was read of standard input before is no part of it.
-    if (S_ISREG(status.st_mode) && status.st_size > 0 && lseek(number, 0, SEEK_CUR) == 0) {
-        const auto size = static_cast<std::size_t>(status.st_size);
-        void* at = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, number, 0);
-        if (at != MAP_FAILED) {
-            mapped_ = {static_cast<const char*>(at), size};
-            return true;
-        }
-    }
-    return read_all(number, read_);
+    return fstat(number, &status_) == 0 && (map_rest(number) || read_rest(number));
 }
 
 std::optional<text_file> text_file::open(const std::string& name) {
@@ -96,22 +97,13 @@ std::optional<text_file> text_file::open_source(const std::string& name) {
     return file;
 }
 
-text_file::text_file(text_file&& other) noexcept
-    : mapped_(std::exchange(other.mapped_, {})),
-      read_(std::move(other.read_)),
-      modified_(other.modified_) {}
-
-text_file& text_file::operator=(text_file&& other) noexcept {
-    std::swap(mapped_, other.mapped_);
-    std::swap(read_, other.read_);
-    std::swap(modified_, other.modified_);
-    return *this;
+std::int64_t text_file::modified() const {
+    constexpr std::int64_t second = 1'000'000'000;
+    return S_ISREG(status_.st_mode) ? status_.st_mtim.tv_sec * second + status_.st_mtim.tv_nsec : 0;
 }
 
-text_file::~text_file() {
-    if (mapped_.data() != nullptr) {
-        munmap(const_cast<char*>(mapped_.data()), mapped_.size());
-    }
+bool text_file::is_mapped_from(const struct stat& file) const {
+    return is_mapped_ && file.st_dev == status_.st_dev && file.st_ino == status_.st_ino;
 }
 
 }  // namespace assembly

@@ -2,7 +2,10 @@
 // which may be large and are read once.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,32 +14,32 @@ namespace assembly {
 
 class text_file {
   public:
-    // Opens a file, or standard input for "-". On failure nothing, and errno tells why.
+    // Takes all of a file, or the rest of standard input for "-". On failure nothing, and
+    // errno tells why.
     static std::optional<text_file> open(const std::string& name);
 
     // The same for a source: a regular file of at most 256 MB.
     static std::optional<text_file> open_source(const std::string& name);
 
-    text_file(text_file&& other) noexcept;
-    text_file& operator=(text_file&& other) noexcept;
-    text_file(const text_file&) = delete;
-    text_file& operator=(const text_file&) = delete;
-    ~text_file();
-
-    // Stays where it is until the object ends or is moved from.
-    std::string_view text() const { return mapped_.data() != nullptr ? mapped_ : read_; }
+    // Stays where it is as long as the object that it was moved to last.
+    std::string_view text() const { return text_; }
 
     // When the file was last changed, in nanoseconds since the epoch; 0 for what is no
     // regular file.
-    std::int64_t modified() const { return modified_; }
+    std::int64_t modified() const;
+
+    // Whether the text lies in this very file, and changes with it.
+    bool is_mapped_from(const struct stat& file) const;
 
   private:
-    text_file() = default;
     bool load(int descriptor);
+    bool map_rest(int descriptor);
+    bool read_rest(int descriptor);
 
-    std::string_view mapped_;
-    std::string read_;  // of what cannot be mapped
-    std::int64_t modified_ = 0;
+    std::shared_ptr<void> memory_;  // of the text: a mapping, or what was read
+    std::string_view text_;
+    struct stat status_ {};
+    bool is_mapped_ = false;
 };
 
 }  // namespace assembly

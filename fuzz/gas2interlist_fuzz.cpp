@@ -58,9 +58,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         },
         .same = [](const std::string& one, const std::string& other) { return one == other; },
     };
-    std::string output;
-    if (!interlist_assembly(assembly, {{"/old", "new"}}, sources, output)) {
-        check(assembly, output);
+    interlisted_text result{.assembly = assembly};
+    if (!place_directives(result, {{"/old", "new"}}, sources)) {
+        check(assembly, merged(result));
     }
     return 0;
 }

@@ -1,69 +1,74 @@
 // gas2interlist: places interlist directives in a GNU-style compiler's assembly.
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
 #include <exception>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "assembly/sources.h"
-#include "gas2interlist/files.h"
+#include "assembly/text_file.h"
 #include "gas2interlist/options.h"
+#include "gas2interlist/output.h"
 #include "gas2interlist/place.h"
+#include "gas2interlist/report.h"
+#include "gas2interlist/signals.h"
 
 using namespace gas2interlist;
+using assembly::assembly_error;
+using assembly::text_file;
 
-static void report(const std::string& message) {
-    std::fputs(("gas2interlist: " + message + "\n").c_str(), stderr);
+static int write(const std::string& name, const interlisted_text& text,
+                 const std::optional<text_file>& input) {
+    std::string error;
+    if (!write_output(name, text, input, error)) {
+        report({name == "-" ? "standard output" : name, ": ", error});
+        return exit_failure;
+    }
+    return exit_success;
 }
 
 static int print(std::string_view text) {
-    std::string error;
-    if (!write_output("-", text, error)) {
-        report("standard output: " + error);
-        return exit_failure;
-    }
-    return exit_success;
+    return write("-", {.assembly = text}, {});
 }
 
-static int run(const Options& options) {
-    const std::string input = options.input == "-" ? "standard input" : options.input;
-    const std::string output = options.output == "-" ? "standard output" : options.output;
-    std::string failure;
-    const std::optional<std::string> text = read_input(options.input, failure);
-    if (!text) {
-        report(input + ": " + failure);
+static int run(const options& chosen) {
+    const std::string name = chosen.input == "-" ? "standard input" : chosen.input;
+    const std::optional<text_file> input = text_file::open(chosen.input);
+    if (!input) {
+        report({name, ": ", std::strerror(errno)});
         return exit_failure;
     }
-    std::string result;
-    if (const std::optional<assembly::assembly_error> error =
-            interlist_assembly(*text, options.source_map, assembly::system_sources(), result)) {
-        report(input + ":" + std::to_string(error->line) + ": " + error->message);
+    interlisted_text result{.assembly = input->text()};
+    if (const std::optional<assembly_error> error =
+            place_directives(result, chosen.source_map, assembly::system_sources())) {
+        report({name, ":", std::to_string(error->line), ": ", error->message});
         return exit_failure;
     }
-    if (!write_output(options.output, result, failure)) {
-        report(output + ": " + failure);
-        return exit_failure;
-    }
-    return exit_success;
+    return write(chosen.output, result, input);
 }
 
 int main(int argc, char** argv) {
+    keep_standard_streams_apart();
+    catch_signals();
     try {
-        const Options options = read_options({argv + (argc > 0 ? 1 : 0), argv + argc});
-        if (options.help) {
+        const options chosen = read_options({argv + (argc > 0 ? 1 : 0), argv + argc});
+        if (chosen.help) {
             return print(usage_text());
         }
-        if (options.version) {
+        if (chosen.version) {
             return print("gas2interlist " GAS2INTERLIST_VERSION "\n");
         }
-        if (!options.error.empty()) {
-            report(options.error + "\nTry 'gas2interlist --help'.");
+        if (!chosen.error.empty()) {
+            report({chosen.error, "\nTry 'gas2interlist --help'."});
             return exit_usage;
         }
-        return run(options);
+        return run(chosen);
+    } catch (const std::bad_alloc&) {
+        report({"out of memory"});
     } catch (const std::exception& failure) {
-        report(failure.what());
-        return exit_failure;
+        report({failure.what()});
     }
+    return exit_failure;
 }

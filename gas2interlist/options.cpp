@@ -25,13 +25,13 @@ Exit status: 0 success, 1 unusable input or a failing file, 2 wrong usage.
 Example: gcc -S -g prog.c -o - | gas2interlist > prog.asm && interlist prog.asm
 )";
 
-bool add_source_map(Options& options, std::string_view rule) {
+bool add_source_map(options& result, std::string_view rule) {
     const std::size_t sign = rule.find('=');
     if (sign == std::string_view::npos) {
-        options.error = "--source-map needs OLD=NEW, not '" + std::string(rule) + "'";
+        result.error = "--source-map needs OLD=NEW, not '" + std::string(rule) + "'";
         return false;
     }
-    options.source_map.emplace_back(rule.substr(0, sign), rule.substr(sign + 1));
+    result.source_map.emplace_back(rule.substr(0, sign), rule.substr(sign + 1));
     return true;
 }
 
@@ -41,9 +41,9 @@ std::string_view usage_text() {
     return usage;
 }
 
-Options read_options(const std::vector<std::string_view>& arguments) {
+options read_options(const std::vector<std::string_view>& arguments) {
     constexpr std::string_view source_map = "--source-map";
-    Options options;
+    options result;
     bool has_input = false;
     bool takes_options = true;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -56,43 +56,43 @@ Options read_options(const std::vector<std::string_view>& arguments) {
             if (i + 1 < arguments.size()) {
                 return arguments[++i];
             }
-            options.error = "option '" + std::string(argument) + "' needs a value";
+            result.error = "option '" + std::string(argument) + "' needs a value";
             return std::nullopt;
         };
         if (!takes_options || argument == "-" || !argument.starts_with('-')) {
             if (has_input) {
-                options.error = "more than one input: '" + std::string(argument) + "'";
-                return options;
+                result.error = "more than one input: '" + std::string(argument) + "'";
+                return result;
             }
-            options.input = argument;
+            result.input = argument;
             has_input = true;
         } else if (argument == "--") {
             takes_options = false;
         } else if (argument == "--help" || argument == "--version") {
-            options.help = argument == "--help";
-            options.version = !options.help;
-            return options;
+            result.help = argument == "--help";
+            result.version = !result.help;
+            return result;
         } else if (argument.starts_with("-o")) {
             const std::optional<std::string_view> name = value(argument.substr(2));
             if (!name) {
-                return options;
+                return result;
             }
-            options.output = *name;
+            result.output = *name;
         } else if (argument == source_map) {
             const std::optional<std::string_view> rule = value({});
-            if (!rule || !add_source_map(options, *rule)) {
-                return options;
+            if (!rule || !add_source_map(result, *rule)) {
+                return result;
             }
         } else if (argument.starts_with("--source-map=")) {
-            if (!add_source_map(options, argument.substr(source_map.size() + 1))) {
-                return options;
+            if (!add_source_map(result, argument.substr(source_map.size() + 1))) {
+                return result;
             }
         } else {
-            options.error = "unknown option '" + std::string(argument) + "'";
-            return options;
+            result.error = "unknown option '" + std::string(argument) + "'";
+            return result;
         }
     }
-    return options;
+    return result;
 }
 
 }  // namespace gas2interlist

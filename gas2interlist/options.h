@@ -9,14 +9,14 @@
 
 namespace gas2interlist {
 
-enum ExitStatus : int {
+enum exit_status : int {
     exit_success = 0,
     exit_failure = 1,  // unusable input, or a file that cannot be read or written
     exit_usage = 2,    // a command line that makes no sense
 };
 
 // "-" stands for standard input and standard output.
-struct Options {
+struct options {
     std::string input = "-";
     std::string output = "-";
     assembly::prefix_map source_map;
@@ -27,7 +27,7 @@ struct Options {
 
 // Reads the arguments, the program's own name not among them. --help and --version
 // end the reading.
-Options read_options(const std::vector<std::string_view>& arguments);
+options read_options(const std::vector<std::string_view>& arguments);
 
 // The text of --help.
 std::string_view usage_text();

@@ -43,7 +43,7 @@ struct Placer {
     const prefix_map& source_map;
     const source_access& access;
 
-    std::vector<Insertion> insertions = {};
+    interlisted_text& result;
 
     std::unordered_map<std::uint32_t, Source*> by_number = {};
     std::unordered_map<std::string, std::unique_ptr<Source>> by_name = {};
@@ -196,16 +196,17 @@ bool owns(Placer& placer, const Extent& extent, const code_position& position) {
 // --- Directives ---
 
 void insert(Placer& placer, std::size_t at, std::string_view directive, std::string_view operand) {
-    std::string line(1, '\t');
-    line += directive;
-    line += '\t';
-    line += operand;
-    line += placer.assembly.carriage_returns ? "\r\n" : "\n";
-    if (!placer.insertions.empty() && placer.insertions.back().at == at) {
-        placer.insertions.back().lines += line;
-    } else {
-        placer.insertions.push_back({at, std::move(line)});
+    std::string& added = placer.result.added;
+    added += '\t';
+    added += directive;
+    added += '\t';
+    added += operand;
+    added += placer.assembly.carriage_returns ? "\r\n" : "\n";
+    std::vector<insertion>& insertions = placer.result.insertions;
+    if (insertions.empty() || insertions.back().at != at) {
+        insertions.push_back({at, 0});
     }
+    insertions.back().added_end = added.size();
 }
 
 void insert(Placer& placer, std::size_t at, std::string_view directive, std::uint32_t number) {
@@ -403,32 +404,31 @@ void place(Placer& placer, const function_code& function) {
 
 }  // namespace
 
-std::vector<Insertion> place_directives(const assembly_file& assembly, const prefix_map& source_map,
-                                        const source_access& sources) {
-    Placer placer{.assembly = assembly, .source_map = source_map, .access = sources};
+std::string merged(const interlisted_text& text) {
+    std::string whole;
+    whole.reserve(text.assembly.size() + text.added.size());
+    for_each_piece(text, [&](std::string_view piece) {
+        whole += piece;
+        return true;
+    });
+    return whole;
+}
+
+std::optional<assembly_error> place_directives(interlisted_text& result,
+                                               const prefix_map& source_map,
+                                               const source_access& sources) {
+    assembly_file assembly;
+    if (std::optional<assembly_error> error = read_assembly(result.assembly, assembly)) {
+        return error;
+    }
+    result.added.clear();
+    result.insertions.clear();
+    Placer placer{
+        .assembly = assembly, .source_map = source_map, .access = sources, .result = result};
     collect_entries(placer);
     for (const function_code& function : assembly.functions) {
         place(placer, function);
     }
-    return std::move(placer.insertions);
-}
-
-std::optional<assembly_error> interlist_assembly(std::string_view text,
-                                                 const prefix_map& source_map,
-                                                 const source_access& sources,
-                                                 std::string& output) {
-    assembly_file assembly;
-    if (std::optional<assembly_error> error = read_assembly(text, assembly)) {
-        return error;
-    }
-    output.clear();
-    std::size_t copied = 0;
-    for (const Insertion& insertion : place_directives(assembly, source_map, sources)) {
-        output += text.substr(copied, insertion.at - copied);
-        output += insertion.lines;
-        copied = insertion.at;
-    }
-    output += text.substr(copied);
     return std::nullopt;
 }
 

@@ -13,23 +13,42 @@
 
 namespace gas2interlist {
 
-// Directive lines to be written before the byte at offset `at` of the assembly.
-struct Insertion {
+// Directive lines to be written before the byte at offset `at` of the assembly, which is
+// the start of a line of it: those of `interlisted_text::added` up to `added_end` that no
+// insertion before has.
+struct insertion {
     std::size_t at;
-    std::string lines;
+    std::size_t added_end;
 };
 
-// The directives for an assembly text, in ascending order of
-// offset. Every offset is the start of a line of it.
-std::vector<Insertion> place_directives(const assembly::assembly_file& assembly,
-                                        const assembly::prefix_map& source_map,
-                                        const assembly::source_access& sources);
+// An assembly text and the lines that are added to it, in ascending order of offset.
+struct interlisted_text {
+    std::string_view assembly;
+    std::string added = {};
+    std::vector<insertion> insertions = {};
+};
 
-// Both steps and the merge at once: the assembly with its directives in `output`, or
-// the reason why there is none.
-std::optional<assembly::assembly_error> interlist_assembly(std::string_view text,
-                                                           const assembly::prefix_map& source_map,
-                                                           const assembly::source_access& sources,
-                                                           std::string& output);
+// Calls `visit` with each piece of the whole in turn. False when a call was.
+bool for_each_piece(const interlisted_text& text, const auto& visit) {
+    std::size_t copied = 0;
+    std::size_t added = 0;
+    for (const insertion& it : text.insertions) {
+        if (!visit(text.assembly.substr(copied, it.at - copied)) ||
+            !visit(std::string_view(text.added).substr(added, it.added_end - added))) {
+            return false;
+        }
+        copied = it.at;
+        added = it.added_end;
+    }
+    return visit(text.assembly.substr(copied));
+}
+
+// The whole in one piece.
+std::string merged(const interlisted_text& text);
+
+// Places the directives in the assembly `result.assembly`, or tells why there are none.
+std::optional<assembly::assembly_error> place_directives(interlisted_text& result,
+                                                         const assembly::prefix_map& source_map,
+                                                         const assembly::source_access& sources);
 
 }  // namespace gas2interlist

@@ -172,6 +172,21 @@ TEST(Gas2interlist, KeepsEveryOtherByte) {
     }
 }
 
+TEST(Gas2interlist, StandardInputIsReadFromWhereItStandsToItsEnd) {
+    const ScratchFolder folder;
+    folder.write("a.s", "first line\n" + small);
+    const Finished run = run_program(
+        {"sh", "-c", "{ read line; \"$0\"; cat; } < a.s", GAS2INTERLIST}, in(folder.path()));
+    EXPECT_EQ(run.out, small_placed);
+}
+
+TEST(Gas2interlist, FilesOfTheSystemAreReadThoughTheyLookEmpty) {
+    const Finished run = gas2interlist({"/proc/version"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, read_file("/proc/version"));
+    EXPECT_NE(run.out, "");
+}
+
 TEST(Gas2interlist, SourceNamesMayBeRewritten) {
     const ScratchFolder folder;
     const Finished run =

@@ -9,19 +9,19 @@
 using namespace gas2interlist;
 
 TEST(Gas2interlistOptions, WithoutArgumentsItIsAFilter) {
-    const Options options = read_options({});
-    EXPECT_EQ(options.input, "-");
-    EXPECT_EQ(options.output, "-");
-    EXPECT_EQ(options.error, "");
+    const options result = read_options({});
+    EXPECT_EQ(result.input, "-");
+    EXPECT_EQ(result.output, "-");
+    EXPECT_EQ(result.error, "");
 }
 
 TEST(Gas2interlistOptions, FilesAndMapsAreTakenInAnyOrder) {
-    const Options options = read_options({"--source-map", "/a=/b", "prog.s", "-o", "prog.asm",
-                                          "--source-map=x=y=z", "--source-map=q="});
-    EXPECT_EQ(options.error, "");
-    EXPECT_EQ(options.input, "prog.s");
-    EXPECT_EQ(options.output, "prog.asm");
-    EXPECT_EQ(options.source_map, (assembly::prefix_map{{"/a", "/b"}, {"x", "y=z"}, {"q", ""}}));
+    const options result = read_options({"--source-map", "/a=/b", "prog.s", "-o", "prog.asm",
+                                         "--source-map=x=y=z", "--source-map=q="});
+    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(result.input, "prog.s");
+    EXPECT_EQ(result.output, "prog.asm");
+    EXPECT_EQ(result.source_map, (assembly::prefix_map{{"/a", "/b"}, {"x", "y=z"}, {"q", ""}}));
 }
 
 TEST(Gas2interlistOptions, TheOutputMayBeAttached) {

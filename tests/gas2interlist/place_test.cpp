@@ -27,11 +27,10 @@ std::string placed(std::string_view text, const Sources& sources,
                        sources.at(one) == sources.at(other);
             },
     };
-    std::string output;
-    const std::optional<assembly_error> error =
-        interlist_assembly(text, source_map, access, output);
+    interlisted_text result{.assembly = text};
+    const std::optional<assembly_error> error = place_directives(result, source_map, access);
     EXPECT_FALSE(error) << error->line << ": " << error->message;
-    return output;
+    return merged(result);
 }
 
 // The directives alone, one a line, without their leading tab.
