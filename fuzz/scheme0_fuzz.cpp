@@ -1,4 +1,4 @@
-// Fuzzes the scheme-0 decoder: any bytes as a name, decorated and plain. Beside crashes
+// Fuzzes scheme 0: any bytes as a name, decorated and plain. Beside crashes
 // it looks for broken promises about buffers and flags.
 #include <cstddef>
 #include <cstdint>

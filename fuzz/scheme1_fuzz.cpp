@@ -1,4 +1,4 @@
-// Fuzzes the Itanium ABI decoder: any bytes as a name, strict and extended, decorated
+// Fuzzes scheme 1: any bytes as a name, strict and extended, decorated
 // and plain. Beside crashes it looks for broken promises about buffers and flags.
 #include <cstddef>
 #include <cstdint>

@@ -3,7 +3,7 @@
 
 #include "tests/demangle/scheme0/rows.h"
 
-TEST(DecodeLiterals, LengthHasThreeForms) {
+TEST(Scheme0Literals, LengthHasThreeForms) {
     expect_operands({{"iL15", "5"},
                      {"iL3123", "123"},
                      {"iL_1_5", "5"},
@@ -15,18 +15,18 @@ TEST(DecodeLiterals, LengthHasThreeForms) {
                      {"iL0", ""}});
 }
 
-TEST(DecodeLiterals, ThreeDigitsAreOneDigitAndAPayload) {
+TEST(Scheme0Literals, ThreeDigitsAreOneDigitAndAPayload) {
     expect_operands({{"iL3100", "100"}, {"iL212", "12"}});
     // Three digits and "_": the first is the length, and a "_" is no payload.
     expect_operands({{"iL512_345", bad_name}});
 }
 
-TEST(DecodeLiterals, LengthOfAHundredNeedsTheFormWithTwoUnderscores) {
+TEST(Scheme0Literals, LengthOfAHundredNeedsTheFormWithTwoUnderscores) {
     const std::string digits(100, '7');
     expect_operands({{"iL_100_" + digits, digits}, {"iL100_" + digits, bad_name}});
 }
 
-TEST(DecodeLiterals, LengthPastTheEndIsABadName) {
+TEST(Scheme0Literals, LengthPastTheEndIsABadName) {
     expect_operands({{"iL9123", bad_name},
                      {"iL12_123", bad_name},
                      {"iL_4_123", bad_name},
@@ -40,7 +40,7 @@ TEST(DecodeLiterals, LengthPastTheEndIsABadName) {
                      {"iL_1x5", bad_name}});
 }
 
-TEST(DecodeLiterals, LettersStandForPunctuation) {
+TEST(Scheme0Literals, LettersStandForPunctuation) {
     expect_operands({{"iL3n42", "-42"},
                      {"dL31d5", "(double)1.5"},
                      {"fL31d5", "(float)1.5"},
@@ -51,7 +51,7 @@ TEST(DecodeLiterals, LettersStandForPunctuation) {
                      {"iL25_", bad_name}});
 }
 
-TEST(DecodeLiterals, TypeDecidesOnSuffixWordOrCast) {
+TEST(Scheme0Literals, TypeDecidesOnSuffixWordOrCast) {
     expect_operands({{"iL15", "5"},
                      {"UiL15", "5U"},
                      {"lL15", "5L"},
@@ -72,7 +72,7 @@ TEST(DecodeLiterals, TypeDecidesOnSuffixWordOrCast) {
                      {"hL15", bad_name}});
 }
 
-TEST(DecodeLiterals, BooleansAreWords) {
+TEST(Scheme0Literals, BooleansAreWords) {
     expect_operands({{"bL10", "false"},
                      {"bL11", "true"},
                      {"bL3000", "false"},
@@ -84,7 +84,7 @@ TEST(DecodeLiterals, BooleansAreWords) {
                      {"bL1_", bad_name}});
 }
 
-TEST(DecodeLiterals, NullPointersAreAWordWhateverTheirDigits) {
+TEST(Scheme0Literals, NullPointersAreAWordWhateverTheirDigits) {
     expect_operands({{"nL10", "nullptr"},
                      {"jL10", "nullptr"},
                      {"nL17", "nullptr"},
@@ -92,12 +92,12 @@ TEST(DecodeLiterals, NullPointersAreAWordWhateverTheirDigits) {
                      {"nL1_", bad_name}});
 }
 
-TEST(DecodeLiterals, LengthsOfDigitsBehindAnUnderscoreNeedTheLongForm) {
+TEST(Scheme0Literals, LengthsOfDigitsBehindAnUnderscoreNeedTheLongForm) {
     // A one-digit length, a digit and "_" are a two-digit length.
     expect_rows({{"f__FAXiL_1_5_i", "f(int [5])"}, {"f__FAXiL15_i", bad_name}});
 }
 
-TEST(DecodeOperands, ParameterReferences) {
+TEST(Scheme0Operands, ParameterReferences) {
     expect_operands({{"I0I", "this"},
                      {"I1I", "param#1"},
                      {"I2_1I", "param#2[up 1 level]"},
@@ -122,7 +122,7 @@ TEST(DecodeOperands, ParameterReferences) {
     expect_operands({{"OplI1II2_1IO", "param#1 + param#2[up 1 level]"}});
 }
 
-TEST(DecodeOperands, NamesEndAtTheFirstPairOfUnderscores) {
+TEST(Scheme0Operands, NamesEndAtTheFirstPairOfUnderscores) {
     expect_operands({{"__f__", "f"},
                      {"__f", "f"},
                      {"__f" + args("i") + "__", "f<int>"},
@@ -136,7 +136,7 @@ TEST(DecodeOperands, NamesEndAtTheFirstPairOfUnderscores) {
     expect_rows({{"f" + args("X__a__i") + "__Fv", "f<a, int>()"}});
 }
 
-TEST(DecodeOperands, ConversionsInConversionsAreReadOnceEach) {
+TEST(Scheme0Operands, ConversionsInConversionsAreReadOnceEach) {
     std::string name = "iL11";
     std::string text = "1";
     for (int level = 0; level < 60; ++level) {

@@ -3,7 +3,7 @@
 
 #include "tests/demangle/scheme0/rows.h"
 
-TEST(DecodeNames, SymbolsThatAreNotMangledComeBackVerbatim) {
+TEST(Scheme0Names, SymbolsThatAreNotMangledComeBackVerbatim) {
     expect_rows_alike({{"main", "main"},
                        {"", ""},
                        {"_", "_"},
@@ -17,7 +17,7 @@ TEST(DecodeNames, SymbolsThatAreNotMangledComeBackVerbatim) {
                        {"a_b_c_", "a_b_c_"}});
 }
 
-TEST(DecodeNames, EntitiesReadWithScopeAndParameters) {
+TEST(Scheme0Names, EntitiesReadWithScopeAndParameters) {
     expect_rows({{"f__1AFPCc", "A::f(const char *)"},
                  {"f__1ACFPCc", "A::f(const char *) const"},
                  {"f__Fv", "f()"},
@@ -37,7 +37,7 @@ TEST(DecodeNames, EntitiesReadWithScopeAndParameters) {
                  {"f__Fie1A", bad_name}});
 }
 
-TEST(DecodeNames, NameEndsWhereASignatureOrArgumentsCanFollow) {
+TEST(Scheme0Names, NameEndsWhereASignatureOrArgumentsCanFollow) {
     expect_rows({{"my__var", "my__var"},
                  {"a__b__Fi", "a__b(int)"},
                  {"f___Fi", "f_(int)"},
@@ -55,7 +55,7 @@ TEST(DecodeNames, NameEndsWhereASignatureOrArgumentsCanFollow) {
                  {"a__", "a__"}});
 }
 
-TEST(DecodeNames, MemberQualifiersPrintInAFixedOrderAndOnce) {
+TEST(Scheme0Names, MemberQualifiersPrintInAFixedOrderAndOnce) {
     expect_rows({{"f__1ACFv", "A::f() const"},
                  {"f__1AVFv", "A::f() volatile"},
                  {"f__1ADrFv", "A::f() restrict"},
@@ -73,7 +73,7 @@ TEST(DecodeNames, MemberQualifiersPrintInAFixedOrderAndOnce) {
                  {"f__1ADxFv", bad_name}});
 }
 
-TEST(DecodeNames, ConstructorsAndDestructorsRepeatTheirClass) {
+TEST(Scheme0Names, ConstructorsAndDestructorsRepeatTheirClass) {
     expect_rows({{"__ct__1AFv", "A::A()"},
                  {"__dt__1AFv", "A::~A()"},
                  {"__ct__Q2_1A1BFv", "A::B::B()"},
@@ -99,7 +99,7 @@ TEST(DecodeNames, ConstructorsAndDestructorsRepeatTheirClass) {
                 0);
 }
 
-TEST(DecodeNames, OperatorFunctionsPrintTheirTextAsItStands) {
+TEST(Scheme0Names, OperatorFunctionsPrintTheirTextAsItStands) {
     expect_rows({{"__pl__1AFRC1A", "A::operator +(const A &)"},
                  {"__cl__1AFv", "A::operator ()()"},
                  {"__vc__1AFi", "A::operator [](int)"},
@@ -117,7 +117,7 @@ TEST(DecodeNames, OperatorFunctionsPrintTheirTextAsItStands) {
     expect_rows({{"__pl__1AFRC1A", "operator +"}, {"__nwa__FUl", "operator new[]"}}, 0);
 }
 
-TEST(DecodeNames, ConversionsPrintTheirType) {
+TEST(Scheme0Names, ConversionsPrintTheirType) {
     expect_rows({{"__opPCc__1AFv", "A::operator const char *()"},
                  {"__opi__1ACFv", "A::operator int() const"},
                  {"__opPFi_v__1AFv", "A::operator void (*)(int)()"},
@@ -129,11 +129,11 @@ TEST(DecodeNames, ConversionsPrintTheirType) {
     expect_rows({{"__opPCc__1AFv", "operator const char *"}}, 0);
 }
 
-TEST(DecodeNames, ConversionNestedPastTheBoundIsNoIdentifier) {
+TEST(Scheme0Names, ConversionNestedPastTheBoundIsNoIdentifier) {
     expect_rows_alike({{"__op" + std::string(1100, 'P') + "i__1AFv", bad_name}});
 }
 
-TEST(DecodeNames, LiteralOperatorsShowTheirSuffix) {
+TEST(Scheme0Names, LiteralOperatorsShowTheirSuffix) {
     expect_rows({{"__li2_x__Fd", "operator \"\"_x(double)"},
                  {"__li3_ab__FUL", "operator \"\"_ab(unsigned long long)"},
                  {"__li2_x" + args("i") + "__Fv", "operator \"\"_x<int>()"},
@@ -144,7 +144,7 @@ TEST(DecodeNames, LiteralOperatorsShowTheirSuffix) {
     expect_rows({{"__li2_x__Fd", "operator \"\"_x"}}, 0);
 }
 
-TEST(DecodeNames, NameOnlyLeavesScopeAndSignatureOut) {
+TEST(Scheme0Names, NameOnlyLeavesScopeAndSignatureOut) {
     expect_rows({{"f__1AFi", "f"},
                  {"f" + args("i") + "__FZ1Z", "f<int>"},
                  {"my__var", "my__var"},
@@ -156,7 +156,7 @@ TEST(DecodeNames, NameOnlyLeavesScopeAndSignatureOut) {
                 0);
 }
 
-TEST(DecodeNames, StaticVariablesAreNamedAfterTheirFunction) {
+TEST(Scheme0Names, StaticVariablesAreNamedAfterTheirFunction) {
     expect_rows({{"__STV__count__f__Fi", "f(int)::count"},
                  {"__STV__n__f__1AFi", "A::f(int)::n"},
                  {"__STV__count__", "count"},
@@ -172,7 +172,7 @@ TEST(DecodeNames, StaticVariablesAreNamedAfterTheirFunction) {
                 0);
 }
 
-TEST(DecodeNames, QualifiedNamesPrintWholeInBothModes) {
+TEST(Scheme0Names, QualifiedNamesPrintWholeInBothModes) {
     expect_rows_alike({{"__Q2_1A1B", "A::B"},
                        {"__Q2Z1Z1A", "T1::A"},
                        {"__Q21A1B", bad_name},
@@ -189,7 +189,7 @@ TEST(DecodeNames, QualifiedNamesPrintWholeInBothModes) {
                        {"__Q1_1A1B", bad_name}});
 }
 
-TEST(DecodeNames, UnnamedTypesAndLambdasStandInBrackets) {
+TEST(Scheme0Names, UnnamedTypesAndLambdasStandInBrackets) {
     expect_rows_alike({{"__10point__Ut1", "point::[unnamed type (instance 1)]"},
                        {"__10point__Ul2", "point::[lambda (instance 2)]"},
                        {"__10point__Um3", "point::[lambda in member initializer (instance 3)]"},
@@ -205,7 +205,7 @@ TEST(DecodeNames, UnnamedTypesAndLambdasStandInBrackets) {
          {"f__F9point__Ut", "f(point__Ut)"}});
 }
 
-TEST(DecodeNames, WholeRunOfASimpleNameIsUsed) {
+TEST(Scheme0Names, WholeRunOfASimpleNameIsUsed) {
     expect_rows({{"f__F6a__b_c", "f(a__b_c)"},
                  {"f__F" + run("a" + args("i") + "x"), bad_name},
                  {"f__F0", bad_name},
@@ -213,7 +213,7 @@ TEST(DecodeNames, WholeRunOfASimpleNameIsUsed) {
                  {"f__F3__a", "f(__a)"}});
 }
 
-TEST(DecodeNames, TemplateArgumentsCloseWithoutABlank) {
+TEST(Scheme0Names, TemplateArgumentsCloseWithoutABlank) {
     expect_rows({{"f__F" + run("A" + args("i")), "f(A<int>)"},
                  {"f__F" + run("A" + args("iPCc")), "f(A<int, const char *>)"},
                  {"f__F" + run("B" + args(run("A" + args("i")))), "f(B<A<int>>)"},
@@ -225,7 +225,7 @@ TEST(DecodeNames, TemplateArgumentsCloseWithoutABlank) {
                  {"f__F10A__tm__9_i", bad_name}});
 }
 
-TEST(DecodeNames, SpecialNames) {
+TEST(Scheme0Names, SpecialNames) {
     expect_rows({
         {"__vtbl__1A", "virtual function table for A"},
         {"__CBI__f__Fi", "can-be-instantiated flag for f(int)"},
@@ -255,7 +255,7 @@ TEST(DecodeNames, SpecialNames) {
                  {"__LSG__n__Fvx", bad_name}});
 }
 
-TEST(DecodeNames, TablesNameTheClassesTheyLieWithin) {
+TEST(Scheme0Names, TablesNameTheClassesTheyLieWithin) {
     expect_rows({
         {"__vtbl__1A__1B", "virtual function table for A in B"},
         {"__vtbl__1A__A", "virtual function table for A (ambiguous)"},
@@ -275,7 +275,7 @@ TEST(DecodeNames, TablesNameTheClassesTheyLieWithin) {
     });
 }
 
-TEST(DecodeNames, CompressedNamesExpand) {
+TEST(Scheme0Names, CompressedNamesExpand) {
     expect_rows({
         {"__CPR5__f__Fi", "f(int)"},
         {"__CPR05__f__Fi", "f(int)"},
@@ -290,7 +290,7 @@ TEST(DecodeNames, CompressedNamesExpand) {
     expect_rows({{"__CPR8__f__F1AJ4J", "f"}, {"__CPR7____Q1_1A", "A"}}, 0);
 }
 
-TEST(DecodeNames, CompressedNamesThatAreNotWellFormedAreBad) {
+TEST(Scheme0Names, CompressedNamesThatAreNotWellFormedAreBad) {
     expect_rows_alike({
         {"__CPR4__f__Fi", bad_name},      // one character more than announced
         {"__CPR6__f__Fi", bad_name},      // one less
@@ -310,7 +310,7 @@ TEST(DecodeNames, CompressedNamesThatAreNotWellFormedAreBad) {
     });
 }
 
-TEST(DecodeNames, CompressedNameNeedsRoomForItsExpansion) {
+TEST(Scheme0Names, CompressedNameNeedsRoomForItsExpansion) {
     // The expansion has 8 characters, the text 7; each has a NUL.
     const std::string name = "__CPR8__f__F1AJ4J";
     for (const std::size_t size : {0U, 1U, 9U}) {

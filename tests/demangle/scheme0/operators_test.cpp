@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <span>
 
+#include "tests/demangle/scheme0/parts.h"
 #include "tests/demangle/scheme0/rows.h"
 
 namespace {
@@ -29,96 +31,16 @@ Found lookup(const char* letters) {
 
 }  // namespace
 
-TEST(DecodeOperators, EveryCodeHasItsText) {
-    static const Row rows[] = {
-        {"apl", "+="},
-        {"ami", "-="},
-        {"amu", "*="},
-        {"adv", "/="},
-        {"amd", "%="},
-        {"aer", "^="},
-        {"aad", "&="},
-        {"aor", "|="},
-        {"ars", ">>="},
-        {"als", "<<="},
-        {"ppe", "++"},
-        {"mme", "--"},
-        {"nwa", "new[]"},
-        {"dla", "delete[]"},
-        {"nw", "new"},
-        {"gc", "gcnew"},
-        {"dl", "delete"},
-        {"pl", "+"},
-        {"mi", "-"},
-        {"ml", "*"},
-        {"dv", "/"},
-        {"md", "%"},
-        {"er", "^"},
-        {"ad", "&"},
-        {"or", "|"},
-        {"co", "~"},
-        {"nt", "!"},
-        {"as", "="},
-        {"lt", "<"},
-        {"gt", ">"},
-        {"ls", "<<"},
-        {"rs", ">>"},
-        {"eq", "=="},
-        {"ne", "!="},
-        {"le", "<="},
-        {"ge", ">="},
-        {"aa", "&&"},
-        {"oo", "||"},
-        {"pp", "++"},
-        {"mm", "--"},
-        {"cm", ","},
-        {"rm", "->*"},
-        {"rf", "->"},
-        {"cl", "()"},
-        {"cp", "()"},
-        {"vc", "[]"},
-        {"qs", "?"},
-        {"mn", "<?"},
-        {"mx", ">?"},
-        {"ds", ".*"},
-        {"dt", "."},
-        {"ps", "+"},
-        {"ng", "-"},
-        {"de", "*"},
-        {"ao", "&"},
-        {"rl", "__real("},
-        {"im", "__imag("},
-        {"dc", "dynamic_cast<"},
-        {"sc", "static_cast<"},
-        {"cc", "const_cast<"},
-        {"rc", "reinterpret_cast<"},
-        {"sf", "safe_cast<"},
-        {"tw", "throw "},
-        {"sz", "sizeof("},
-        {"cs", "cast"},
-        {"af", "__alignof__("},
-        {"uu", "__uuidof("},
-        {"ty", "typeid("},
-        {"ct", "::typeid"},
-        {"bi", "builtin-operation"},
-        {"sp", "..."},
-        {"sk", "sizeof...("},
-        {"ht", "%"},
-        {"sb", "subscript"},
-        {"il", "{"},
-        {"tl", "{"},
-        {"nx", "noexcept("},
-        {"li", "\"\""},
-        {"aw", "co_await"},
-    };
-    for (const Row& row : rows) {
-        const Found found = lookup(row.name.c_str());
-        EXPECT_EQ(found.text, row.text) << row.name;
-        EXPECT_EQ(found.length, static_cast<int>(row.name.size())) << row.name;
+TEST(Scheme0Operators, EveryCodeHasItsText) {
+    for (const scheme0::Coded& row :
+         std::span(scheme0::operator_codes, scheme0::operator_code_count)) {
+        const Found found = lookup(row.code);
+        EXPECT_EQ(found.text, row.text) << row.code;
+        EXPECT_EQ(found.length, static_cast<int>(std::strlen(row.code))) << row.code;
     }
 }
 
-TEST(DecodeOperators, LongerCodeWins) {
+TEST(Scheme0Operators, LongerCodeWins) {
     EXPECT_EQ(lookup("ppe").length, 3);
     EXPECT_EQ(lookup("ppx").length, 2);
     EXPECT_EQ(lookup("nwax").text, "new[]");
@@ -127,7 +49,7 @@ TEST(DecodeOperators, LongerCodeWins) {
     EXPECT_EQ(lookup("adx").text, "&");
 }
 
-TEST(DecodeOperators, UnknownOrCutCodeDoesNotMatch) {
+TEST(Scheme0Operators, UnknownOrCutCodeDoesNotMatch) {
     EXPECT_EQ(lookup("zz").text, "none");
     EXPECT_EQ(lookup("zz").length, 2);
     EXPECT_EQ(lookup("op").text, "none");
@@ -139,7 +61,7 @@ TEST(DecodeOperators, UnknownOrCutCodeDoesNotMatch) {
     EXPECT_EQ(lookup("ppe", 2).length, 2);
 }
 
-TEST(DecodeExpressions, BinaryOperatorsStandBetweenSingleBlanks) {
+TEST(Scheme0Expressions, BinaryOperatorsStandBetweenSingleBlanks) {
     static const Row rows[] = {
         {"apl", "N1 += N2"},  {"ami", "N1 -= N2"},  {"amu", "N1 *= N2"},    {"adv", "N1 /= N2"},
         {"amd", "N1 %= N2"},  {"aer", "N1 ^= N2"},  {"aad", "N1 &= N2"},    {"aor", "N1 |= N2"},
@@ -158,7 +80,7 @@ TEST(DecodeExpressions, BinaryOperatorsStandBetweenSingleBlanks) {
     }
 }
 
-TEST(DecodeExpressions, UnaryOperators) {
+TEST(Scheme0Expressions, UnaryOperators) {
     expect_operands({{"OntZ1ZO", "!N1"},
                      {"OcoZ1ZO", "~N1"},
                      {"OngZ1ZO", "-N1"},
@@ -179,7 +101,7 @@ TEST(DecodeExpressions, UnaryOperators) {
                      {"OntZ1ZZ2ZO", bad_name}});
 }
 
-TEST(DecodeExpressions, FormsWithOperandsOfTheirOwnKind) {
+TEST(Scheme0Expressions, FormsWithOperandsOfTheirOwnKind) {
     expect_operands({{"OqsZ1ZiL11iL12O", "N1 ? 1 : 2"},
                      {"OqsZ1ZiL11O", bad_name},
                      {"Ocl__f__Z1ZZ2ZO", "f(N1, N2)"},
@@ -223,7 +145,7 @@ TEST(DecodeExpressions, FormsWithOperandsOfTheirOwnKind) {
                      {"OplZ1ZZ2Z", bad_name}});
 }
 
-TEST(DecodeExpressions, OperationsAsOperandsGoIntoParentheses) {
+TEST(Scheme0Expressions, OperationsAsOperandsGoIntoParentheses) {
     expect_operands({{"OmlOplZ1ZiL11OiL12O", "(N1 + 1) * 2"},
                      {"OntOaaZ1ZZ2ZOO", "!(N1 && N2)"},
                      {"OngOngZ1ZOO", "-(-N1)"},
@@ -243,7 +165,7 @@ TEST(DecodeExpressions, OperationsAsOperandsGoIntoParentheses) {
                      {"Ocl__f__OplZ1ZZ2ZOO", "f(N1 + N2)"}});
 }
 
-TEST(DecodeExpressions, GreaterOutsideParenthesesPutsAnArgumentIntoThem) {
+TEST(Scheme0Expressions, GreaterOutsideParenthesesPutsAnArgumentIntoThem) {
     expect_operands({{"OplOgtZ1ZZ2ZOiL11O", "(N1 > N2) + 1"},
                      {"Ocl__f__OgtZ1ZZ2ZOO", "f(N1 > N2)"},
                      {"OszOgtZ1ZZ2ZOO", "sizeof(N1 > N2)"},
@@ -253,7 +175,7 @@ TEST(DecodeExpressions, GreaterOutsideParenthesesPutsAnArgumentIntoThem) {
     expect_rows({{"f" + args("XOgtZ1ZZ2ZOi") + "__Fv", "f<(N1 > N2), int>()"}});
 }
 
-TEST(DecodeExpressions, GreaterInATypeCountsWhereItPrints) {
+TEST(Scheme0Expressions, GreaterInATypeCountsWhereItPrints) {
     expect_operands({{"OctTAXOgtZ1ZZ2ZO_iO", "(int [N1 > N2]::typeid)"},
                      {"OctTPFAXOgtZ1ZZ2ZO_i_vO", "void (*)(int [N1 > N2])::typeid"},
                      {"OctTyOgtZ1ZZ2ZOO", "decltype(N1 > N2)::typeid"},
@@ -264,7 +186,7 @@ TEST(DecodeExpressions, GreaterInATypeCountsWhereItPrints) {
         {{"f__F" + run(name) + "T1", "f(A<(int [N1 > N2]::typeid)>, A<(int [N1 > N2]::typeid)>)"}});
 }
 
-TEST(DecodeExpressions, Examples) {
+TEST(Scheme0Expressions, Examples) {
     expect_rows({{"f__tm__18_XOplZ1ZiL11OXbL10__Fv", "f<N1 + 1, false>()"},
                  {"g__tm__8_XOszTiO__Fv", "g<sizeof(int)>()"},
                  {"f" + args("XOcmZ1ZZ2ZO") + "__Fv", "f<N1, N2>()"}});

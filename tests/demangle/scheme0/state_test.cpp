@@ -34,7 +34,7 @@ using namespace std::string_view_literals;
 
 }  // namespace
 
-TEST(DecodeState, StartsAtZero) {
+TEST(Scheme0State, StartsAtZero) {
     const decode_state state;
     EXPECT_EQ(state.out_len, 0U);
     EXPECT_EQ(state.error_seen, 0);
@@ -44,7 +44,7 @@ TEST(DecodeState, StartsAtZero) {
     EXPECT_EQ(state.nesting_level, 0U);
 }
 
-TEST(DecodeState, CharactersAreStoredUpToTheNulsPlace) {
+TEST(Scheme0State, CharactersAreStoredUpToTheNulsPlace) {
     Output out(4);
     for (const char letter : {'a', 'b', 'c'}) {
         emit_char(letter, &out.state);
@@ -54,7 +54,7 @@ TEST(DecodeState, CharactersAreStoredUpToTheNulsPlace) {
     EXPECT_EQ(out.state.out_len, 3U);
 }
 
-TEST(DecodeState, FirstCharacterTooManyOverflowsAndPutsTheNul) {
+TEST(Scheme0State, FirstCharacterTooManyOverflowsAndPutsTheNul) {
     Output out(4);
     emit_text("abcd", &out.state);
     EXPECT_EQ(out.view(5), "abc\0z"sv);
@@ -62,7 +62,7 @@ TEST(DecodeState, FirstCharacterTooManyOverflowsAndPutsTheNul) {
     EXPECT_EQ(out.state.out_len, 4U);
 }
 
-TEST(DecodeState, CountingGoesOnAfterAnOverflow) {
+TEST(Scheme0State, CountingGoesOnAfterAnOverflow) {
     Output out(4);
     emit_text("abcdef", &out.state);
     emit_char('g', &out.state);
@@ -71,7 +71,7 @@ TEST(DecodeState, CountingGoesOnAfterAnOverflow) {
     EXPECT_EQ(out.state.out_len, 12U);
 }
 
-TEST(DecodeState, BufferOfSizeZeroIsNeverWritten) {
+TEST(Scheme0State, BufferOfSizeZeroIsNeverWritten) {
     Output out(0);
     out.state.out_buf = nullptr;
     emit_text("abc", &out.state);
@@ -80,7 +80,7 @@ TEST(DecodeState, BufferOfSizeZeroIsNeverWritten) {
     EXPECT_EQ(out.state.out_len, 4U);
 }
 
-TEST(DecodeState, BufferOfSizeOneGetsTheNulWithTheFirstCharacter) {
+TEST(Scheme0State, BufferOfSizeOneGetsTheNulWithTheFirstCharacter) {
     Output out(1);
     EXPECT_EQ(out.view(1), "z");
     emit_char('a', &out.state);
@@ -89,7 +89,7 @@ TEST(DecodeState, BufferOfSizeOneGetsTheNulWithTheFirstCharacter) {
     EXPECT_EQ(out.state.out_len, 1U);
 }
 
-TEST(DecodeState, EmptyTextDoesNothing) {
+TEST(Scheme0State, EmptyTextDoesNothing) {
     Output out(0);
     emit_text("", &out.state);
     emit_bytes("abc", 0, &out.state);
@@ -97,7 +97,7 @@ TEST(DecodeState, EmptyTextDoesNothing) {
     EXPECT_EQ(out.state.out_len, 0U);
 }
 
-TEST(DecodeState, BytesAtOnceGiveWhatSingleCharactersGive) {
+TEST(Scheme0State, BytesAtOnceGiveWhatSingleCharactersGive) {
     for (std::size_t size = 0; size <= 8; ++size) {
         Output at_once(size);
         emit_bytes("abcdef", 6, &at_once.state);
@@ -111,7 +111,7 @@ TEST(DecodeState, BytesAtOnceGiveWhatSingleCharactersGive) {
     }
 }
 
-TEST(DecodeState, SuppressedTextIsNeitherStoredNorCounted) {
+TEST(Scheme0State, SuppressedTextIsNeitherStoredNorCounted) {
     Output out(2);
     out.state.suppress_depth = 1;
     emit_text("abcdef", &out.state);
@@ -120,7 +120,7 @@ TEST(DecodeState, SuppressedTextIsNeitherStoredNorCounted) {
     EXPECT_EQ(out.view(2), "zz");
 }
 
-TEST(DecodeState, NumbersOfAllLengthsAreDecimal) {
+TEST(Scheme0State, NumbersOfAllLengthsAreDecimal) {
     for (const auto& [value, text] : {std::pair<std::uint64_t, std::string_view>{0, "0"},
                                       {7, "7"},
                                       {4096, "4096"},
@@ -132,7 +132,7 @@ TEST(DecodeState, NumbersOfAllLengthsAreDecimal) {
     }
 }
 
-TEST(DecodeState, FirstErrorSilencesAndLaterOnesDoNothing) {
+TEST(Scheme0State, FirstErrorSilencesAndLaterOnesDoNothing) {
     Output out(8);
     emit_text("ab", &out.state);
     report_bad_name(&out.state);
@@ -145,7 +145,7 @@ TEST(DecodeState, FirstErrorSilencesAndLaterOnesDoNothing) {
     EXPECT_EQ(out.view(4), "abzz");
 }
 
-TEST(DecodeState, ReadingAtOrPastTheEndYieldsNul) {
+TEST(Scheme0State, ReadingAtOrPastTheEndYieldsNul) {
     Input in("abc");
     EXPECT_EQ(peek_char(in.text, &in.state), 'a');
     EXPECT_EQ(peek_char(in.text + 2, &in.state), 'c');
@@ -154,7 +154,7 @@ TEST(DecodeState, ReadingAtOrPastTheEndYieldsNul) {
     EXPECT_EQ(peek_char(in.text + 3, &in.state), '\0');
 }
 
-TEST(DecodeState, NumberEndsAtTheFirstOtherCharacter) {
+TEST(Scheme0State, NumberEndsAtTheFirstOtherCharacter) {
     Input in("0123a");
     std::uint64_t value = 77;
     EXPECT_EQ(read_number(in.text, &value, &in.state), in.text + 4);
@@ -162,7 +162,7 @@ TEST(DecodeState, NumberEndsAtTheFirstOtherCharacter) {
     EXPECT_EQ(in.state.error_seen, 0);
 }
 
-TEST(DecodeState, NumberEndsAtTheInputsEnd) {
+TEST(Scheme0State, NumberEndsAtTheInputsEnd) {
     Input in("1234");
     in.state.input_end = in.text + 2;
     std::uint64_t value = 77;
@@ -170,7 +170,7 @@ TEST(DecodeState, NumberEndsAtTheInputsEnd) {
     EXPECT_EQ(value, 12U);
 }
 
-TEST(DecodeState, NumberWithoutADigitIsAnErrorAndConsumesNothing) {
+TEST(Scheme0State, NumberWithoutADigitIsAnErrorAndConsumesNothing) {
     Input in("a1");
     std::uint64_t value = 77;
     EXPECT_EQ(read_number(in.text, &value, &in.state), in.text);
@@ -178,7 +178,7 @@ TEST(DecodeState, NumberWithoutADigitIsAnErrorAndConsumesNothing) {
     EXPECT_EQ(in.state.error_seen, 1);
 }
 
-TEST(DecodeState, NumberWrapsAtSixtyFourBits) {
+TEST(Scheme0State, NumberWrapsAtSixtyFourBits) {
     Input in("18446744073709551617");
     std::uint64_t value = 77;
     EXPECT_EQ(read_number(in.text, &value, &in.state), in.text + 20);
@@ -186,7 +186,7 @@ TEST(DecodeState, NumberWrapsAtSixtyFourBits) {
     EXPECT_EQ(in.state.error_seen, 0);
 }
 
-TEST(DecodeState, LengthNarrowsTheInputToTheName) {
+TEST(Scheme0State, LengthNarrowsTheInputToTheName) {
     Input in("3abcdef");
     const char* const end = in.state.input_end;
     const char* saved_end = nullptr;
@@ -198,7 +198,7 @@ TEST(DecodeState, LengthNarrowsTheInputToTheName) {
     EXPECT_EQ(in.state.error_seen, 0);
 }
 
-TEST(DecodeState, LengthMayReachExactlyToTheEnd) {
+TEST(Scheme0State, LengthMayReachExactlyToTheEnd) {
     Input in("12abcdefghijkl");
     const char* saved_end = nullptr;
     std::uint64_t value = 77;
@@ -208,7 +208,7 @@ TEST(DecodeState, LengthMayReachExactlyToTheEnd) {
     EXPECT_EQ(in.state.error_seen, 0);
 }
 
-TEST(DecodeState, LengthPastTheEndIsAnErrorAndIsClampedToWhatRemains) {
+TEST(Scheme0State, LengthPastTheEndIsAnErrorAndIsClampedToWhatRemains) {
     Input in("4abc");
     const char* const end = in.state.input_end;
     const char* saved_end = nullptr;
@@ -220,7 +220,7 @@ TEST(DecodeState, LengthPastTheEndIsAnErrorAndIsClampedToWhatRemains) {
     EXPECT_EQ(in.state.error_seen, 1);
 }
 
-TEST(DecodeState, LengthOfManyDigitsNeverWraps) {
+TEST(Scheme0State, LengthOfManyDigitsNeverWraps) {
     Input in("18446744073709551618ab");
     const char* const end = in.state.input_end;
     const char* saved_end = nullptr;
@@ -231,7 +231,7 @@ TEST(DecodeState, LengthOfManyDigitsNeverWraps) {
     EXPECT_LE(value, 22U);
 }
 
-TEST(DecodeState, LengthWithoutADigitIsAnErrorAndConsumesNothing) {
+TEST(Scheme0State, LengthWithoutADigitIsAnErrorAndConsumesNothing) {
     Input in("abc");
     const char* const end = in.state.input_end;
     const char* saved_end = nullptr;

@@ -3,7 +3,7 @@
 
 #include "tests/demangle/scheme0/rows.h"
 
-TEST(DecodeTypes, BuiltinCodes) {
+TEST(Scheme0Types, BuiltinCodes) {
     expect_types({{"b", "bool"},
                   {"c", "char"},
                   {"w", "wchar_t"},
@@ -37,7 +37,7 @@ TEST(DecodeTypes, BuiltinCodes) {
                   {"I", bad_name}});
 }
 
-TEST(DecodeTypes, OneModifierStandsBeforeACode) {
+TEST(Scheme0Types, OneModifierStandsBeforeACode) {
     expect_types({{"Sc", "signed char"},
                   {"Ui", "unsigned int"},
                   {"Uc", "unsigned char"},
@@ -50,7 +50,7 @@ TEST(DecodeTypes, OneModifierStandsBeforeACode) {
                   {"U1A", bad_name}});
 }
 
-TEST(DecodeTypes, WrappingCodes) {
+TEST(Scheme0Types, WrappingCodes) {
     expect_types({{"ti", "typeof(int)"},
                   {"tA3_i", "typeof(int [3])"},
                   {"pZ1Z", "typeof(N1)"},
@@ -63,7 +63,7 @@ TEST(DecodeTypes, WrappingCodes) {
                   {"y__f__", bad_name}});
 }
 
-TEST(DecodeTypes, PointersAndReferences) {
+TEST(Scheme0Types, PointersAndReferences) {
     expect_types({{"Pi", "int *"},
                   {"Ri", "int &"},
                   {"Ei", "int &&"},
@@ -85,7 +85,7 @@ TEST(DecodeTypes, PointersAndReferences) {
                   {"PDRi", bad_name}});
 }
 
-TEST(DecodeTypes, ArraysAndFunctions) {
+TEST(Scheme0Types, ArraysAndFunctions) {
     expect_types({{"RA3_i", "int (&)[3]"},
                   {"PA3_Ci", "const int (*)[3]"},
                   {"PCA3_i", "const int (*)[3]"},
@@ -113,7 +113,7 @@ TEST(DecodeTypes, ArraysAndFunctions) {
                   {"PFi_", bad_name}});
 }
 
-TEST(DecodeTypes, PointersToMembers) {
+TEST(Scheme0Types, PointersToMembers) {
     expect_types({{"M1Ai", "int A::*"},
                   {"M1ACFv_v", "void (A::*)() const"},
                   {"M1ACDLFv_v", "void (A::*)() const &"},
@@ -129,7 +129,7 @@ TEST(DecodeTypes, PointersToMembers) {
                   {"M1A", bad_name}});
 }
 
-TEST(DecodeTypes, Vectors) {
+TEST(Scheme0Types, Vectors) {
     expect_types({{"B16_f", "__attribute__((vector_size(16))) float"},
                   {"CB16_f", "const __attribute__((vector_size(16))) float"},
                   {"PB8_i", "__attribute__((vector_size(8))) int *"},
@@ -137,7 +137,7 @@ TEST(DecodeTypes, Vectors) {
                   {"B16f", bad_name}});
 }
 
-TEST(DecodeTypes, ManagedPointers) {
+TEST(Scheme0Types, ManagedPointers) {
     expect_types({{"Hii", "interior_ptr<int>"},
                   {"Hpi", "pin_ptr<int>"},
                   {"Hh1A", "A^"},
@@ -153,7 +153,7 @@ TEST(DecodeTypes, ManagedPointers) {
                   {"H", bad_name}});
 }
 
-TEST(DecodeTypes, TemplateParametersHaveShortNamesAtThreeLevels) {
+TEST(Scheme0Types, TemplateParametersHaveShortNamesAtThreeLevels) {
     expect_types({{"Z2Z", "T2"},
                   {"Z2_1Z", "T2"},
                   {"Z2_2Z", "U2"},
@@ -166,7 +166,7 @@ TEST(DecodeTypes, TemplateParametersHaveShortNamesAtThreeLevels) {
                   {"ZZ", bad_name}});
 }
 
-TEST(DecodeTypes, NestedNamesRaiseTheLevelOfTheirParameters) {
+TEST(Scheme0Types, NestedNamesRaiseTheLevelOfTheirParameters) {
     expect_operands({{"Z3Z", "N3"},
                      {"Z3_2Z", "O3"},
                      {"Z3_3Z", "P3"},
@@ -177,7 +177,7 @@ TEST(DecodeTypes, NestedNamesRaiseTheLevelOfTheirParameters) {
                      {"__g" + args("Z1_3Z") + "__", "g<T_4_1>"}});
 }
 
-TEST(DecodeTypes, RepeatedParameters) {
+TEST(Scheme0Types, RepeatedParameters) {
     expect_rows({
         {"f__FPCcT1N21", "f(const char *, const char *, const char *, const char *)"},
         {"f__FiT1", "f(int, int)"},
@@ -201,11 +201,11 @@ TEST(DecodeTypes, RepeatedParameters) {
     });
 }
 
-TEST(DecodeTypes, EmptyParameterListsReadAlike) {
+TEST(Scheme0Types, EmptyParameterListsReadAlike) {
     expect_rows({{"f__FPFv_v", "f(void (*)())"}, {"f__FPF_v", "f(void (*)())"}});
 }
 
-TEST(DecodeTypes, OwnersInOwnersAreReadOnceEach) {
+TEST(Scheme0Types, OwnersInOwnersAreReadOnceEach) {
     std::string name = "M1Ai";
     std::string text = "int A::*";
     for (int level = 0; level < 60; ++level) {

@@ -1,4 +1,4 @@
-// That the Itanium ABI decoder's result does not show how it got there: a name decoded
+// That scheme 1's result does not show how it got there: a name decoded
 // in one pass, in two, or into a buffer of any size reads the same.
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ struct Row {
 }  // namespace
 
 // The return type is printed in front of a name that may not fit any more.
-TEST(DecodeEabiPasses, EveryBufferSizeHoldsTheBeginningOfTheText) {
+TEST(Scheme1Passes, EveryBufferSizeHoldsTheBeginningOfTheText) {
     static constexpr Row rows[] = {
         {"_Z1fIiEPFvvEv", "void (*)() f<int>()"},
         {"_Z3fooI3BarEPKT_RS0_S1_", "const T1 * foo<Bar>(T1 &, const T1)"},
@@ -59,7 +59,7 @@ TEST(DecodeEabiPasses, EveryBufferSizeHoldsTheBeginningOfTheText) {
     }
 }
 
-TEST(DecodeEabiPasses, AnErrorInTheNameOrBehindItLeavesOnlyTheReturnType) {
+TEST(Scheme1Passes, AnErrorInTheNameOrBehindItLeavesOnlyTheReturnType) {
     static constexpr Row rows[] = {
         {"_ZN1A1f?Ev", ""},
         {"_Z1fi?", ""},
@@ -88,7 +88,7 @@ TEST(DecodeEabiPasses, AnErrorInTheNameOrBehindItLeavesOnlyTheReturnType) {
     }
 }
 
-TEST(DecodeEabiPasses, ATextThatOverflowsBeforeAnErrorAsksForRoomFirst) {
+TEST(Scheme1Passes, ATextThatOverflowsBeforeAnErrorAsksForRoomFirst) {
     const Outcome small = decode_into("_Z1fIiEPKc?", 8);
     EXPECT_EQ(small.text, "const c");
     EXPECT_EQ(small.error, 1);
@@ -99,21 +99,21 @@ TEST(DecodeEabiPasses, ATextThatOverflowsBeforeAnErrorAsksForRoomFirst) {
     EXPECT_EQ(enough.overflow, 0);
 }
 
-TEST(DecodeEabiPasses, InputLeftOverIsAnErrorBehindTheWholeText) {
+TEST(Scheme1Passes, InputLeftOverIsAnErrorBehindTheWholeText) {
     const Outcome outcome = decode_into("_Z1fvE", 500);
     EXPECT_EQ(outcome.text, "f()");
     EXPECT_EQ(outcome.error, 1);
     EXPECT_EQ(outcome.overflow, 0);
 }
 
-TEST(DecodeEabiPasses, ReferencesToMovedTextReadTheSame) {
+TEST(Scheme1Passes, ReferencesToMovedTextReadTheSame) {
     // S_ and the rest are entered while the name stands where the return type will.
     EXPECT_EQ(decode_into("_ZN2ns1fI1AEEPT_PS1_S_S3_", 500).text, "T1 * ns::f<A>(A *, ns, T1 *)");
     EXPECT_EQ(decode_into("_ZN2ns1fI1AEEPT_NS_1BES4_S1_", 500).text,
               "T1 * ns::f<A>(ns::B, ns::B, A)");
 }
 
-TEST(DecodeEabiPasses, MoreEntriesThanTheTableStartsWithAreKept) {
+TEST(Scheme1Passes, MoreEntriesThanTheTableStartsWithAreKept) {
     std::string name = "_Z1f";
     std::string text = "f(";
     for (int i = 0; i < 700; ++i) {
@@ -127,14 +127,14 @@ TEST(DecodeEabiPasses, MoreEntriesThanTheTableStartsWithAreKept) {
     EXPECT_EQ(decode_into((name + "SJF_").c_str(), 20000).error, 1);
 }
 
-TEST(DecodeEabiPasses, UndecoratedNamesKeepQualifiersAndSuffixes) {
+TEST(Scheme1Passes, UndecoratedNamesKeepQualifiersAndSuffixes) {
     EXPECT_EQ(decode_into("_ZNK1A1fEi", 500, 0).text, "A::f const");
     EXPECT_EQ(decode_into("_ZN1AC2Ev", 500, 0).text, "A::A [subobject]");
     EXPECT_EQ(decode_into("_Z1fIiEPFvvEv", 500, 0).text, "f<int>");
     EXPECT_EQ(decode_into("_ZThn8_N1A1fEv", 500, 0).text, "Thunk for (offset -8) A::f()");
 }
 
-TEST(DecodeEabiPasses, SubobjectsAreToldWithoutABuffer) {
+TEST(Scheme1Passes, SubobjectsAreToldWithoutABuffer) {
     EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2Ev"));
     EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AD2Ev"));
     EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2E?"));

@@ -1,10 +1,10 @@
-// How the Itanium ABI decoder's texts read: blanks, marks, declarators, templates,
+// How scheme 1's texts read: blanks, marks, declarators, templates,
 // literals and expressions. Expected texts are literal.
 #include <gtest/gtest.h>
 
 #include "tests/demangle/scheme1/rows.h"
 
-TEST(DecodeEabiStyle, OneBlankStandsBeforeTheFirstMarkAndBetweenQualifiersAndAMark) {
+TEST(Scheme1Style, OneBlankStandsBeforeTheFirstMarkAndBetweenQualifiersAndAMark) {
     static constexpr Row rows[] = {
         {"PKc", "const char *"},
         {"KPc", "char *const"},
@@ -20,7 +20,7 @@ TEST(DecodeEabiStyle, OneBlankStandsBeforeTheFirstMarkAndBetweenQualifiersAndAMa
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, DeclaratorsOfFunctionsAndArraysOpenAParenthesis) {
+TEST(Scheme1Style, DeclaratorsOfFunctionsAndArraysOpenAParenthesis) {
     static constexpr Row rows[] = {
         {"PFivE", "int (*)()"},
         {"FivE", "int ()"},
@@ -45,7 +45,7 @@ TEST(DecodeEabiStyle, DeclaratorsOfFunctionsAndArraysOpenAParenthesis) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, TemplateListsCloseWithoutABlankAndPacksStandInPlace) {
+TEST(Scheme1Style, TemplateListsCloseWithoutABlankAndPacksStandInPlace) {
     static constexpr Row rows[] = {
         {"_Z1fI1AI1BI1CEEEvv", "void f<A<B<C>>>()"},
         {"_ZltIiEbT_S0_", "bool operator < <int>(T1, T1)"},
@@ -60,7 +60,7 @@ TEST(DecodeEabiStyle, TemplateListsCloseWithoutABlankAndPacksStandInPlace) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, LiteralsCarrySuffixesOrCasts) {
+TEST(Scheme1Style, LiteralsCarrySuffixesOrCasts) {
     static constexpr Row rows[] = {
         {"1AILi5EE", "A<5>"},
         {"1AILin5EE", "A<-5>"},
@@ -92,7 +92,7 @@ TEST(DecodeEabiStyle, LiteralsCarrySuffixesOrCasts) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, ExpressionsParenthesiseOperandsThatAreOperators) {
+TEST(Scheme1Style, ExpressionsParenthesiseOperandsThatAreOperators) {
     static constexpr Row rows[] = {
         {"1AIXplT_Li1EEE", "A<T1 + 1>"},
         {"1AIXmlplT_Li1ELi2EEE", "A<(T1 + 1) * 2>"},
@@ -135,7 +135,7 @@ TEST(DecodeEabiStyle, ExpressionsParenthesiseOperandsThatAreOperators) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, ThingsWithoutANameAreShownInBrackets) {
+TEST(Scheme1Style, ThingsWithoutANameAreShownInBrackets) {
     static constexpr Row rows[] = {
         {"UlvE_", "[lambda() (instance 1)]"},
         {"UliE0_", "[lambda(int) (instance 2)]"},
@@ -151,7 +151,7 @@ TEST(DecodeEabiStyle, ThingsWithoutANameAreShownInBrackets) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, ConstructorsRepeatWhatNamesTheirClass) {
+TEST(Scheme1Style, ConstructorsRepeatWhatNamesTheirClass) {
     static constexpr Row rows[] = {
         {"_ZN3FooIiEC1Ev", "Foo<int>::Foo()"},
         {"_ZNSsD1Ev",
@@ -167,7 +167,7 @@ TEST(DecodeEabiStyle, ConstructorsRepeatWhatNamesTheirClass) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, NewerTypesAndVendorQualifiers) {
+TEST(Scheme1Style, NewerTypesAndVendorQualifiers) {
     static constexpr Row rows[] = {
         {"Dv4_f", "float __vector(4)"},
         {"DB8_", "_BitInt(8)"},
@@ -189,7 +189,7 @@ TEST(DecodeEabiStyle, NewerTypesAndVendorQualifiers) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, NamesThatNameNothingAndEmptyParameterListsAreBad) {
+TEST(Scheme1Style, NamesThatNameNothingAndEmptyParameterListsAreBad) {
     static constexpr Row rows[] = {
         {"_ZNStEv", bad},  {"_Z1f1ANS_Ev", bad}, {"_ZNT_Ev", bad},
         {"_Z1fIiEv", bad}, {"_ZB1x1fv", bad},
@@ -199,7 +199,7 @@ TEST(DecodeEabiStyle, NamesThatNameNothingAndEmptyParameterListsAreBad) {
 
 // The first four are Clang's, for template<V v> void l(), struct V { const int *p; } and
 // their like.
-TEST(DecodeEabiStyle, PartsOfObjectsReadAsMembersWithTheirTypeAndPlace) {
+TEST(Scheme1Style, PartsOfObjectsReadAsMembersWithTheirTypeAndPlace) {
     static constexpr Row rows[] = {
         {"_Z1lIXtl1VadsoKiL_Z1aE4EEEEvv", "void l<V{&a.<const int at offset 4>}>()"},
         {"_Z1lIXtl1VadsoKiL_Z1aE24_EEEEvv", "void l<V{&a.<const int at offset 24>}>()"},
@@ -222,7 +222,7 @@ TEST(DecodeEabiStyle, PartsOfObjectsReadAsMembersWithTheirTypeAndPlace) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, RequiresExpressionsListTheirRequirements) {
+TEST(Scheme1Style, RequiresExpressionsListTheirRequirements) {
     static constexpr Row rows[] = {
         {"_Z1fIXrqTNT_4typeEEEEvv", "void f<requires { typename T1::type; }>()"},
         {"_Z1fIXrQT_i_Xdtfp_1xEEEvv", "void f<requires(T1, int) { param#1.x; }>()"},
@@ -244,7 +244,7 @@ TEST(DecodeEabiStyle, RequiresExpressionsListTheirRequirements) {
     expect_rows(rows);
 }
 
-TEST(DecodeEabiStyle, NamesOfModulesStandForNothingByThemselves) {
+TEST(Scheme1Style, NamesOfModulesStandForNothingByThemselves) {
     const ExtendedNames extended;
     static constexpr Row rows[] = {
         {"_ZW3foo1fPS_1K", "f@foo(K@foo *)"},
