@@ -169,7 +169,7 @@ std::size_t filter_text(text_filter& filter, std::string_view text, bool last, s
         const auto underscore =
             static_cast<std::size_t>(static_cast<const char*>(hit) - text.data());
         const char next = underscore + 1 < limit ? text[underscore + 1] : '\0';
-        if (next != 'Z' && next != '_') {  // every name has a "_Z" or a "__"
+        if (!may_follow_underscore(next)) {
             from = underscore + 1;
             continue;
         }

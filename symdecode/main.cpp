@@ -46,12 +46,10 @@ struct command_line {
 static bool parse_scheme(std::string_view text, int& scheme) {
     if (text == "auto") {
         scheme = scheme_auto;
-    } else if (text == "0" || text == "1") {
-        scheme = text.front() - '0';
-    } else {
-        return false;
+        return true;
     }
-    return true;
+    scheme = text.size() == 1 ? text.front() - '0' : scheme_auto;
+    return is_scheme(scheme);
 }
 
 static command_line parse_command_line(int argc, char** argv, text_filter& filter) {

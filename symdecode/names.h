@@ -1,6 +1,6 @@
-// What symdecode takes for a mangled name, and how one is decoded. The filter
-// (symdecode_filter) hands over runs of text, main hands over whole symbols; both
-// get back which bytes were the name and what it reads as.
+// What symdecode takes for a mangled name, and how one is decoded. The filter hands over
+// runs of text and whole symbols, and gets back which bytes were the name and what it
+// reads as.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ constexpr int scheme_auto = -1;
 constexpr std::size_t longest_name = 65536;
 
 struct name_settings {
-    int scheme = scheme_auto;       // 0, 1 or scheme_auto
+    int scheme = scheme_auto;       // a scheme's number or scheme_auto
     bool names_only = false;        // without scope and signature
     bool strip_underscore = false;  // drop the underscore that some targets put in front
     bool extended = true;           // also what newer compilers write, ".suffix" clones included
@@ -39,6 +39,12 @@ struct found_name {
     bool drops_underscore = false;  // the byte before `begin` is an underscore to leave out
     std::string_view decoded{};
 };
+
+// Whether a scheme has this number.
+bool is_scheme(int number);
+
+// Whether a name may hold this byte behind an underscore, as every name does somewhere.
+bool may_follow_underscore(char byte);
 
 // A run of bytes that can be part of a name: letters, digits, "_", ".", "$" and the
 // bytes of characters beyond ASCII. The bytes around it cannot.
