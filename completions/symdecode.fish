@@ -1,5 +1,6 @@
 complete -c symdecode -f
 complete -c symdecode -s s -l scheme -x -a '0 1 auto' -d 'Mangling scheme'
+complete -c symdecode -l style -x -a 'house gnu' -d 'How names of scheme 1 read'
 complete -c symdecode -s p -l names-only -d 'Leave out signatures'
 complete -c symdecode -s _ -l strip-underscore -d 'Drop the underscore in front'
 complete -c symdecode -s x -l extended -d 'Accept what newer compilers write'

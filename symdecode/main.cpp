@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +25,9 @@ static constexpr char usage_text[] =
     "standard input to standard output with every mangled name in it replaced.\n"
     "\n"
     "  -s, --scheme=SCHEME     0 (name__signature), 1 (_Z...) or auto, the default\n"
-    "  -p, --names-only        leave out signatures: the plain name\n"
+    "      --style=STYLE       how names of scheme 1 read: house, the default, or gnu,\n"
+    "                          the platform's own texts\n"
+    "  -p, --names-only        leave out signatures: the plain name (house style)\n"
     "  -_, --strip-underscore  drop the underscore that some targets put in front\n"
     "  -x, --extended          accept what newer compilers write (the default)\n"
     "  -e, --strict            accept only the fixed tables of each scheme\n"
@@ -52,9 +55,16 @@ static bool parse_scheme(std::string_view text, int& scheme) {
     return is_scheme(scheme);
 }
 
+static bool parse_style(std::string_view text, name_style& style) {
+    style = text == "gnu" ? name_style::gnu : name_style::house;
+    return text == "gnu" || text == "house";
+}
+
 static command_line parse_command_line(int argc, char** argv, text_filter& filter) {
+    constexpr int style_option = 256;  // no letter
     static const option long_options[] = {
         {"scheme", required_argument, nullptr, 's'},
+        {"style", required_argument, nullptr, style_option},
         {"names-only", no_argument, nullptr, 'p'},
         {"strip-underscore", no_argument, nullptr, '_'},
         {"extended", no_argument, nullptr, 'x'},
@@ -75,6 +85,14 @@ static command_line parse_command_line(int argc, char** argv, text_filter& filte
             case 's':
                 if (!parse_scheme(optarg, settings.scheme)) {
                     std::fprintf(stderr, "symdecode: invalid scheme '%s': use 0, 1 or auto\n",
+                                 optarg);
+                    result.what = mode::usage_error;
+                    return result;
+                }
+                break;
+            case style_option:
+                if (!parse_style(optarg, settings.style)) {
+                    std::fprintf(stderr, "symdecode: invalid style '%s': use house or gnu\n",
                                  optarg);
                     result.what = mode::usage_error;
                     return result;
@@ -108,6 +126,10 @@ static command_line parse_command_line(int argc, char** argv, text_filter& filte
                 result.what = mode::usage_error;
                 return result;
         }
+    }
+    if (settings.names_only && settings.style == name_style::gnu) {
+        std::fputs("symdecode: --names-only goes with the house style only\n", stderr);
+        result.what = mode::usage_error;
     }
     result.names.assign(argv + optind, argv + argc);
     return result;
@@ -208,9 +230,20 @@ static int run(int argc, char** argv) {
     return write_out(out) ? 0 : status_failed;
 }
 
+// Where memory is exhausted there may be none for an exception either.
+[[noreturn]] static void end_without_memory() {
+    constexpr std::string_view message = "symdecode: memory exhausted\n";
+    const ssize_t written = write(STDERR_FILENO, message.data(), message.size());
+    (void)written;
+    _exit(status_failed);
+}
+
 int main(int argc, char** argv) {
+    std::set_new_handler(end_without_memory);
     try {
         return run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        end_without_memory();
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "symdecode: %s\n", failure.what());
         return status_failed;

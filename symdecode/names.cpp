@@ -3,7 +3,12 @@
 // are given one by one.
 #include "symdecode/names.h"
 
+#include <cxxabi.h>
+
 #include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <new>
 
 #include "demangle/decode.h"
 #include "demangle/decode_eabi.h"
@@ -13,8 +18,8 @@
 
 // Scheme 1 is known by its first letters, and what it does not know is left to scheme 0.
 static constexpr name_scheme schemes[] = {
-    {1, 'Z', decode_identifier_eabi, scheme1::begin_in, scheme1::in_word, scheme1::as_symbol},
-    {0, '_', decode_identifier, scheme0::begin_in, scheme0::in_word, scheme0::as_symbol},
+    {1, 'Z', decode_identifier_eabi, true, scheme1::begin_in, scheme1::in_word, scheme1::as_symbol},
+    {0, '_', decode_identifier, false, scheme0::begin_in, scheme0::in_word, scheme0::as_symbol},
 };
 
 std::span<const name_scheme> name_schemes() {
@@ -45,12 +50,28 @@ text_run run_around(std::string_view text, std::size_t at, std::size_t floor) {
     return run;
 }
 
+// What the platform makes of the name at hand. Empty when it is no valid name to it.
+static std::string_view decode_as_platform(name_decoder& decoder) {
+    constexpr int exhausted = -1;
+    int status = 0;
+    const std::unique_ptr<char, decltype(&std::free)> text(
+        abi::__cxa_demangle(decoder.name.c_str(), nullptr, nullptr, &status), &std::free);
+    if (status == exhausted) {
+        throw std::bad_alloc();
+    }
+    decoder.platform_text.assign(text != nullptr ? text.get() : "");
+    return decoder.platform_text;
+}
+
 std::string_view decode(name_decoder& decoder, const name_scheme& scheme, std::string_view name) {
     if (name.size() >= longest_name) {
         return {};
     }
-    decode_extended_names = decoder.settings.extended ? 1 : 0;
     decoder.name.assign(name);
+    if (decoder.settings.style == name_style::gnu && scheme.has_platform_style) {
+        return decode_as_platform(decoder);
+    }
+    decode_extended_names = decoder.settings.extended ? 1 : 0;
     if (decoder.buffer.empty()) {
         decoder.buffer.resize(4096);
     }

@@ -13,9 +13,14 @@ constexpr int scheme_auto = -1;
 // A run or symbol of this many bytes or more is never looked into.
 constexpr std::size_t longest_name = 65536;
 
+// How a name reads: in the library's way, or in that of the platform's own demangler for
+// the schemes that it knows.
+enum class name_style { house, gnu };
+
 struct name_settings {
-    int scheme = scheme_auto;       // a scheme's number or scheme_auto
-    bool names_only = false;        // without scope and signature
+    int scheme = scheme_auto;  // a scheme's number or scheme_auto
+    name_style style = name_style::house;
+    bool names_only = false;        // without scope and signature; not in the platform's style
     bool strip_underscore = false;  // drop the underscore that some targets put in front
     bool extended = true;           // also what newer compilers write, ".suffix" clones included
 };
@@ -26,6 +31,7 @@ struct name_decoder {
     name_settings settings;
     std::string name;    // the name at hand, for its NUL
     std::string buffer;  // what the library writes to
+    std::string platform_text;
 };
 
 // A mangled name inside a text. `begin` and `end` are offsets into the text and hold

@@ -22,6 +22,7 @@ struct name_scheme {
     char second;  // every name holds an underscore and this behind it
     // The library's call for it.
     void (*decode)(const char*, char*, std::size_t, int*, int*, std::size_t*, int);
+    bool has_platform_style;  // the platform's own demangler knows the scheme, too
     // Where a name begins in the word at `start` of `run`, npos where none of this scheme
     // can: the next row is then asked.
     std::size_t (*begin_in)(std::string_view run, std::size_t start);

@@ -121,6 +121,35 @@ TEST(SymdecodeProgram, OptionsDoWhatTheySay) {
     EXPECT_EQ(decoded({"--strict", "--extended", "_Z1fDh"}), "f(_Float16)\n");
 }
 
+TEST(SymdecodeProgram, NamesReadInThePlatformsStyleOnRequest) {
+    EXPECT_EQ(decoded({"--style=gnu", "_Z1fPKc", "_ZN1AD2Ev", "main", "_Z1fIiEvT_"}),
+              "f(char const*)\nA::~A()\nmain\nvoid f<int>(int)\n");
+    EXPECT_EQ(decoded({"--style", "gnu"}, "call _Z1fPKc@plt, _Zq ___Z1fPKc\n"),
+              "call f(char const*)@plt, _Zq __f(char const*)\n");
+    EXPECT_EQ(decoded({"--style=gnu", "--strip-underscore"}, "__Z1fPKc"), "f(char const*)");
+    EXPECT_EQ(decoded({"--style=gnu", "--lines"}, "_Z1fPKc\r\nsee _Z1fi\n"),
+              "f(char const*)\r\nsee _Z1fi\n");
+    EXPECT_EQ(decoded({"--style=gnu", "--json"}, "\n _ZTV1A"),
+              R"js({"line":2,"column":2,"name":"_ZTV1A","decoded":"vtable for A","scheme":1}
+)js");
+    EXPECT_EQ(decoded({"--style=house", "_Z1fPKc"}), "f(const char *)\n");
+    EXPECT_EQ(decoded({"--style=gnu", "--style=house", "_Z1fPKc"}), "f(const char *)\n");
+}
+
+TEST(SymdecodeProgram, NamesOfSchemeZeroKeepTheHouseStyle) {
+    EXPECT_EQ(decoded({"--style=gnu", "_Z1fPKc", "f__1AFPCc"}),
+              "f(char const*)\nA::f(const char *)\n");
+    EXPECT_EQ(decoded({"--style=gnu"}, "_Z1fPKc and f__1AFPCc"),
+              "f(char const*) and A::f(const char *)");
+    EXPECT_EQ(decoded({"--style=gnu", "--scheme=0", "_Z1fPKc", "f__1AFPCc"}),
+              "_Z1fPKc\nA::f(const char *)\n");
+}
+
+TEST(SymdecodeProgram, TheSuffixOfACloneIsReadInThePlatformsStyleToo) {
+    EXPECT_EQ(decoded({"--style=gnu"}, "_Z1fPKc.cold+4"), "f(char const*) [clone .cold]+4");
+    EXPECT_EQ(decoded({"--style=gnu", "--strict"}, "_Z1fPKc.cold+4"), "f(char const*).cold+4");
+}
+
 TEST(SymdecodeProgram, LinesAreTakenAsSymbols) {
     EXPECT_EQ(decoded({"--lines"}, "_Z1fi\nf__Fv\nsee _Z1fi\n"), "f(int)\nf()\nsee _Z1fi\n");
 }
@@ -141,8 +170,9 @@ TEST(SymdecodeProgram, JsonIsOneObjectALine) {
 TEST(SymdecodeProgram, HelpNamesEveryOption) {
     const std::string help = decoded({"--help"});
     EXPECT_EQ(help.substr(0, 26), "Usage: symdecode [options]");
-    for (const char* option : {"--scheme", "--names-only", "--strip-underscore", "--extended",
-                               "--strict", "--lines", "--json", "--help", "--version"}) {
+    for (const char* option :
+         {"--scheme", "--style", "--names-only", "--strip-underscore", "--extended", "--strict",
+          "--lines", "--json", "--help", "--version"}) {
         EXPECT_NE(help.find(option), std::string::npos) << option;
     }
 }
@@ -170,6 +200,19 @@ TEST(SymdecodeProgram, ABadCommandLineEndsWithStatusTwo) {
 
     run = symdecode({"--scheme"});
     EXPECT_EQ(run.status, 2);
+
+    run = symdecode({"--style=other", "_Z1fi"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "symdecode: invalid style 'other': use house or gnu\n" + hint);
+
+    for (const std::vector<std::string>& order :
+         {std::vector<std::string>{"-p", "--style=gnu"}, {"--style=gnu", "-p"}}) {
+        run = symdecode(order);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.err, "symdecode: --names-only goes with the house style only\n" + hint);
+    }
 }
 
 TEST(SymdecodeProgram, InputThatCannotBeReadEndsWithStatusOne) {
@@ -218,6 +261,13 @@ TEST(SymdecodeProgram, TextIsPassedOnAsItComes) {
     EXPECT_EQ(run.status, 0);
 }
 
+TEST(SymdecodeProgram, TextInThePlatformsStyleIsPassedOnAsItComes) {
+    Running running = start_program({SYMDECODE, "--style=gnu"});
+    ASSERT_EQ(write(running.in_fd, "one _Z1fPKc\n", 12), 12);
+    EXPECT_EQ(read_exactly(running.out_fd, 19), "one f(char const*)\n");
+    EXPECT_EQ(finish_program(running).status, 0);
+}
+
 TEST(SymdecodeProgram, LinesArePassedOnAsTheyCome) {
     Running running = start_program({SYMDECODE, "--lines"});
     ASSERT_EQ(write(running.in_fd, "_Z1fi\n", 6), 6);
@@ -239,4 +289,44 @@ TEST(SymdecodeProgram, MemoryDoesNotGrowWithTheText) {
     EXPECT_EQ(run.err, "");
     // "A::f(int)" is as long as its name.
     EXPECT_EQ(run.out.size(), options.input.size());
+}
+
+// Wherever the memory runs out, from the least with which the program starts at all to what
+// a text of megabytes needs.
+TEST(SymdecodeProgram, ExhaustedMemoryEndsWithAMessage) {
+    if (SYMDECODE_SANITIZERS[0] != '\0') {
+        GTEST_SKIP() << "sanitizers need more address space than there is";
+    }
+    std::string name = "_Z1f1AIiiE";  // and then, time and again, a type of twice the last one
+    for (const char digit : std::string("0123456789ABCDEFGH")) {
+        const std::string last = std::string("S") + digit + '_';
+        name.append("S_I").append(last).append(last).append("E");
+    }
+    const auto limited = [&](const std::vector<std::string>& arguments, std::size_t limit) {
+        RunOptions options = reading(name);
+        options.address_space_limit = limit;
+        return symdecode(arguments, options);
+    };
+    constexpr std::size_t step = 256 << 10;
+    std::size_t least = step;
+    while (limited({"--version"}, least).status != 0) {
+        least += step;
+    }
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {"--style=gnu"}, {"--json"}, {"--lines"}}) {
+        const std::string whole = limited(arguments, std::size_t{1} << 32).out;
+        ASSERT_GT(whole.size(), 4U << 20);
+        bool enough = false;
+        bool exhausted = false;
+        for (std::size_t limit = least; !enough; limit += 8 * step) {
+            const Finished run = limited(arguments, limit);
+            enough = run.status == 0;
+            exhausted |= !enough;
+            EXPECT_EQ(run.signal, 0) << limit;
+            EXPECT_EQ(run.err, enough ? "" : "symdecode: memory exhausted\n") << limit;
+            EXPECT_EQ(run.status, enough ? 0 : 1) << limit;
+            EXPECT_TRUE(run.out == (enough ? whole : "")) << limit;
+        }
+        EXPECT_TRUE(exhausted);
+    }
 }

@@ -48,7 +48,9 @@ TEST(BashCompletion, OffersOptionsAndValues) {
         GTEST_SKIP() << "no bash here";
     }
     EXPECT_EQ(bash_completes("symdecode", {"--s"}),
-              (std::set<string>{"--scheme", "--strict", "--strip-underscore"}));
+              (std::set<string>{"--scheme", "--strict", "--strip-underscore", "--style"}));
+    EXPECT_EQ(bash_completes("symdecode", {"--style", "="}), (std::set<string>{"house", "gnu"}));
+    EXPECT_EQ(bash_completes("symdecode", {"--style", "=", "g"}), std::set<string>{"gnu"});
     EXPECT_EQ(bash_completes("symdecode", {"--scheme", "=", "a"}), std::set<string>{"auto"});
     EXPECT_EQ(bash_completes("symdecode", {"--scheme", "="}), (std::set<string>{"0", "1", "auto"}));
     EXPECT_EQ(bash_completes("symdecode", {"-s", ""}), (std::set<string>{"0", "1", "auto"}));
@@ -64,7 +66,8 @@ TEST(FishCompletion, OffersOptionsAndValues) {
         GTEST_SKIP() << "no fish here";
     }
     EXPECT_EQ(fish_completes("symdecode", "symdecode --s"),
-              (std::set<string>{"--scheme", "--strict", "--strip-underscore"}));
+              (std::set<string>{"--scheme", "--strict", "--strip-underscore", "--style"}));
+    EXPECT_EQ(fish_completes("symdecode", "symdecode --style=g"), std::set<string>{"--style=gnu"});
     EXPECT_EQ(fish_completes("symdecode", "symdecode --scheme=a"),
               std::set<string>{"--scheme=auto"});
     EXPECT_EQ(fish_completes("interlist", "interlist --"),
@@ -85,6 +88,7 @@ TEST(ZshCompletion, OffersOptionsAndValues) {
     for (const auto& [program, typed, completed] : std::vector<example>{
              {"symdecode", "--names", "--names-only"},
              {"symdecode", "--scheme=a", "--scheme=auto"},
+             {"symdecode", "--style=g", "--style=gnu"},
              {"interlist", "--tool", "--toolversion"},
              {"gas2interlist", "--so", "--source-map"},
          }) {
