@@ -67,22 +67,19 @@ bool is_same_file(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-// Writes into what is open, emptied first if it `is_named` and a regular file. The text may
-// lie in that very file.
-bool write_into(descriptor& file, bool is_named, const interlisted_text& text,
-                const std::optional<assembly::text_file>& input) {
+// Writes into what is open, emptied first if it `is_named` and a regular file.
+bool write_into(descriptor& file, bool is_named, const output_text& text) {
     struct stat status {};
     if (fstat(file.number, &status) != 0) {
         return false;
     }
-    std::optional<std::string> copy;
-    if (input && input->is_mapped_from(status)) {
-        copy = merged(text);
+    if (text.overwriting) {
+        text.overwriting(status);
     }
     if (is_named && S_ISREG(status.st_mode) && ftruncate(file.number, 0) != 0) {
         return false;
     }
-    return (copy ? write_all(file.number, *copy) : write_pieces(file.number, text)) && file.close();
+    return text.write(file.number) && file.close();
 }
 
 // --- What a name stands for ---
@@ -147,7 +144,7 @@ bool forbids_new_file() {
 
 // Writes a new file and moves it to `path`. `old` is the file that is there.
 replacement replace(const fs::path& path, const std::optional<struct stat>& old,
-                    const interlisted_text& text) {
+                    const output_text& text) {
     unfinished_file beside;
     const fs::path folder = path.parent_path();
     descriptor file(beside.create(folder.empty() ? "." : folder));
@@ -161,7 +158,7 @@ replacement replace(const fs::path& path, const std::optional<struct stat>& old,
             return replacement::not_here;
         }
     }
-    if (!write_pieces(file.number, text) || !file.close()) {
+    if (!text.write(file.number) || !file.close()) {
         return replacement::failed;
     }
     if (!beside.move_to(path)) {
@@ -170,12 +167,11 @@ replacement replace(const fs::path& path, const std::optional<struct stat>& old,
     return replacement::done;
 }
 
-bool write_named(const std::string& name, const interlisted_text& text,
-                 const std::optional<assembly::text_file>& input) {
+bool write_named(const std::string& name, const output_text& text) {
     const destination to = destination_of(name);
     if (to.descriptor >= 0) {
         descriptor own(to.descriptor);
-        return write_into(own, false, text, input);
+        return write_into(own, false, text);
     }
     descriptor file(::open(name.c_str(), O_WRONLY | O_CLOEXEC));
     std::optional<struct stat> old;
@@ -200,24 +196,36 @@ bool write_named(const std::string& name, const interlisted_text& text,
     if (!old) {
         file.number = ::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, all_may_use);
     }
-    return file.number >= 0 && write_into(file, old && S_ISREG(old->st_mode), text, input);
+    return file.number >= 0 && write_into(file, old && S_ISREG(old->st_mode), text);
 }
 
 }  // namespace
 
-bool write_output(const std::string& name, const interlisted_text& text,
-                  const std::optional<assembly::text_file>& input, std::string& error) {
+bool write_output(const std::string& name, const output_text& text, std::string& error) {
     bool is_written = false;
     if (name == "-") {
         descriptor standard(STDOUT_FILENO);
-        is_written = write_into(standard, false, text, input);
+        is_written = write_into(standard, false, text);
     } else {
-        is_written = write_named(name, text, input);
+        is_written = write_named(name, text);
     }
     if (!is_written) {
         error = std::strerror(errno);
     }
     return is_written;
+}
+
+bool write_output(const std::string& name, const interlisted_text& text,
+                  const std::optional<assembly::text_file>& input, std::string& error) {
+    std::optional<std::string> copy;
+    const auto write = [&](int to) { return copy ? write_all(to, *copy) : write_pieces(to, text); };
+    // The text may lie in the very file that is written.
+    const auto overwriting = [&](const struct stat& file) {
+        if (input && input->is_mapped_from(file)) {
+            copy = merged(text);
+        }
+    };
+    return write_output(name, {write, overwriting}, error);
 }
 
 }  // namespace gas2interlist

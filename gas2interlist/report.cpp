@@ -9,6 +9,16 @@
 
 namespace gas2interlist {
 
+static constinit std::string_view current_name = "gas2interlist";
+
+void set_program_name(std::string_view name) noexcept {
+    current_name = name;
+}
+
+std::string_view program_name() noexcept {
+    return current_name;
+}
+
 void report(std::initializer_list<std::string_view> parts) noexcept {
     constexpr std::size_t longest = std::size_t{1} << 15;
     std::array<char, longest> message;
@@ -18,7 +28,8 @@ void report(std::initializer_list<std::string_view> parts) noexcept {
         std::copy_n(part.data(), taken, message.data() + size);
         size += taken;
     };
-    add("gas2interlist: ");
+    add(current_name);
+    add(": ");
     for (const std::string_view part : parts) {
         add(part);
     }

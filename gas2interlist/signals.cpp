@@ -1,4 +1,4 @@
-// The signals that end gas2interlist, and the one file that must not outlive it.
+// The signals that end the program, and the one file that must not outlive it.
 #include "gas2interlist/signals.h"
 
 #include <fcntl.h>
@@ -101,9 +101,9 @@ int unfinished_file::create(const std::string& folder) {
     constexpr mode_t all_may_use = 0666;
     const signals_held held;
     for (int attempt = 0; attempt < most_attempts; ++attempt) {
-        const int size = std::snprintf(unfinished_name.data(), unfinished_name.size(),
-                                       "%s/.gas2interlist-%ld-%d", folder.c_str(),
-                                       static_cast<long>(getpid()), attempt);
+        const int size = std::snprintf(
+            unfinished_name.data(), unfinished_name.size(), "%s/.%s-%ld-%d", folder.c_str(),
+            std::string(program_name()).c_str(), static_cast<long>(getpid()), attempt);
         if (size < 0 || static_cast<std::size_t>(size) >= unfinished_name.size()) {
             errno = ENAMETOOLONG;
             return -1;

@@ -1,4 +1,4 @@
-// Ends gas2interlist in good order when a signal or a limit does: with a report, without
+// Ends the program in good order when a signal or a limit does: with a report, without
 // an unfinished file left behind.
 #pragma once
 
