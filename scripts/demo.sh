@@ -8,7 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # What is said on the way goes to standard error, so that standard output is listings.
 {
   scripts/install_packages.sh gcc g++ cmake ninja-build
-  cmake --preset release -B build/demo -DINTERLIST_TESTS=OFF
+  cmake --preset release -B build/demo -DINTERLIST_TESTS=OFF -DINTERLIST_CLIST=OFF
   cmake --build build/demo --target interlist gas2interlist
 } >&2
 

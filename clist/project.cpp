@@ -1,0 +1,333 @@
+// Plans the listings of a project, writes the Ninja file and runs Ninja on it.
+#include "clist/project.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <system_error>
+#include <tuple>
+
+#include "clist/arguments.h"
+#include "clist/files.h"
+#include "clist/messages.h"
+#include "clist/process.h"
+#include "gas2interlist/output.h"
+
+namespace clist {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The folder that all of the files lie in.
+fs::path common_folder(const std::vector<fs::path>& files) {
+    fs::path common;
+    for (const fs::path& file : files) {
+        const fs::path folder = file.parent_path();
+        if (common.empty()) {
+            common = folder;
+        }
+        const auto [end, ignored] =
+            std::mismatch(common.begin(), common.end(), folder.begin(), folder.end());
+        fs::path shared;
+        for (auto part = common.begin(); part != end; ++part) {
+            shared /= *part;
+        }
+        common = shared;
+    }
+    return common;
+}
+
+// A build that is compiled through clist's launcher is listed by the compile itself.
+std::vector<std::string> without_launcher(const std::vector<std::string>& words) {
+    if (fs::path(words.front()).filename() != "clist") {
+        return words;
+    }
+    const options inner = read_options({words.begin() + 1, words.end()}, {});
+    return inner.what == work::launcher && inner.error.empty() ? inner.words : words;
+}
+
+// The words without the sources other than `file`, which have entries of their own.
+std::vector<std::string> words_for(const arguments& given, const fs::path& file,
+                                   const fs::path& directory) {
+    std::vector<std::string> words = given.given;
+    if (given.sources.size() < 2) {
+        return words;
+    }
+    std::set<std::size_t> others;
+    for (const std::size_t source : given.sources) {
+        const argument& each = given.all[source];
+        if ((directory / each.option).lexically_normal() != file) {
+            others.insert(each.top);
+        }
+    }
+    if (others.size() < given.sources.size()) {
+        for (auto at = others.rbegin(); at != others.rend(); ++at) {
+            words.erase(words.begin() + static_cast<std::ptrdiff_t>(*at));
+        }
+    }
+    return words;
+}
+
+std::string quoted_for_shell(std::string_view word) {
+    constexpr std::string_view plain =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=./,:@%";
+    if (!word.empty() && word.find_first_not_of(plain) == std::string_view::npos) {
+        return std::string(word);
+    }
+    std::string quoted = "'";
+    for (const char byte : word) {
+        if (byte == '\'') {
+            quoted += "'\\''";
+        } else {
+            quoted += byte;
+        }
+    }
+    return quoted + "'";
+}
+
+// In a Ninja file a dollar sign escapes, and in a path blanks and colons are escaped.
+std::string escaped_for_ninja(std::string_view text, bool is_path) {
+    std::string escaped;
+    for (const char byte : text) {
+        if (byte == '$' || (is_path && (byte == ' ' || byte == ':'))) {
+            escaped += '$';
+        }
+        escaped += byte;
+    }
+    return escaped;
+}
+
+bool has_line_break(const listing_step& step) {
+    const auto breaks = [](const std::string& word) {
+        return word.find_first_of("\r\n") != std::string::npos;
+    };
+    return breaks(step.output) || breaks(step.directory) ||
+           std::any_of(step.words.begin(), step.words.end(), breaks);
+}
+
+// The program of a name, looked for as a shell does; empty where there is none.
+std::string found_program(const std::string& name) {
+    const char* const path = std::getenv("PATH");
+    std::string_view folders = path != nullptr ? path : "";
+    if (name.find('/') != std::string::npos) {
+        return access(name.c_str(), X_OK) == 0 ? name : "";
+    }
+    while (!folders.empty()) {
+        const std::string_view folder = folders.substr(0, folders.find(':'));
+        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+        const fs::path program = fs::path(folder) / name;
+        std::error_code failure;
+        if (fs::is_regular_file(program, failure) && access(program.c_str(), X_OK) == 0) {
+            return program;
+        }
+    }
+    return {};
+}
+
+std::string own_program() {
+    std::error_code failure;
+    const fs::path self = fs::read_symlink("/proc/self/exe", failure);
+    return failure ? "clist" : self.string();
+}
+
+// Ninja tells of a dry run what is still to be made, a description on each line.
+std::vector<std::string> remaining_steps(const std::vector<std::string>& ninja,
+                                         const std::vector<listing_step>& steps) {
+    const scratch_folder scratch;
+    run_settings quietly;
+    quietly.messages_to = scratch.path() + "/steps";
+    quietly.environment = {"NINJA_STATUS="};
+    std::vector<std::string> words = ninja;
+    words.emplace_back("-n");
+    run(words, quietly);
+    std::string ignored;
+    const std::string text = read_whole(quietly.messages_to, ignored).value_or("");
+    std::set<std::string_view> lines;
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        lines.insert(line);
+    }
+    std::vector<std::string> names;
+    for (const listing_step& step : steps) {
+        if (lines.contains(step.name)) {
+            names.push_back(step.name);
+        }
+    }
+    return names;
+}
+
+}  // namespace
+
+std::vector<listing_step> plan_listings(const std::vector<database_entry>& entries,
+                                        const std::string& base, const std::string& folder,
+                                        const options& given) {
+    std::vector<fs::path> files;
+    std::vector<listing_step> steps;
+    std::set<std::tuple<fs::path, fs::path, std::vector<std::string>>> known;
+    for (const database_entry& entry : entries) {
+        const fs::path directory = (fs::path(base) / entry.directory).lexically_normal();
+        const fs::path file = (directory / entry.file).lexically_normal();
+        const arguments command = read_arguments(without_launcher(entry.words), directory);
+        std::vector<std::string> words = words_for(command, file, directory);
+        if (!command.makes_code || command.reads_standard_input ||
+            !known.emplace(directory, file, words).second) {
+            continue;
+        }
+        words.insert(words.begin(), given.through.begin(), given.through.end());
+        files.push_back(file);
+        steps.push_back({{}, {}, directory, std::move(words)});
+    }
+    const fs::path common = common_folder(files);
+    std::map<std::string, int> uses;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        listing_step& step = steps[i];
+        step.name = files[i].lexically_relative(common);
+        const int use = ++uses[step.name];
+        if (use > 1) {
+            step.name.append(".").append(std::to_string(use));
+        }
+        step.output = (fs::path(folder) / (step.name + given.suffix)).lexically_normal();
+    }
+    return steps;
+}
+
+std::string ninja_file(const std::vector<listing_step>& steps, const std::string& self,
+                       const std::string& folder, const options& given) {
+    std::string text = "# Written by clist -p, which replaces it.\nninja_required_version = 1.5\n";
+    text.append("builddir = ").append(escaped_for_ninja(folder, true)).append("\n\nrule list\n");
+    text +=
+        "  command = cd $in_directory && $clist --depfile $quoted.d -o $quoted $words\n"
+        "  description = $name\n  depfile = $out.d\n  deps = gcc\n";
+    std::string maker = quoted_for_shell(self);
+    for (const std::string& word : given.form_words) {
+        maker.append(" ").append(quoted_for_shell(word));
+    }
+    text.append("clist = ").append(escaped_for_ninja(maker, false)).append("\n");
+    for (const listing_step& step : steps) {
+        std::string words = "--";
+        for (const std::string& word : step.words) {
+            words.append(" ").append(quoted_for_shell(word));
+        }
+        text.append("\nbuild ").append(escaped_for_ninja(step.output, true)).append(": list");
+        if (self.find('/') != std::string::npos) {
+            text.append(" | ").append(escaped_for_ninja(self, true));
+        }
+        const auto set = [&](const char* name, const std::string& value) {
+            text.append("\n  ").append(name).append(" = ").append(escaped_for_ninja(value, false));
+        };
+        set("name", step.name);
+        set("quoted", quoted_for_shell(step.output));
+        set("in_directory", quoted_for_shell(step.directory));
+        set("words", words);
+        text += "\n";
+    }
+    return text;
+}
+
+// Writes the Ninja file and makes the folders for the listings. Gives the file's name, or
+// nothing after a message.
+static std::optional<std::string> write_plan(const std::vector<listing_step>& steps,
+                                             const fs::path& folder, const options& given) {
+    const fs::path own_folder = folder / ".clist";
+    std::error_code failure;
+    fs::create_directories(own_folder, failure);
+    for (const listing_step& step : steps) {
+        if (!failure) {
+            fs::create_directories(fs::path(step.output).parent_path(), failure);
+        }
+    }
+    if (failure) {
+        say(folder.string() + ": " + failure.message());
+        return std::nullopt;
+    }
+    const std::string plan = own_folder / "build.ninja";
+    std::string error;
+    if (!gas2interlist::write_output(
+            plan, {.assembly = ninja_file(steps, own_program(), own_folder, given)}, {}, error)) {
+        say(plan + ": " + error);
+        return std::nullopt;
+    }
+    return plan;
+}
+
+// Runs Ninja and sums up.
+static int run_plan(const std::string& ninja, const std::string& plan,
+                    const std::vector<listing_step>& steps, const fs::path& folder,
+                    const options& given) {
+    const std::vector<std::string> words{ninja, "-f", plan};
+    std::vector<std::string> all = words;
+    all.insert(all.end(), {"-k", "0"});
+    if (!given.jobs.empty()) {
+        all.insert(all.end(), {"-j", given.jobs});
+    }
+    run_settings settings;
+    if (std::getenv("NINJA_STATUS") == nullptr) {
+        settings.environment = {"NINJA_STATUS=clist: [%f/%t] "};
+    }
+    const run_result ended = run(all, settings);
+    const std::string total = std::to_string(steps.size());
+    if (ended.succeeded()) {
+        say((steps.size() == 1 ? "1 listing" : total + " listings") + " in " + folder.string());
+        return exit_success;
+    }
+    const std::vector<std::string> failed = remaining_steps(words, steps);
+    if (ended.error != 0 || ended.signal != 0 || failed.empty()) {
+        say(failure_text(ninja, ended));
+        return exit_failure;
+    }
+    std::string names;
+    for (const std::string& name : failed) {
+        names.append(names.empty() ? "" : ", ").append(name);
+    }
+    say(std::to_string(failed.size()) + " of " + total + " listings failed: " + names);
+    return exit_failure;
+}
+
+int list_project(const options& given) {
+    std::error_code failure;
+    fs::path file = given.build_dir;
+    if (fs::is_directory(file, failure)) {
+        file /= "compile_commands.json";
+    }
+    std::string error;
+    const std::optional<std::string> text = read_whole(file, error);
+    if (!text) {
+        say(file.string() + ": " + error);
+        return exit_failure;
+    }
+    const database known = read_database(*text);
+    if (!known.error.empty()) {
+        say(file.string() + ":" + known.error);
+        return exit_failure;
+    }
+    const fs::path base = fs::absolute(file).parent_path().lexically_normal();
+    const fs::path folder =
+        fs::absolute(given.output.empty() ? base / "listings" : fs::path(given.output))
+            .lexically_normal();
+    const std::vector<listing_step> steps = plan_listings(known.entries, base, folder, given);
+    if (steps.empty()) {
+        say(file.string() + ": no C or C++ source is compiled there");
+        return exit_failure;
+    }
+    const auto broken = std::find_if(steps.begin(), steps.end(), has_line_break);
+    if (broken != steps.end()) {
+        say(file.string() + ": " + broken->name + ": a line break in a name or an argument");
+        return exit_failure;
+    }
+    const std::string ninja = found_program("ninja").empty() ? "ninja-build" : "ninja";
+    if (found_program(ninja).empty()) {
+        say("-p needs Ninja, which is not here: install the package ninja-build (ninja on Arch, "
+            "Alpine and macOS)");
+        return exit_failure;
+    }
+    const std::optional<std::string> plan = write_plan(steps, folder, given);
+    return plan ? run_plan(ninja, *plan, steps, folder, given) : exit_failure;
+}
+
+}  // namespace clist
