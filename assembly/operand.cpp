@@ -3,19 +3,15 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
+#include <utility>
 
 namespace assembly {
-namespace {
-
-bool is_symbol_character(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || is_digit(c) || c == '_' ||
-           c == '.' || c == '$' || c == '@' || c == '?' || static_cast<unsigned char>(c) >= 0x80;
-}
 
 // escape ::= "\" (b | f | n | r | t | digit [digit [digit]] | x hex-digits | any)
 // Reads what follows the backslash. As in the assembler, only the last two hex
 // digits count.
-char take_escape(std::string_view& rest) {
+static char take_escape(std::string_view& rest) {
     const char c = rest.front();
     rest.remove_prefix(1);
     const auto number = [&rest](std::size_t most, int base) {
@@ -57,50 +53,79 @@ char take_escape(std::string_view& rest) {
     return number(3, 8);
 }
 
-}  // namespace
-
-void skip_blanks(std::string_view& rest) {
-    const std::size_t count = std::min(rest.find_first_not_of(" \t"), rest.size());
-    rest.remove_prefix(count);
-}
-
-std::string_view take_word(std::string_view& rest) {
-    const std::string_view word = rest.substr(0, rest.find_first_of(" \t\r;#"));
-    rest.remove_prefix(word.size());
-    return word;
-}
-
 std::optional<std::uint32_t> take_number(std::string_view& rest) {
+    constexpr std::size_t most_digits = 10;
     skip_blanks(rest);
-    std::uint32_t value = 0;
-    const auto [end, failure] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
-    if (failure != std::errc() || (end != rest.data() + rest.size() && is_symbol_character(*end))) {
+    std::uint64_t value = 0;
+    std::size_t size = 0;
+    for (; size < rest.size() && is_digit(rest[size]); ++size) {
+        if (size == most_digits) {
+            return std::nullopt;
+        }
+        value = value * 10 + static_cast<unsigned>(rest[size] - '0');
+    }
+    if (size == 0 || value > std::numeric_limits<std::uint32_t>::max() ||
+        (size != rest.size() && is_symbol_character(rest[size]))) {
+        return std::nullopt;
+    }
+    rest.remove_prefix(size);
+    return static_cast<std::uint32_t>(value);
+}
+
+std::optional<std::uint64_t> take_value(std::string_view& rest) {
+    skip_blanks(rest);
+    const bool is_negative = rest.starts_with('-');
+    if (is_negative) {
+        rest.remove_prefix(1);
+        skip_blanks(rest);
+    }
+    int base = 10;
+    if (rest.size() > 2 && rest[0] == '0' && (rest[1] | 0x20) == 'x') {
+        base = 16;
+        rest.remove_prefix(2);
+    } else if (rest.size() > 2 && rest[0] == '0' && (rest[1] | 0x20) == 'b') {
+        base = 2;
+        rest.remove_prefix(2);
+    } else if (rest.size() > 1 && rest[0] == '0' && is_digit(rest[1])) {
+        base = 8;
+    }
+    std::uint64_t value = 0;
+    const auto [end, failure] =
+        std::from_chars(rest.data(), rest.data() + rest.size(), value, base);
+    if (failure == std::errc::invalid_argument) {
         return std::nullopt;
     }
     rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
-    return value;
+    return is_negative ? ~value + 1 : value;
+}
+
+bool append_string(std::string_view& rest, std::string& into) {
+    skip_blanks(rest);
+    if (rest.empty() || rest.front() != '"') {
+        return false;
+    }
+    rest.remove_prefix(1);
+    while (true) {
+        const std::size_t quote = rest.find('"');
+        const std::size_t plain = std::min(rest.substr(0, quote).find('\\'), quote);
+        if (plain == std::string_view::npos) {
+            return false;
+        }
+        into += rest.substr(0, plain);
+        const bool is_end = rest[plain] == '"';
+        rest.remove_prefix(plain + 1);
+        if (is_end) {
+            return true;
+        }
+        if (!rest.empty()) {
+            into += take_escape(rest);
+        }
+    }
 }
 
 std::optional<std::string> take_string(std::string_view& rest) {
-    skip_blanks(rest);
-    if (rest.empty() || rest.front() != '"') {
-        return std::nullopt;
-    }
-    rest.remove_prefix(1);
     std::string value;
-    while (!rest.empty()) {
-        const char c = rest.front();
-        rest.remove_prefix(1);
-        if (c == '"') {
-            return value;
-        }
-        if (c != '\\') {
-            value += c;
-        } else if (!rest.empty()) {
-            value += take_escape(rest);
-        }
-    }
-    return std::nullopt;
+    return append_string(rest, value) ? std::optional(std::move(value)) : std::nullopt;
 }
 
 std::string_view take_symbol(std::string_view& rest) {

@@ -2,6 +2,7 @@
 // function takes what it reads off the front of `rest`.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,17 +18,40 @@ inline bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-void skip_blanks(std::string_view& rest);
+namespace detail {
+inline constexpr auto symbol_characters = [] {
+    std::array<bool, 256> is_part{};
+    for (unsigned c = 0; c < is_part.size(); ++c) {
+        is_part[c] = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                     c == '_' || c == '.' || c == '$' || c == '@' || c == '?' || c >= 0x80;
+    }
+    return is_part;
+}();
+}  // namespace detail
 
-// The name of a directive: what stands before the next blank or separator.
-std::string_view take_word(std::string_view& rest);
+inline bool is_symbol_character(char c) {
+    return detail::symbol_characters[static_cast<unsigned char>(c)];
+}
+
+inline void skip_blanks(std::string_view& rest) {
+    while (!rest.empty() && is_blank(rest.front())) {
+        rest.remove_prefix(1);
+    }
+}
 
 // A decimal number without a sign. Nothing when there is none or it does not fit.
 std::optional<std::uint32_t> take_number(std::string_view& rest);
 
+// A number as the assembler reads it: decimal, octal, hexadecimal or binary, perhaps with
+// a sign, cut to 64 bits. Nothing when there is none.
+std::optional<std::uint64_t> take_value(std::string_view& rest);
+
 // A string in double quotes, its escapes resolved. Nothing when `rest` does not begin
 // with one or it has no end.
 std::optional<std::string> take_string(std::string_view& rest);
+
+// The same, at the end of `into`. False when there is none.
+bool append_string(std::string_view& rest, std::string& into);
 
 // A symbol, in quotes or bare. A view into the text; empty when there is none.
 std::string_view take_symbol(std::string_view& rest);

@@ -1,7 +1,6 @@
-// One pass over the assembly text, line by line. What a line is shows in its first
-// characters, alike for every target: a label stands at the line's start, a directive
-// begins with a full stop, and everything else that no known comment character opens
-// is code.
+// One pass over the assembly text, line by line. What a statement is shows in its first
+// characters, alike for every target: a label ends in a colon, a directive begins with a
+// full stop, and everything else that no known comment character opens is code.
 #include "assembly/reader.h"
 
 #include <algorithm>
@@ -11,170 +10,198 @@
 #include <unordered_set>
 #include <utility>
 
+#include "assembly/data.h"
+#include "assembly/directive.h"
 #include "assembly/operand.h"
+#include "assembly/section.h"
 
 namespace assembly {
-namespace {
 
 // Line numbers are read back by a reader with an int for them.
-constexpr std::uint32_t greatest_line = std::numeric_limits<std::int32_t>::max() - 1;
+static constexpr std::uint32_t greatest_line = std::numeric_limits<std::int32_t>::max() - 1;
 
-// A listing is made with a line buffer of this size; only lines that fit it keep
-// their carriage returns in step.
-constexpr std::size_t listing_line_limit = 16382;
+// Offsets fit 32 bits.
+static constexpr std::size_t greatest_text = std::numeric_limits<std::uint32_t>::max() - 1;
 
-constexpr std::array<std::string_view, 5> interlist_directives = {
-    "\t.ifile\t", "\t.ifunc\t", "\t.iline\t", "\t.isym\t", "\t.iendfunc\t",
+namespace {
+
+// The next place of something that most lines do not have, so that a line without it
+// costs one comparison.
+class next_of {
+  public:
+    explicit next_of(std::string_view what) : what_(what) {}
+
+    // Whether it stands in the stretch that begins at `from` and ends at `to`.
+    bool is_in(std::string_view text, std::size_t from, std::size_t to) {
+        if (at_ < from) {
+            at_ = text.find(what_, from);
+        }
+        return at_ < to;
+    }
+
+  private:
+    std::string what_;
+    std::size_t at_ = 0;
 };
 
-// Directives that stand between one function and the next and belong to the latter.
-constexpr std::array<std::string_view, 33> preamble_directives = {
-    ".align",
-    ".arch",
-    ".arm",
-    ".balign",
-    ".cfi_lsda",
-    ".cfi_personality",
-    ".cfi_startproc",
-    ".code",
-    ".code16",
-    ".code32",
-    ".def",
-    ".endef",
-    ".ent",
-    ".fpu",
-    ".global",
-    ".globl",
-    ".hidden",
-    ".internal",
-    ".local",
-    ".option",
-    ".p2align",
-    ".private_extern",
-    ".protected",
-    ".scl",
-    ".section",
-    ".set",
-    ".syntax",
-    ".text",
-    ".thumb",
-    ".thumb_func",
-    ".type",
-    ".weak",
-    ".weak_definition",
-};
-
-// What the reader knows at one line. Offsets are those of line starts.
+// What the reader knows at one line.
 struct text_reader {
     std::string_view text;
     assembly_file& assembly;
-    std::unordered_set<std::string_view> function_symbols = {};  // of `.type SYMBOL, @function`
+    const read_options& options;
+    section_track track;
+    next_of separator;
+    next_of block_comment{"/*"};
     std::optional<assembly_error> error = {};
 
-    std::size_t line_number = 0;
-    std::size_t line_at = 0;
+    std::uint32_t line_at = 0;
+    std::uint32_t next_line_at = 0;
+    bool in_comment = false;            // a block comment that an earlier line began
+    std::size_t macro_depth = 0;        // of .macro and .endm
+    bool in_function = false;           // the last of assembly.functions is open
+    std::uint32_t procedure_at = none;  // the line of a .cfi_startproc without its end
+    std::uint32_t inline_at = none;     // where inline assembly has begun
+    bool marked_app = false;            // with a mark that has one for its end
 
-    bool in_function = false;   // the last of assembly.functions is open
-    bool in_procedure = false;  // between .cfi_startproc and .cfi_endproc
-    std::size_t procedure_line = 0;
-    bool in_macro = false;  // between .macro and .endm
+    std::unordered_set<std::string_view> function_symbols = {};  // of `.type SYMBOL, @function`
+    bool has_local_function = false;                             // one of them is a local label
+    std::string_view defined_symbol = {};                        // of the last `.def`
+    std::optional<std::uint32_t> preamble = {};  // first of the preamble lines just read
 
-    std::optional<std::size_t> preamble = {};  // first of the preamble lines just read
+    // A label outside functions, which a procedure or code may turn out to begin at.
+    std::uint32_t loose_label = none;
+    std::uint32_t loose_begin = 0;                  // where its function would begin
+    bool may_be_procedure = false;                  // nothing but a `.loc` came since
+    std::optional<code_position> loose_entry = {};  // its first `.loc`
 
-    // Formats without `.type`: a label that a procedure may turn out to begin at.
-    std::string_view procedure_label = {};
-    std::size_t procedure_label_at = 0;                 // where its function would begin
-    std::optional<code_position> procedure_entry = {};  // and its first `.loc`
-    std::string_view defined_symbol = {};               // of the last `.def`
-
-    std::optional<std::size_t> lead = {};       // first of the lines that lead up to the next code
     std::optional<code_position> pending = {};  // the last `.loc`, until it gets code
+    std::optional<std::uint32_t> lead = {};     // first of the lines that lead up to the next code
+    bool pending_leads = false;                 // they include that `.loc`
+    std::vector<std::uint32_t> positions = {};  // by section: the one that code there has
+    std::vector<std::uint32_t> debug_of = {};   // by section: index of its debug contents
 };
 
-void fail(text_reader& reader, std::string message) {
+}  // namespace
+
+static void fail(text_reader& reader, std::string message) {
     if (!reader.error) {
-        reader.error = assembly_error{reader.line_number, std::move(message)};
+        const std::string_view before = reader.text.substr(0, reader.line_at);
+        const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+        reader.error = assembly_error{static_cast<std::size_t>(line), std::move(message)};
     }
 }
 
-// A read-back of the function's lines drops end-of-file marks and bytes of value 255,
-// so a function that has any is better left alone.
-bool survives_listing(std::string_view lines) {
-    if (std::memchr(lines.data(), 0x1a, lines.size()) != nullptr ||
-        std::memchr(lines.data(), 0xff, lines.size()) != nullptr) {
-        return false;
-    }
-    if (std::memchr(lines.data(), '\r', lines.size()) == nullptr) {
-        return true;
-    }
-    while (!lines.empty()) {
-        const std::size_t size = std::min(lines.find('\n'), lines.size() - 1) + 1;
-        if (size > listing_line_limit) {
-            return false;
-        }
-        lines.remove_prefix(size);
-    }
-    return true;
-}
+// --- Functions ---
 
-void end_function(text_reader& reader, std::size_t at) {
+static void end_function(text_reader& reader, std::uint32_t at) {
     if (!reader.in_function) {
         return;
     }
-    function_code& function = reader.assembly.functions.back();
+    assembly_file& assembly = reader.assembly;
+    function_code& function = assembly.functions.back();
     function.end = at;
-    function.position_count = reader.assembly.positions.size() - function.first_position;
-    function.can_hold_directives =
-        survives_listing(reader.text.substr(function.begin, at - function.begin));
+    function.position_count =
+        static_cast<std::uint32_t>(assembly.positions.size()) - function.first_position;
+    function.instruction_count =
+        static_cast<std::uint32_t>(assembly.instructions.size()) - function.first_instruction;
     reader.in_function = false;
-    reader.pending.reset();
+    reader.loose_label = none;
+    reader.pending_leads = false;
     reader.lead.reset();
 }
 
-void begin_function(text_reader& reader, std::string_view symbol, std::size_t at) {
+// Begins one at the label with index `label`; with none, code without a label begins it.
+static function_code& begin_function(text_reader& reader, std::uint32_t label, std::uint32_t at) {
     end_function(reader, at);
-    function_code function;
-    function.symbol = symbol;
+    assembly_file& assembly = reader.assembly;
+    function_code& function = assembly.functions.emplace_back();
+    if (label != none) {
+        function.symbol = assembly.name_of(assembly.labels[label]);
+    }
     function.begin = at;
-    function.first_position = reader.assembly.positions.size();
-    reader.assembly.functions.push_back(function);
+    function.label = label;
+    function.first_position = static_cast<std::uint32_t>(assembly.positions.size());
+    function.first_instruction = static_cast<std::uint32_t>(assembly.instructions.size());
     reader.in_function = true;
-    reader.procedure_label = {};
-    reader.pending.reset();
+    reader.loose_label = none;
+    reader.pending_leads = false;
     reader.lead.reset();
+    return function;
 }
 
-// A line that emits something. The position it has is the last `.loc` before it; a
-// directive for that stands before the labels and `.loc` lines that lead up to it.
-void code(text_reader& reader) {
+static void begin_procedure(text_reader& reader) {
+    if (reader.procedure_at != none) {
+        const std::string_view before = reader.text.substr(0, reader.procedure_at);
+        return fail(reader, "a procedure begins inside the one of line " +
+                                std::to_string(std::count(before.begin(), before.end(), '\n') + 1));
+    }
+    reader.procedure_at = reader.line_at;
+    const bool is_open = reader.in_function && reader.assembly.functions.back().is_declared;
+    if (!is_open && reader.loose_label != none && reader.may_be_procedure) {
+        const std::optional<code_position> entry = reader.loose_entry;
+        begin_function(reader, reader.loose_label, reader.loose_begin).entry = entry;
+    }
+}
+
+static void end_procedure(text_reader& reader) {
+    if (reader.procedure_at == none) {
+        return fail(reader, "a procedure ends that has not begun");
+    }
+    reader.procedure_at = none;
+    end_function(reader, reader.next_line_at);
+}
+
+// --- Code and what leads up to it ---
+
+// A line that emits instructions. It has the last position that a `.loc` gave in its
+// section, this line's own included.
+static void code(text_reader& reader) {
+    assembly_file& assembly = reader.assembly;
+    const std::uint32_t at = reader.track.current();
+    if (!reader.in_function) {
+        const bool is_labelled = reader.loose_label != none;
+        begin_function(reader, reader.loose_label,
+                       is_labelled ? reader.loose_begin : reader.line_at)
+            .is_declared = false;
+    }
+    if (!assembly.instructions.empty() && assembly.instructions.back().at == reader.line_at) {
+        return;  // a further statement of the line
+    }
+    if (reader.positions.size() <= at) {
+        reader.positions.resize(at + 1, none);
+    }
+    std::uint32_t& position = reader.positions[at];
     if (reader.pending) {
-        reader.assembly.positions.push_back(*reader.pending);
+        position = static_cast<std::uint32_t>(assembly.positions.size());
+        assembly.positions.push_back(*reader.pending);
         reader.pending.reset();
     }
-    if (reader.in_function &&
-        reader.assembly.positions.size() > reader.assembly.functions.back().first_position) {
-        ++reader.assembly.positions.back().code;
+    if (position != none) {
+        ++assembly.positions[position].code;
     }
+    ++assembly.sections[at].instruction_count;
+    assembly.instructions.push_back({reader.line_at, position, at});
+    reader.pending_leads = false;
     reader.lead.reset();
-    reader.procedure_label = {};
+    reader.preamble.reset();
 }
 
 // A label, a comment, an alignment: it belongs to the code after it.
-void leads_up(text_reader& reader) {
+static void leads_up(text_reader& reader) {
     if (!reader.lead) {
         reader.lead = reader.line_at;
     }
 }
 
 // A directive of any other kind belongs to what stands before it.
-void trails(text_reader& reader) {
-    if (!reader.pending) {
+static void trails(text_reader& reader) {
+    if (!reader.pending_leads) {
         reader.lead.reset();
     }
 }
 
 // loc-directive ::= ".loc" file line [column] option*
-void read_loc(text_reader& reader, std::string_view rest) {
+static void read_loc(text_reader& reader, std::string_view rest) {
     const std::optional<std::uint32_t> file = take_number(rest);
     if (!file) {
         return fail(reader, "bad file number in .loc");
@@ -184,33 +211,40 @@ void read_loc(text_reader& reader, std::string_view rest) {
         return fail(reader, "bad line number in .loc");
     }
     leads_up(reader);
-    const code_position position{*reader.lead, *file, *line, 0};
+    reader.pending = {.at = *reader.lead,
+                      .directive = reader.line_at,
+                      .file = *file,
+                      .line = *line,
+                      .column = take_number(rest).value_or(0)};
+    reader.pending_leads = true;
     if (!reader.in_function) {
-        if (!reader.procedure_entry && *line != 0) {
-            reader.procedure_entry = position;
+        if (!reader.loose_entry && *line != 0) {
+            reader.loose_entry = reader.pending;
         }
         return;
     }
     function_code& function = reader.assembly.functions.back();
     if (!function.entry && *line != 0) {
         // The entry stands for the whole way in, prologue included.
-        function.entry = position;
+        function.entry = reader.pending;
+        reader.pending_leads = false;
         reader.lead.reset();
-        return;
     }
-    reader.pending = position;
 }
 
+// --- Directives ---
+
 // file-directive ::= ".file" (name | number [directory] name option*)
-void read_file(text_reader& reader, std::string_view rest) {
+// option ::= "md5" number | ...
+static void read_file(text_reader& reader, std::string_view rest) {
     skip_blanks(rest);
     if (rest.empty() || !is_digit(rest.front())) {
-        const std::optional<std::string> name = take_string(rest);
+        std::optional<std::string> name = take_string(rest);
         if (!name) {
             return fail(reader, "bad file name in .file");
         }
         if (reader.assembly.main_file.empty()) {
-            reader.assembly.main_file = *name;
+            reader.assembly.main_file = std::move(*name);
         }
         return;
     }
@@ -224,12 +258,22 @@ void read_file(text_reader& reader, std::string_view rest) {
     }
     file_entry entry{"", std::move(*name)};
     skip_blanks(rest);
-    if (!rest.empty() && rest.front() == '"') {
+    if (rest.starts_with('"')) {
         name = take_string(rest);
         if (!name) {
             return fail(reader, "bad file name in .file");
         }
-        entry = file_entry{std::move(entry.name), std::move(*name)};
+        entry = {std::move(entry.name), std::move(*name)};
+    }
+    constexpr std::string_view md5 = "md5 0x";
+    constexpr std::size_t md5_digits = 32;
+    if (const std::size_t at = rest.find(md5); at != std::string_view::npos) {
+        const std::string_view digits = rest.substr(at + md5.size(), md5_digits);
+        if (digits.find_first_not_of("0123456789abcdef") == std::string_view::npos) {
+            // Leading zeros are not written.
+            entry.md5 = std::string(md5_digits - digits.size(), '0');
+            entry.md5 += digits;
+        }
     }
     const auto [known, is_new] = reader.assembly.files.try_emplace(*number, entry);
     if (!is_new &&
@@ -238,20 +282,30 @@ void read_file(text_reader& reader, std::string_view rest) {
     }
 }
 
+static bool is_local(std::string_view symbol) {
+    return !symbol.empty() &&
+           (symbol[0] == '.' || symbol[0] == 'L' || symbol[0] == '$' || is_digit(symbol[0]));
+}
+
+static void add_function_symbol(text_reader& reader, std::string_view symbol) {
+    reader.function_symbols.insert(symbol);
+    reader.has_local_function = reader.has_local_function || is_local(symbol);
+}
+
 // type-directive ::= ".type" symbol "," [prefix] ("function" | "STT_FUNC" | ...)
 //                  | ".type" number        between ".def" and ".endef"
-void read_type(text_reader& reader, std::string_view rest) {
+static void read_type(text_reader& reader, std::string_view rest) {
     constexpr std::uint32_t function_type = 32;
     skip_blanks(rest);
     if (!rest.empty() && is_digit(rest.front())) {
         if (take_number(rest) == function_type) {
-            reader.function_symbols.insert(reader.defined_symbol);
+            add_function_symbol(reader, reader.defined_symbol);
         }
         return;
     }
     const std::string_view symbol = take_symbol(rest);
     skip_blanks(rest);
-    if (!rest.empty() && rest.front() == ',') {
+    if (rest.starts_with(',')) {
         rest.remove_prefix(1);
     }
     skip_blanks(rest);
@@ -260,146 +314,300 @@ void read_type(text_reader& reader, std::string_view rest) {
     }
     if (rest.starts_with("function") || rest.starts_with("STT_FUNC") ||
         rest.starts_with("gnu_indirect_function") || rest.starts_with("STT_GNU_IFUNC")) {
-        reader.function_symbols.insert(symbol);
+        add_function_symbol(reader, symbol);
     }
 }
 
-// def-directive ::= ".def" symbol (";" directive)*
-void read_def(text_reader& reader, std::string_view rest) {
-    reader.defined_symbol = take_symbol(rest);
-    constexpr std::string_view type = ".type";
-    if (const std::size_t at = rest.find(type); at != std::string_view::npos) {
-        read_type(reader, rest.substr(at + type.size()));
+// set-directive ::= ".set" symbol "," value
+static void read_set(text_reader& reader, std::string_view rest) {
+    const std::string_view symbol = take_symbol(rest);
+    skip_blanks(rest);
+    if (!symbol.empty() && rest.starts_with(',')) {
+        rest.remove_prefix(1);
+        skip_blanks(rest);
+        reader.assembly.aliases.push_back({symbol, rest});
     }
 }
 
-void begin_procedure(text_reader& reader) {
-    if (reader.in_procedure) {
-        return fail(reader, "a procedure begins inside the one of line " +
-                                std::to_string(reader.procedure_line));
-    }
-    reader.in_procedure = true;
-    reader.procedure_line = reader.line_number;
-    if (!reader.in_function && !reader.procedure_label.empty()) {
-        begin_function(reader, reader.procedure_label, reader.procedure_label_at);
-        reader.assembly.functions.back().entry = reader.procedure_entry;
+static void refuse_interlist_directive(text_reader& reader, std::string_view name) {
+    const std::size_t at = reader.line_at;
+    if (reader.text.substr(at).starts_with('\t') && reader.text.substr(at + 1).starts_with(name) &&
+        reader.text.substr(at + 1 + name.size()).starts_with('\t')) {
+        fail(reader, "the input already has interlist directives (" + std::string(name) + ")");
     }
 }
 
-void end_procedure(text_reader& reader, std::size_t next_line_at) {
-    if (!reader.in_procedure) {
-        return fail(reader, "a procedure ends that has not begun");
-    }
-    reader.in_procedure = false;
-    end_function(reader, next_line_at);
+static bool is_in_debug_section(const text_reader& reader) {
+    return reader.assembly.sections[reader.track.current()].kind == section_kind::debug;
 }
 
-// Acts on the directive at the front of `rest`.
-void read_directive(text_reader& reader, std::string_view rest, std::size_t next_line_at) {
-    const std::string_view name = take_word(rest);
+// A section is entered, or perhaps entered again.
+static void follow_section(text_reader& reader, const directive_row& row, std::string_view rest) {
+    const std::uint32_t before = reader.track.current();
+    reader.track.follow(row, rest);
+    if (reader.track.current() == before) {
+        return;
+    }
+    if (row.kind != directive::push_section && row.kind != directive::pop_section) {
+        // Without a declaration nothing tells that a function goes on elsewhere.
+        if (reader.in_function && !reader.assembly.functions.back().is_declared) {
+            end_function(reader, reader.line_at);
+        }
+        reader.loose_label = none;
+    }
+}
+
+// Acts on the directive at the front of a statement; `rest` is what stands behind its name.
+static void read_directive(text_reader& reader, std::string_view name, std::string_view rest) {
     if (name == ".loc") {
         return read_loc(reader, rest);
     }
-    const bool is_preamble =
-        std::binary_search(preamble_directives.begin(), preamble_directives.end(), name);
-    if (!is_preamble) {
+    const directive_row& row = find_directive(name);
+    if (!row.is_preamble) {
         reader.preamble.reset();
     } else if (!reader.preamble) {
         reader.preamble = reader.line_at;
     }
-    if (name == ".p2align" || name == ".align" || name == ".balign") {
+    if (row.kind == directive::align) {
         return leads_up(reader);
     }
+    if (row.kind == directive::instruction) {
+        return code(reader);
+    }
     trails(reader);
-    if (name == ".file") {
-        return read_file(reader, rest);
+    if (row.kind != directive::file && row.kind != directive::begin_procedure) {
+        reader.may_be_procedure = false;
     }
-    if (name == ".cfi_startproc" || name == ".seh_proc") {
-        return begin_procedure(reader);
+    switch (row.kind) {
+        case directive::file:
+            return read_file(reader, rest);
+        case directive::begin_procedure:
+            return begin_procedure(reader);
+        case directive::end_procedure:
+            return end_procedure(reader);
+        case directive::type:
+            return read_type(reader, rest);
+        case directive::def:
+            reader.defined_symbol = take_symbol(rest);
+            return;
+        case directive::size:
+            if (reader.in_function && reader.procedure_at == none &&
+                take_symbol(rest) == reader.assembly.functions.back().symbol) {
+                end_function(reader, reader.next_line_at);
+            }
+            return;
+        case directive::named_section:
+        case directive::own_section:
+        case directive::push_section:
+        case directive::pop_section:
+        case directive::previous_section:
+        case directive::subsection:
+            return follow_section(reader, row, rest);
+        case directive::begin_macro:
+            reader.macro_depth = 1;
+            return;
+        case directive::set:
+            return read_set(reader, rest);
+        case directive::interlist:
+            return refuse_interlist_directive(reader, name);
+        default:
+            break;
     }
-    reader.procedure_label = {};
-    if (name == ".type") {
-        read_type(reader, rest);
-    } else if (name == ".def") {
-        read_def(reader, rest);
-    } else if (name == ".cfi_endproc" || name == ".seh_endproc") {
-        end_procedure(reader, next_line_at);
-    } else if (name == ".size") {
-        if (reader.in_function && !reader.in_procedure &&
-            take_symbol(rest) == reader.assembly.functions.back().symbol) {
-            end_function(reader, next_line_at);
-        }
-    } else if (name == ".macro") {
-        reader.in_macro = true;
+    std::vector<std::uint32_t>& data_lines = reader.assembly.data_lines;
+    if (is_data(row.kind) &&
+        reader.assembly.sections[reader.track.current()].kind == section_kind::code &&
+        (data_lines.empty() || data_lines.back() != reader.line_at)) {
+        data_lines.push_back(reader.line_at);
     }
+}
+
+// --- Statements ---
+
+// Whether the line is a comment for whatever target it may be.
+static bool opens_line_comment(char c) {
+    return c == '#' || c == ';';
 }
 
 // Whether a comment begins here, for any target's comment character.
-bool opens_comment(std::string_view rest) {
+static bool opens_comment(std::string_view rest) {
     return std::string_view("#@;|!").find(rest.front()) != std::string_view::npos ||
-           rest.starts_with("//") || rest.starts_with("/*");
+           rest.starts_with("//") || rest.starts_with("/*") || rest.starts_with("/APP") ||
+           rest.starts_with("/NO_APP");
 }
 
-// A label at the start of the line: the symbol of a function, or a mark within one.
-// Gives what stands behind it, or nothing when the line does not begin with a label.
-std::optional<std::string_view> read_label(text_reader& reader, std::string_view line) {
-    const std::string_view symbol = take_symbol(line);
-    if (symbol.empty() || line.empty() || line.front() != ':') {
-        return std::nullopt;
+// mark ::= comment-character+ ("APP" | "NO_APP" | " InlineAsm Start" | " InlineAsm End")
+//        | comment-character " " number string number
+// By the second form, with 1 and 2 for the last number, assembly of one statement begins
+// and ends; some targets have no other.
+static void read_mark(text_reader& reader, std::string_view comment) {
+    comment.remove_prefix(std::min(comment.find_first_not_of("#@;/ "), comment.size()));
+    std::vector<text_range>& all = reader.assembly.inline_assembly;
+    const bool is_app = comment.starts_with("APP") || comment.starts_with("InlineAsm Start");
+    bool begins = is_app;
+    bool ends = comment.starts_with("NO_APP") || comment.starts_with("InlineAsm End");
+    if (!comment.empty() && is_digit(comment.front()) && reader.inline_at == none) {
+        begins = take_number(comment) && take_string(comment) && take_number(comment) == 1U;
+    } else if (comment.starts_with("0 \"\" 2")) {
+        // Where the other form began it, it also ends it.
+        ends = !reader.marked_app;
     }
-    line.remove_prefix(1);
-    skip_blanks(line);
-    const std::size_t begin = reader.preamble.value_or(reader.line_at);
+    if (begins && reader.inline_at == none) {
+        reader.inline_at = reader.line_at;
+        reader.marked_app = is_app;
+    } else if (ends && reader.inline_at != none) {
+        all.push_back({reader.inline_at, reader.next_line_at});
+        reader.inline_at = none;
+    }
+}
+
+static void add_label(text_reader& reader, std::string_view symbol) {
+    assembly_file& assembly = reader.assembly;
+    const std::uint32_t at = reader.track.current();
+    const auto index = static_cast<std::uint32_t>(assembly.labels.size());
+    assembly.labels.push_back({static_cast<std::uint32_t>(symbol.data() - reader.text.data()),
+                               static_cast<std::uint32_t>(symbol.size()), at,
+                               assembly.sections[at].instruction_count});
+    const std::uint32_t begin = reader.preamble.value_or(reader.line_at);
     reader.preamble.reset();
-    if (reader.function_symbols.contains(symbol)) {
-        begin_function(reader, symbol, begin);
-        return line;
-    }
-    const bool is_local = symbol.starts_with(".") || symbol.starts_with("L") || is_digit(symbol[0]);
-    if (!is_local && !reader.in_function) {
-        reader.procedure_label = symbol;
-        reader.procedure_label_at = begin;
-        reader.procedure_entry.reset();
-    }
-    leads_up(reader);
-    return line;
-}
-
-void read_line(text_reader& reader, std::string_view line, std::size_t next_line_at) {
-    std::string_view rest = line;
-    if (!rest.empty() && rest.back() == '\r') {
-        rest.remove_suffix(1);
-    }
-    if (!rest.empty() && !is_blank(rest.front()) && rest.front() != '#') {
-        rest = read_label(reader, rest).value_or(rest);
-    }
-    skip_blanks(rest);
-    if (rest.empty() || opens_comment(rest)) {
-        return leads_up(reader);
-    }
-    if (reader.in_macro) {
-        reader.in_macro = !rest.starts_with(".endm");
+    const bool is_mark = is_local(symbol);
+    if ((!is_mark || reader.has_local_function) && reader.function_symbols.contains(symbol)) {
+        begin_function(reader, index, begin);
         return;
     }
-    if (rest.front() == '.') {
-        return read_directive(reader, rest, next_line_at);
+    const bool is_open = reader.in_function && assembly.functions.back().is_declared;
+    if (!is_mark && !is_open && assembly.sections[at].kind == section_kind::code) {
+        end_function(reader, begin);
+        reader.loose_label = index;
+        reader.loose_begin = begin;
+        reader.may_be_procedure = true;
+        reader.loose_entry.reset();
     }
-    reader.preamble.reset();
-    code(reader);
+    leads_up(reader);
 }
 
-void refuse_interlist_directives(text_reader& reader, std::string_view line) {
-    for (const std::string_view directive : interlist_directives) {
-        if (line.starts_with(directive)) {
-            fail(reader, "the input already has interlist directives (" +
-                             std::string(directive.substr(1, directive.size() - 2)) + ")");
+// The symbol at the front of a statement, in quotes or not; `rest` is left behind it.
+static std::string_view take_first_word(std::string_view& rest) {
+    if (rest.front() == '"') {
+        return take_symbol(rest);
+    }
+    std::size_t size = 0;
+    while (size < rest.size() && is_symbol_character(rest[size])) {
+        ++size;
+    }
+    const std::string_view word = rest.substr(0, size);
+    rest.remove_prefix(size);
+    return word;
+}
+
+// statement ::= (symbol ":")* [symbol "=" value | directive | instruction | comment]
+static void read_statement(text_reader& reader, std::string_view rest) {
+    const std::string_view comment = reader.assembly.language->comment;
+    while (true) {
+        skip_blanks(rest);
+        if (rest.empty()) {
+            return leads_up(reader);
+        }
+        if (rest.starts_with(comment)) {
+            read_mark(reader, rest);
+            return leads_up(reader);
+        }
+        std::string_view behind = rest;
+        const std::string_view word = take_first_word(behind);
+        if (!word.empty() && behind.starts_with(':')) {
+            add_label(reader, word);
+            rest = behind.substr(1);
+            continue;
+        }
+        if ((word.empty() || word.front() == '@') && opens_comment(rest)) {
+            read_mark(reader, rest);
+            return leads_up(reader);
+        }
+        if (!word.empty() && word.front() == '.' && rest.front() == '.') {
+            return read_directive(reader, word, behind);
+        }
+        skip_blanks(behind);
+        if (behind.starts_with('=') && !behind.starts_with("==")) {
+            behind.remove_prefix(1);
+            skip_blanks(behind);
+            // A label in all but its form.
+            if (behind == ".") {
+                return add_label(reader, word);
+            }
+            reader.assembly.aliases.push_back({word, behind});
+            return trails(reader);
+        }
+        return code(reader);
+    }
+}
+
+// Reads the line's statements one by one: past comments in blocks, up to a comment that the
+// line ends in. Quoted text has no separators in it.
+static void read_statements(text_reader& reader, std::string_view line) {
+    const dialect& language = *reader.assembly.language;
+    const std::size_t first = std::min(line.find_first_not_of(" \t"), line.size());
+    if (!reader.in_comment && !line.substr(first).empty() && opens_line_comment(line[first])) {
+        return read_statement(reader, line);
+    }
+    std::size_t begin = 0;
+    bool is_quoted = false;
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        if (reader.in_comment) {
+            const std::size_t end = line.find("*/", at);
+            if (end == std::string_view::npos) {
+                return;
+            }
+            reader.in_comment = false;
+            at = end + 1;
+            begin = at + 1;
+        } else if (line[at] == '"') {
+            is_quoted = !is_quoted;
+        } else if (line[at] == '\\' && is_quoted) {
+            ++at;
+        } else if (is_quoted) {
+            continue;
+        } else if (line.substr(at).starts_with("/*")) {
+            read_statement(reader, line.substr(begin, at - begin));
+            reader.in_comment = true;
+            ++at;
+        } else if (line.substr(at).starts_with(language.comment)) {
+            break;
+        } else if (line[at] == language.separator) {
+            read_statement(reader, line.substr(begin, at - begin));
+            begin = at + 1;
         }
     }
+    read_statement(reader, line.substr(std::min(begin, line.size())));
+}
+
+// Lines between .macro and .endm are only counted.
+static void read_macro_line(text_reader& reader, std::string_view line) {
+    skip_blanks(line);
+    if (line.starts_with(".macro")) {
+        ++reader.macro_depth;
+    } else if (line.starts_with(".endm")) {
+        --reader.macro_depth;
+    }
+}
+
+static void read_line(text_reader& reader, std::uint32_t end) {
+    std::string_view line = reader.text.substr(reader.line_at, end - reader.line_at);
+    if (line.ends_with('\r')) {
+        line.remove_suffix(1);
+    }
+    if (reader.macro_depth != 0) {
+        return read_macro_line(reader, line);
+    }
+    const bool is_plain = !reader.separator.is_in(reader.text, reader.line_at, end) &&
+                          !reader.block_comment.is_in(reader.text, reader.line_at, end);
+    if (is_plain && !reader.in_comment) {
+        return read_statement(reader, line);
+    }
+    read_statements(reader, line);
 }
 
 // Version 5 of the debugging format tells it in file 0. Before that, some compilers
 // give it with every file; it shows where file 1 is the main file.
-std::string compilation_directory(const assembly_file& assembly) {
+static std::string compilation_directory(const assembly_file& assembly) {
     if (const auto zero = assembly.files.find(0); zero != assembly.files.end()) {
         return zero->second.directory;
     }
@@ -411,37 +619,89 @@ std::string compilation_directory(const assembly_file& assembly) {
     return {};
 }
 
-}  // namespace
+// The debugging sections that tell of functions; the others are of no use here.
+static bool is_read(std::string_view name) {
+    constexpr std::array<std::string_view, 8> names = {
+        "abbrev", "addr", "info", "line_str", "ranges", "rnglists", "str", "str_offsets",
+    };
+    for (const std::string_view prefix : {".debug_", "__DWARF,__debug_"}) {
+        if (name.starts_with(prefix)) {
+            name.remove_prefix(prefix.size());
+            name = name.substr(0, name.find(".dwo"));
+            return std::binary_search(names.begin(), names.end(), name);
+        }
+    }
+    return false;
+}
 
-std::optional<assembly_error> read_assembly(std::string_view text, assembly_file& assembly) {
+// Takes the lines of a debugging section from `at` on that can be nothing else, and gives
+// where the first other one begins.
+static std::size_t take_debug_lines(text_reader& reader, std::size_t at) {
+    if (!reader.options.debug) {
+        return skip_data(reader.text, at);
+    }
+    const std::uint32_t at_section = reader.track.current();
+    std::vector<debug_contents>& debug = reader.assembly.debug;
+    if (!is_read(reader.assembly.sections[at_section].name)) {
+        return skip_data(reader.text, at);
+    }
+    if (reader.debug_of.size() <= at_section) {
+        reader.debug_of.resize(at_section + 1, none);
+    }
+    if (reader.debug_of[at_section] == none) {
+        reader.debug_of[at_section] = static_cast<std::uint32_t>(debug.size());
+        debug.push_back({.section = at_section});
+    }
+    return read_data(reader.assembly, reader.debug_of[at_section], at);
+}
+
+std::optional<assembly_error> read_assembly(std::string_view text, assembly_file& assembly,
+                                            const read_options& options) {
     assembly = assembly_file();
-    text_reader reader{.text = text, .assembly = assembly};
+    assembly.text = text;
+    if (text.size() > greatest_text) {
+        return assembly_error{1, "the input is larger than 4 GB"};
+    }
+    // Room for what a text of this size has, taken but not touched, saves moving it about.
+    const std::size_t about = std::min(text.size() / 128, std::size_t{1} << 20);
+    assembly.instructions.reserve(about);
+    assembly.labels.reserve(about);
+    assembly.positions.reserve(about / 2);
+    assembly.language = options.language != nullptr ? options.language : &dialect_of_text(text);
     const std::size_t first_end = text.find('\n');
     assembly.carriage_returns =
         first_end != std::string_view::npos && first_end > 0 && text[first_end - 1] == '\r';
-
+    text_reader reader{.text = text,
+                       .assembly = assembly,
+                       .options = options,
+                       .track = section_track(assembly.sections),
+                       .separator = next_of(std::string_view(&assembly.language->separator, 1))};
     for (std::size_t at = 0; at < text.size();) {
+        if (is_in_debug_section(reader)) {
+            at = take_debug_lines(reader, at);
+            if (at == text.size()) {
+                break;
+            }
+        }
         const std::size_t end = std::min(text.find('\n', at), text.size());
         const std::size_t next = std::min(end + 1, text.size());
-        const std::string_view line = text.substr(at, end - at);
-        reader.line_at = at;
-        ++reader.line_number;
-        if (line.starts_with("\t.i")) {
-            refuse_interlist_directives(reader, line);
-        }
+        reader.line_at = static_cast<std::uint32_t>(at);
         // Without a line end of its own, the last line must stay the last.
-        read_line(reader, line, end < text.size() ? next : at);
+        reader.next_line_at = static_cast<std::uint32_t>(end < text.size() ? next : at);
+        read_line(reader, static_cast<std::uint32_t>(end));
         if (reader.error) {
             return reader.error;
         }
         at = next;
     }
-    if (reader.in_procedure) {
+    if (reader.procedure_at != none) {
+        const std::string_view before = text.substr(0, reader.procedure_at);
         fail(reader, "the input ends inside the procedure of line " +
-                         std::to_string(reader.procedure_line));
+                         std::to_string(std::count(before.begin(), before.end(), '\n') + 1));
         return reader.error;
     }
-    end_function(reader, text.ends_with('\n') ? text.size() : reader.line_at);
+    end_function(reader,
+                 text.ends_with('\n') ? static_cast<std::uint32_t>(text.size()) : reader.line_at);
     assembly.compilation_directory = compilation_directory(assembly);
     return std::nullopt;
 }

@@ -22,6 +22,10 @@ namespace {
 // The longest name that an `.ifile` line can carry to the interlister.
 constexpr std::size_t longest_name = 16000;
 
+// A listing is made with a line buffer of this size; only lines that fit it keep
+// their carriage returns in step.
+constexpr std::size_t listing_line_limit = 16382;
+
 // A source file by the name that is written for it. Several file numbers may share one.
 struct Source {
     std::string name;  // empty when there is no usable one
@@ -117,6 +121,18 @@ bool is_shared(const Source& source, std::uint32_t after, std::uint32_t up_to) {
     return next != source.entries.end() && *next <= up_to;
 }
 
+// The positions of a function's code but its entry, which stands for the whole way in.
+std::vector<code_position> further_positions(const assembly_file& assembly,
+                                             const function_code& function) {
+    const auto first = assembly.positions.begin() + function.first_position;
+    std::vector<code_position> result;
+    std::remove_copy_if(first, first + function.position_count, std::back_inserter(result),
+                        [&function](const code_position& it) {
+                            return function.entry && it.directive == function.entry->directive;
+                        });
+    return result;
+}
+
 // What the assembly alone tells: a function begins at its entry's line and ends before
 // the next one that begins in the same file; it has no lines behind its last position.
 std::optional<Extent> extent_from_assembly(Placer& placer, const function_code& function) {
@@ -127,8 +143,7 @@ std::optional<Extent> extent_from_assembly(Placer& placer, const function_code& 
     }
     const auto next = std::upper_bound(source->entries.begin(), source->entries.end(), entry.line);
     Extent extent{.source = source, .first = entry.line, .body = entry.line, .last = entry.line};
-    for (std::size_t i = 0; i < function.position_count; ++i) {
-        const code_position& it = placer.assembly.positions[function.first_position + i];
+    for (const code_position& it : further_positions(placer.assembly, function)) {
         if (it.line > extent.last && source_of(placer, it.file) == source &&
             (next == source->entries.end() || it.line < *next)) {
             extent.last = it.line;
@@ -148,8 +163,7 @@ std::optional<Extent> find_named_extent(Placer& placer, const function_code& fun
                    : extent;
     }
     code_position last = entry;
-    for (std::size_t i = 0; i < function.position_count; ++i) {
-        const code_position& it = placer.assembly.positions[function.first_position + i];
+    for (const code_position& it : further_positions(placer.assembly, function)) {
         if (it.line == 0 || (it.file == last.file && it.line == last.line)) {
             continue;
         }
@@ -245,8 +259,7 @@ std::uint32_t boundary(const Extent& extent, std::uint32_t previous, std::uint32
 std::vector<code_position> own_positions(Placer& placer, const function_code& function,
                                          const Extent& extent) {
     std::vector<code_position> own;
-    for (std::size_t i = 0; i < function.position_count; ++i) {
-        const code_position& it = placer.assembly.positions[function.first_position + i];
+    for (const code_position& it : further_positions(placer.assembly, function)) {
         if (it.line <= extent.body || !owns(placer, extent, it)) {
             continue;
         }
@@ -353,8 +366,7 @@ void place_part(Placer& placer, const function_code& function, const Extent& ext
         shown = position.line;
     };
     show(function.begin, *function.entry);
-    for (std::size_t i = 0; i < function.position_count; ++i) {
-        const code_position& it = placer.assembly.positions[function.first_position + i];
+    for (const code_position& it : further_positions(placer.assembly, function)) {
         show(it.at, it);
     }
     if (shown != 0) {
@@ -364,7 +376,8 @@ void place_part(Placer& placer, const function_code& function, const Extent& ext
 
 void collect_entries(Placer& placer) {
     for (const function_code& function : placer.assembly.functions) {
-        if (function.entry && part_mark(function.symbol) == std::string_view::npos) {
+        if (function.entry && function.is_declared &&
+            part_mark(function.symbol) == std::string_view::npos) {
             if (Source* source = source_of(placer, function.entry->file)) {
                 source->entries.push_back(function.entry->line);
             }
@@ -375,8 +388,28 @@ void collect_entries(Placer& placer) {
     }
 }
 
+// A read-back of the function's lines drops end-of-file marks and bytes of value 255,
+// so a function that has any is better left alone.
+bool survives_listing(std::string_view lines) {
+    if (lines.find('\x1a') != std::string_view::npos ||
+        lines.find('\xff') != std::string_view::npos) {
+        return false;
+    }
+    if (lines.find('\r') == std::string_view::npos) {
+        return true;
+    }
+    while (!lines.empty()) {
+        const std::size_t size = std::min(lines.find('\n'), lines.size() - 1) + 1;
+        if (size > listing_line_limit) {
+            return false;
+        }
+        lines.remove_prefix(size);
+    }
+    return true;
+}
+
 void place(Placer& placer, const function_code& function) {
-    if (!function.entry) {
+    if (!function.entry || !function.is_declared) {
         return;
     }
     const std::size_t mark = part_mark(function.symbol);
@@ -392,7 +425,9 @@ void place(Placer& placer, const function_code& function) {
         return;
     }
     placer.by_symbol.try_emplace(function.symbol, *extent);
-    if (!function.can_hold_directives) {
+    const std::string_view lines =
+        placer.assembly.text.substr(function.begin, function.end - function.begin);
+    if (!survives_listing(lines)) {
         return;
     }
     if (is_part) {

@@ -33,7 +33,7 @@ std::string span(const source_outline& outline, std::size_t block) {
 
 }  // namespace
 
-TEST(source_outline, AFunctionBeginsWithTheFirstWordOfItsDeclaration) {
+TEST(SourceOutline, AFunctionBeginsWithTheFirstWordOfItsDeclaration) {
     EXPECT_EQ(functions("int v;\n"
                         "/* f */\n"
                         "static int\n"
@@ -45,7 +45,7 @@ TEST(source_outline, AFunctionBeginsWithTheFirstWordOfItsDeclaration) {
               Texts{"3-6-8"});
 }
 
-TEST(source_outline, CommentsLiteralsAndDirectivesHideTheirBraces) {
+TEST(SourceOutline, CommentsLiteralsAndDirectivesHideTheirBraces) {
     EXPECT_EQ(functions("void f(void) {\n"
                         "  // {\n"
                         "  /* { \n"
@@ -60,12 +60,12 @@ TEST(source_outline, CommentsLiteralsAndDirectivesHideTheirBraces) {
               (Texts{"1-1-10", "11-11-11"}));
 }
 
-TEST(source_outline, ALiteralWithoutAnEndEndsWithItsLine) {
+TEST(SourceOutline, ALiteralWithoutAnEndEndsWithItsLine) {
     EXPECT_EQ(functions("void f(void) {\n#error don't {\n  x = ';\n}\nvoid g(void) {\n}\n"),
               (Texts{"1-1-4", "5-5-6"}));
 }
 
-TEST(source_outline, RawStringsAndDigitSeparatorsAreOneToken) {
+TEST(SourceOutline, RawStringsAndDigitSeparatorsAreOneToken) {
     EXPECT_EQ(functions("void f() {\n"
                         "  auto s = R\"(}\"{)\";\n"
                         "  auto t = u8R\"x(\n"
@@ -75,7 +75,7 @@ TEST(source_outline, RawStringsAndDigitSeparatorsAreOneToken) {
               Texts{"1-1-6"});
 }
 
-TEST(source_outline, OldStyleParametersBelongToTheFunction) {
+TEST(SourceOutline, OldStyleParametersBelongToTheFunction) {
     EXPECT_EQ(functions("int g(int);\n"
                         "int f(a, b)\n"
                         "  int a;\n"
@@ -87,7 +87,7 @@ TEST(source_outline, OldStyleParametersBelongToTheFunction) {
               Texts{"2-5-6"});
 }
 
-TEST(source_outline, ControlStatementsInitializersAndScopesAreNoFunctions) {
+TEST(SourceOutline, ControlStatementsInitializersAndScopesAreNoFunctions) {
     EXPECT_EQ(functions("struct s { int a; };\n"
                         "int v[] = { 1, 2 };\n"
                         "enum e { A, B };\n"
@@ -110,7 +110,7 @@ TEST(source_outline, ControlStatementsInitializersAndScopesAreNoFunctions) {
               Texts{"8-8-18"});
 }
 
-TEST(source_outline, MembersConstructorsOperatorsAndLambdasAreFunctions) {
+TEST(SourceOutline, MembersConstructorsOperatorsAndLambdasAreFunctions) {
     EXPECT_EQ(functions("template <typename T, int N = 3>\n"
                         "struct S : Base<T> {\n"
                         "  S() : a{1},\n"
@@ -136,7 +136,7 @@ TEST(source_outline, MembersConstructorsOperatorsAndLambdasAreFunctions) {
               (Texts{"3-5-6", "7-7-7", "8-8-10", "13-13-20", "14-14-16", "17-17-18", "21-21-22"}));
 }
 
-TEST(source_outline, BothBranchesOfAConditionalOpenOneFunction) {
+TEST(SourceOutline, BothBranchesOfAConditionalOpenOneFunction) {
     EXPECT_EQ(functions("#ifdef A\n"
                         "int f(int a) {\n"
                         "#else\n"
@@ -149,7 +149,7 @@ TEST(source_outline, BothBranchesOfAConditionalOpenOneFunction) {
               (Texts{"2-2-7", "4-4-7", "8-8-9"}));
 }
 
-TEST(source_outline, ABraceThatOnlyOneBranchOpensIsClosedByALaterConditional) {
+TEST(SourceOutline, ABraceThatOnlyOneBranchOpensIsClosedByALaterConditional) {
     EXPECT_EQ(functions("int f(int a) {\n"
                         "#ifdef A\n"
                         "  if (a) {\n"
@@ -166,7 +166,7 @@ TEST(source_outline, ABraceThatOnlyOneBranchOpensIsClosedByALaterConditional) {
               (Texts{"1-1-11", "12-12-13"}));
 }
 
-TEST(source_outline, AParenthesisLeftOpenDoesNotHideTheBodiesBehindIt) {
+TEST(SourceOutline, AParenthesisLeftOpenDoesNotHideTheBodiesBehindIt) {
     EXPECT_EQ(functions("#ifdef A\n"
                         "CHECK(\n"
                         "#endif\n"
@@ -182,7 +182,7 @@ TEST(source_outline, AParenthesisLeftOpenDoesNotHideTheBodiesBehindIt) {
               3U);
 }
 
-TEST(source_outline, DisabledTextIsNotRead) {
+TEST(SourceOutline, DisabledTextIsNotRead) {
     EXPECT_EQ(functions("#if 0\n"
                         "isn't { read\n"
                         "# if X\n"
@@ -195,16 +195,16 @@ TEST(source_outline, DisabledTextIsNotRead) {
               Texts{"7-7-9"});
 }
 
-TEST(source_outline, AMacroAheadOfADeclarationIsNoPartOfItAcrossABlankLine) {
+TEST(SourceOutline, AMacroAheadOfADeclarationIsNoPartOfItAcrossABlankLine) {
     EXPECT_EQ(functions("BEGIN_DECLARATIONS\n\nint f(void)\n{\n}\n"), Texts{"3-4-5"});
 }
 
-TEST(source_outline, AMissingBraceIsTakenToBeAtTheEnd) {
+TEST(SourceOutline, AMissingBraceIsTakenToBeAtTheEnd) {
     EXPECT_EQ(functions("int f(void) {\n  if (x) {\n}\n\n"), Texts{"1-1-5"});
     EXPECT_EQ(functions("}}}\nint f(void) {\n}\n"), Texts{"2-2-3"});
 }
 
-TEST(source_outline, StatementsEndAtSemicolonsAndBlockBraces) {
+TEST(SourceOutline, StatementsEndAtSemicolonsAndBlockBraces) {
     const source_outline outline = outline_source(
         "void f(int a) {\n"       // 1 {
         "  int v[] = { 1,\n"      // 2

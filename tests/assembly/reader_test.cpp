@@ -47,6 +47,17 @@ std::vector<unsigned> lines_with_code(std::string_view body) {
     return lines;
 }
 
+// The source line of each line of code; "-" where there is none.
+std::vector<std::string> lines_of_code(std::string_view text) {
+    const assembly_file assembly = read(text);
+    std::vector<std::string> result;
+    for (const instruction& it : assembly.instructions) {
+        result.push_back(
+            it.position == none ? "-" : std::to_string(assembly.positions[it.position].line));
+    }
+    return result;
+}
+
 using Lines = std::vector<unsigned>;
 using Texts = std::vector<std::string>;
 
@@ -64,6 +75,14 @@ TEST(AssemblyFiles, BothFormsOfAnEntryAreRead) {
     EXPECT_EQ(assembly.files.at(2).directory, "dir");
     EXPECT_EQ(assembly.files.at(2).name, "b.h");
     EXPECT_EQ(assembly.files.at(3).name, "c.c");
+    EXPECT_EQ(assembly.files.at(1).md5, "");
+    EXPECT_EQ(assembly.files.at(2).md5, "0123456789abcdef0123456789abcdef");
+    EXPECT_EQ(assembly.files.at(3).md5, "0123456789abcdef0123456789abcdef");
+}
+
+TEST(AssemblyFiles, AChecksumIsWrittenWithoutItsLeadingZeros) {
+    EXPECT_EQ(read("\t.file 1 \"a.c\" md5 0x123\n").files.at(1).md5,
+              "00000000000000000000000000000123");
 }
 
 TEST(AssemblyFiles, EscapesInNamesAreResolved) {
@@ -212,8 +231,9 @@ TEST(AssemblyPositions, LineZeroIsAPositionButNoEntry) {
     const assembly_file assembly = read(text);
     ASSERT_TRUE(assembly.functions[0].entry);
     EXPECT_EQ(assembly.functions[0].entry->line, 9U);
-    ASSERT_EQ(assembly.positions.size(), 1U);
+    ASSERT_EQ(assembly.positions.size(), 2U);
     EXPECT_EQ(assembly.positions[0].line, 0U);
+    EXPECT_EQ(assembly.positions[1].line, 9U);
 }
 
 TEST(AssemblyPositions, NoTargetsCommentIsCode) {
@@ -251,12 +271,208 @@ TEST(AssemblyPositions, ADirectiveGoesBeforeTheLabelsThatLeadToTheCode) {
         "\t.loc 1 5\n"
         "\tnop\n";
     const assembly_file assembly = read(text);
-    ASSERT_EQ(assembly.positions.size(), 1U);
-    EXPECT_TRUE(text.substr(assembly.positions[0].at).starts_with("\t.p2align"));
+    ASSERT_EQ(assembly.positions.size(), 2U);
+    EXPECT_TRUE(text.substr(assembly.positions[1].at).starts_with("\t.p2align"));
+    EXPECT_TRUE(text.substr(assembly.positions[1].directive).starts_with("\t.loc 1 5"));
 }
 
-TEST(AssemblyPositions, OutsideFunctionsAreNone) {
-    EXPECT_TRUE(read("\t.loc 1 3\n\tnop\n").positions.empty());
+TEST(AssemblyPositions, OfCodeWithoutALabelAreInAFunctionThatNothingDeclares) {
+    const assembly_file assembly = read("\t.loc 1 3\n\tnop\n");
+    ASSERT_EQ(assembly.functions.size(), 1U);
+    EXPECT_FALSE(assembly.functions[0].is_declared);
+    EXPECT_EQ(assembly.functions[0].symbol, "");
+    EXPECT_EQ(assembly.functions[0].instruction_count, 1U);
+    EXPECT_EQ(assembly.positions.size(), 1U);
+}
+
+TEST(AssemblyPositions, HaveTheirColumn) {
+    const assembly_file assembly =
+        read("\t.loc 1 3 17 is_stmt 0 view .LVU4\n\tnop\n\t.loc 1 4\n\tnop\n");
+    EXPECT_EQ(assembly.positions[0].column, 17U);
+    EXPECT_EQ(assembly.positions[1].column, 0U);
+}
+
+// What the object's line table says of each line of code: a `.loc` is of the section that
+// the code after it goes to, and lasts there.
+TEST(AssemblyCode, HasTheLastPositionOfItsSection) {
+    const std::string_view text =
+        "\t.loc 1 1\n"
+        "\tnop\n"
+        "\tnop\n"
+        "\t.section .text.unlikely\n"
+        "\tnop\n"
+        "\t.loc 1 2\n"
+        "\t.text\n"
+        "\tnop\n"
+        "\t.section .text.unlikely,\"ax\",@progbits\n"
+        "\t.loc 1 0\n"
+        "\t.loc 1 3\n"
+        "\tnop\n"
+        "\t.previous\n"
+        "\tnop\n"
+        "\t.pushsection .text.unlikely\n"
+        "\tnop\n"
+        "\t.popsection\n"
+        "\tnop\n";
+    EXPECT_EQ(lines_of_code(text), (Texts{"1", "1", "-", "2", "3", "2", "3", "2"}));
+}
+
+TEST(AssemblyCode, IsToldBySectionAndPlace) {
+    const assembly_file assembly = read(
+        "f:\n"
+        "\tnop\n"
+        ".La:\n"
+        "\t.pushsection .fixup,\"ax\"\n"
+        ".Lb:\n"
+        "1:\tnop\n"
+        ".Lc:\n"
+        "\t.popsection\n"
+        "\tnop\n"
+        ".Ld:\n");
+    Texts labels;
+    for (const label& it : assembly.labels) {
+        labels.push_back(std::string(assembly.name_of(it)) + " " +
+                         std::string(assembly.sections[it.section].name) + " " +
+                         std::to_string(it.place));
+    }
+    EXPECT_EQ(labels, (Texts{"f .text 0", ".La .text 1", ".Lb .fixup 0", "1 .fixup 0",
+                             ".Lc .fixup 1", ".Ld .text 2"}));
+}
+
+TEST(AssemblyCode, IsTheSameSectionByNameAndGroup) {
+    const auto count = [](std::string_view text) { return read(text).sections.size() - 1; };
+    EXPECT_EQ(count("\t.section .a,\"ax\",@progbits\n\t.text\n\t.section .a\n"), 1U);
+    EXPECT_EQ(count("\t.section .a,\"axG\",@progbits,f,comdat\n"
+                    "\t.section .a,\"axG\",@progbits,g,comdat\n"
+                    "\t.section .a,\"axG\",@progbits,f,comdat\n"),
+              2U);
+    EXPECT_EQ(count("\t.section .a,\"ax\",@progbits,unique,1\n"
+                    "\t.section .a,\"ax\",@progbits,unique,2\n"),
+              2U);
+    EXPECT_EQ(count("\t.section \".text\"\n\t.text 0\n\t.subsection 0\n"), 0U);
+    EXPECT_EQ(count("\t.text 1\n\t.subsection 2\n\t.subsection 1\n\t.text\n"), 2U);
+    EXPECT_EQ(count("\t.section __TEXT,__text,regular,pure_instructions\n"
+                    "\t.section __TEXT,__const\n\t.section __TEXT,__text\n"),
+              2U);
+}
+
+TEST(AssemblyCode, SectionsAreOfAKind) {
+    const struct {
+        const char* operands;
+        section_kind kind;
+    } rows[] = {
+        {".text.hot", section_kind::code},
+        {".text$f,\"x\"", section_kind::code},
+        {".mine,\"ax\",@progbits", section_kind::code},
+        {"__TEXT,__text,regular,pure_instructions", section_kind::code},
+        {".rodata.str1.1,\"aMS\",@progbits,1", section_kind::data},
+        {".rdata,\"dr\"", section_kind::data},
+        {".init_array,\"aw\"", section_kind::data},
+        {"__TEXT,__cstring,cstring_literals", section_kind::data},
+        {".debug_info,\"\",@progbits", section_kind::debug},
+        {"__DWARF,__debug_info,regular,debug", section_kind::debug},
+        {".note.GNU-stack,\"\",@progbits", section_kind::other},
+        {".gcc_except_table,\"a\",@progbits", section_kind::other},
+    };
+    for (const auto& row : rows) {
+        const std::string text = std::string("\t.section\t") + row.operands + "\n";
+        EXPECT_EQ(read(text).sections.back().kind, row.kind) << row.operands;
+    }
+}
+
+// Each text is one line of code, or none.
+TEST(AssemblyCode, IsALineWithAnInstruction) {
+    const struct {
+        const char* line;
+        std::size_t count;
+    } rows[] = {
+        {"\tnop", 1},
+        {"nop", 1},
+        {"  rep ret", 1},
+        {"f: g: nop", 1},
+        {"1:nop", 1},
+        {"\tnop; nop", 1},
+        {"\t.p2align 4; nop", 1},
+        {"/* why */ nop", 1},
+        {"\tnop /* why\n not */", 1},
+        {"\t{ r0 = r1 }", 1},
+        {"\t.inst 0xd503201f", 1},
+        {"\t.insn r 0x33, 0, 0, a0, a1, a2", 1},
+        {"\"a b\": nop", 1},
+        {"\tcmpl $1, x(%rip)", 1},
+        {"f:", 0},
+        {"f = 5", 0},
+        {"f=.", 0},
+        {"# nop; nop", 0},
+        {"\t# nop", 0},
+        {"/* nop\nnop\nnop */", 0},
+        {"\t.string \"x; nop\"", 0},
+        {"\t.string \"/*\"", 0},
+        {"\t.ascii \"\\\"; nop\"", 0},
+        {"\t.cfi_def_cfa_offset 16 # x; nop", 0},
+        {"\t.macro m\n\tnop\n\t.macro n\n\t.endm\n\tnop\n\t.endm", 0},
+        {"/APP", 0},
+    };
+    for (const auto& row : rows) {
+        for (const char* end : {"", "\n", "\r\n"}) {
+            EXPECT_EQ(read(std::string(row.line) + end).instructions.size(), row.count) << row.line;
+        }
+    }
+}
+
+TEST(AssemblyCode, CommentsAreThoseOfTheTarget) {
+    const auto count = [](std::string_view text, const char* target) {
+        assembly_file assembly;
+        EXPECT_FALSE(read_assembly(text, assembly, {.language = &dialect_of_target(target)}));
+        return assembly.instructions.size();
+    };
+    EXPECT_EQ(count("@DEBUG_VALUE: f:x <- 1\n", "arm-linux-gnueabihf"), 0U);
+    EXPECT_EQ(count("\tmov r0, #1; f: nop @ g: nop; nop\n", "arm-linux-gnueabihf"), 1U);
+    EXPECT_EQ(count(";DEBUG_VALUE: f:x <- 1\n", "arm64-apple-macos"), 0U);
+    EXPECT_EQ(count("//DEBUG_VALUE: f:x <- 1\n", "aarch64-linux-gnu"), 0U);
+}
+
+TEST(AssemblyCode, OfADataDirectiveIsData) {
+    const std::string_view text = "f:\n\tnop\n.L4:\n\t.word .LC0, 5\n\t.data\n\t.word 5\n";
+    const assembly_file assembly = read(text);
+    EXPECT_EQ(assembly.instructions.size(), 1U);
+    ASSERT_EQ(assembly.data_lines.size(), 1U);
+    EXPECT_TRUE(text.substr(assembly.data_lines[0]).starts_with("\t.word .LC0"));
+}
+
+// The marks of one compiler for one target each.
+TEST(AssemblyCode, FromTheSourceIsMarked) {
+    const struct {
+        const char* text;
+        const char* marked;
+    } rows[] = {
+        {"#APP\n# 6 \"t.c\" 1\n\tnop\n# 0 \"\" 2\n.LVL2:\n#NO_APP\n\tret\n",
+         "#APP\n# 6 \"t.c\" 1\n\tnop\n# 0 \"\" 2\n.LVL2:\n#NO_APP\n"},
+        {"/APP\n # 6 \"t.c\" 1\n\tnop\n # 0 \"\" 2\n/NO_APP\n\tret\n",
+         "/APP\n # 6 \"t.c\" 1\n\tnop\n # 0 \"\" 2\n/NO_APP\n"},
+        {"\t.syntax unified\n@ 6 \"t.c\" 1\n\tnop\n@ 0 \"\" 2\n\tbx lr\n",
+         "@ 6 \"t.c\" 1\n\tnop\n@ 0 \"\" 2\n"},
+        {"\t//APP\n\tnop\n\t//NO_APP\n\tret\n", "\t//APP\n\tnop\n\t//NO_APP\n"},
+        {"\t@APP\n\tnop\n\t@NO_APP\n\t.syntax unified\n", "\t@APP\n\tnop\n\t@NO_APP\n"},
+        {"\t; InlineAsm Start\n\tnop\n\t; InlineAsm End\n\tret ; -- Begin function\n",
+         "\t; InlineAsm Start\n\tnop\n\t; InlineAsm End\n"},
+    };
+    for (const auto& row : rows) {
+        const std::string_view text = row.text;
+        const assembly_file assembly = read(text);
+        ASSERT_EQ(assembly.inline_assembly.size(), 1U) << text;
+        const text_range range = assembly.inline_assembly[0];
+        EXPECT_EQ(text.substr(range.begin, range.end - range.begin), row.marked);
+    }
+}
+
+TEST(AssemblyText, OtherNamesOfSymbolsAreKept) {
+    const assembly_file assembly = read("\t.set C1,C2\n\tx = 5\n");
+    ASSERT_EQ(assembly.aliases.size(), 2U);
+    EXPECT_EQ(assembly.aliases[0].name, "C1");
+    EXPECT_EQ(assembly.aliases[0].value, "C2");
+    EXPECT_EQ(assembly.aliases[1].name, "x");
+    EXPECT_EQ(assembly.aliases[1].value, "5");
 }
 
 TEST(AssemblyText, MacroBodiesAreNotRead) {
@@ -269,19 +485,6 @@ TEST(AssemblyText, CarriageReturnsEndLinesToo) {
     EXPECT_TRUE(assembly.carriage_returns);
     ASSERT_EQ(assembly.functions.size(), 1U);
     EXPECT_EQ(assembly.functions[0].entry->line, 3U);
-}
-
-// The interlister drops these bytes from the lines of a function.
-TEST(AssemblyText, AFunctionWithBytesThatAListingLosesCanHoldNoDirectives) {
-    const auto can_hold = [](const std::string& body) {
-        return read("\t.type f, @function\nf:\n" + body + "\n").functions[0].can_hold_directives;
-    };
-    EXPECT_TRUE(can_hold("\tnop # \351\376\001"));
-    EXPECT_FALSE(can_hold("\tnop # \377"));
-    EXPECT_FALSE(can_hold("\tnop # \032"));
-    EXPECT_TRUE(can_hold("\tnop # " + std::string(20000, 'x')));
-    EXPECT_TRUE(can_hold("\tnop\r"));
-    EXPECT_FALSE(can_hold("\tnop # " + std::string(20000, 'x') + "\r"));
 }
 
 TEST(AssemblyErrors, NameTheLine) {

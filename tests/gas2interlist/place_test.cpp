@@ -404,3 +404,18 @@ TEST(SourceNames, TheFirstMapThatFitsIsUsed) {
     EXPECT_EQ(directives(relative, {}, {{"src/", ""}}), ".ifile\t\"a.c\"" + rest);
     EXPECT_EQ(directives(relative, {}, {{"/dir", "/new"}}), ".ifile\t\"/new/src/a.c\"" + rest);
 }
+
+// The interlister drops these bytes from the lines of a function.
+TEST(Placement, AFunctionWithBytesThatAListingLosesGetsNone) {
+    const auto has_directives = [](const std::string& body) {
+        const std::string text =
+            "\t.file 1 \"a.c\"\n" + function("f", "\t.loc 1 1\n" + body + "\n");
+        return placed(text, {}) != text;
+    };
+    EXPECT_TRUE(has_directives("\tnop # \351\376\001"));
+    EXPECT_FALSE(has_directives("\tnop # \377"));
+    EXPECT_FALSE(has_directives("\tnop # \032"));
+    EXPECT_TRUE(has_directives("\tnop # " + std::string(20000, 'x')));
+    EXPECT_TRUE(has_directives("\tnop\r"));
+    EXPECT_FALSE(has_directives("\tnop # " + std::string(20000, 'x') + "\r"));
+}
