@@ -57,6 +57,9 @@ namespace {
         words[0] = const_cast<char*>(options.argv0->c_str());
     }
     signal(SIGPIPE, SIG_DFL);
+    if (options.before_start) {
+        options.before_start();
+    }
     execvp(argv[0].c_str(), words.data());
     _exit(127);
 }

@@ -5,6 +5,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -29,6 +30,7 @@ struct RunOptions {
     std::optional<std::string> input_from;           // a file to open as standard input
     std::optional<std::size_t> address_space_limit;  // RLIMIT_AS in bytes
     std::optional<std::string> argv0;                // invocation name, if not the path
+    std::function<void()> before_start;              // runs in the child, last of all
 };
 
 // A program that has been started and not yet waited for.

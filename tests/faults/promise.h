@@ -1,0 +1,48 @@
+// What every program promises when something goes wrong, held against a run: status 0
+// only with the whole output, otherwise a message; nothing that was there before is
+// lost, nothing is left lying about, and the run ends by itself.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/faults/fault.h"
+
+// One way to call a program. All names are relative to the run's own folder.
+struct scenario {
+    std::string name;
+    std::vector<std::string> arguments;
+    std::map<std::string, std::string> files;  // that are there before
+    std::string input;                         // on standard input
+    std::vector<std::string> outputs;          // files that the run writes
+};
+
+using snapshot = std::map<std::string, std::string>;  // all files of a folder
+
+struct outcome {
+    Finished finished;
+    snapshot files;
+};
+
+// A program under test: its promises are the same in all its scenarios.
+struct tested_program {
+    std::string path;
+    std::vector<scenario> scenarios;
+
+    // Kinds of fault, or "allocation", with which it does not keep its promise yet.
+    std::set<std::string> pending = {};
+
+    // An output that cannot be written whole stays as it was.
+    bool keeps_old_outputs = false;
+
+    // True where a run with status 0 may have this outcome, which is not that of the
+    // run without a fault. Null: never.
+    std::function<bool(const scenario&, const fault&, const outcome& whole, const outcome&)>
+        excused = nullptr;
+};
+
+// The one that this test program is built for.
+const tested_program& program_under_test();
