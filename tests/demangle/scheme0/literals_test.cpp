@@ -40,6 +40,18 @@ TEST(Scheme0Literals, LengthPastTheEndIsABadName) {
                      {"iL_1x5", bad_name}});
 }
 
+// Here the bound is the end of a run, and more of the name follows.
+TEST(Scheme0Literals, PayloadPastItsOwnBoundIsABadName) {
+    expect_rows({{"x__Q2_16A__tm__8_XiL_2_11B", bad_name},
+                 {"x__Q2_17A__tm__9_XiL_2_121B", "A<12>::B::x"},
+                 {"x__Q2_15A__tm__7_XiL_2_1B", bad_name},
+                 {"x__Q2_14A__tm__6_XiL211B", bad_name},
+                 {"x__Q2_14A__tm__6_XiL111B", "A<1>::B::x"},
+                 {"x__Q2_13A__tm__5_XiL11B", bad_name},
+                 {"x__Q2_16A__tm__8_XiL02_11B", bad_name},
+                 {"x__Q2_17A__tm__9_XiL02_121B", "A<12>::B::x"}});
+}
+
 TEST(Scheme0Literals, LettersStandForPunctuation) {
     expect_operands({{"iL3n42", "-42"},
                      {"dL31d5", "(double)1.5"},

@@ -269,7 +269,12 @@ TEST(Scheme0Names, TablesNameTheClassesTheyLieWithin) {
          "virtual function table for p::[unnamed type (instance 1)] in B"},
         {"__vtbl__3A__", bad_name},
         {"__vtbl__" + run("A" + args("i") + "x"), bad_name},
+        {"__vtbl__" + run("A" + args("i") + "xy"), bad_name},
         {"__vtbl__" + run("A" + args("i") + "xyz"), bad_name},
+        {"__vtbl__" + run("A" + args("i") + "_"), bad_name},
+        {"__vtbl__" + run("A" + args("i") + "__"), bad_name},
+        {"__vtbl__" + run("A" + args("i") + "__") + "__1B", bad_name},
+        {"__vtbl__3A__1B", bad_name},
         {"__vtbl__1A__", bad_name},
         {"__vtbl__1Ax", bad_name},
     });
@@ -307,7 +312,31 @@ TEST(Scheme0Names, CompressedNamesThatAreNotWellFormedAreBad) {
         {"__CPR8__f__F3aJ4J", bad_name},  // a component that is not complete
         {"__CPR16777217__f__Fi", bad_name},
         {"__CPR99999999999999999999__f__Fi", bad_name},
+        // A length that is 1 in 64 bits: its component is not complete.
+        {"__CPR47__a18446744073709551617bJ1J__Fv", bad_name},
     });
+    EXPECT_EQ(decoded("__CPR9__a1bJ1J__Fv"), "a1b1b()");
+    EXPECT_EQ(decoded("__CPR6__a1bJ1J"), bad_name);  // one character less
+    EXPECT_EQ(decoded("__CPR4__a1bJ1J"), bad_name);  // one more
+    EXPECT_EQ(decoded("__CPR5__a1bJ1J"), "a1b1b");
+}
+
+// Nothing stands for nothing, but its NUL and that of its text need room.
+TEST(Scheme0Names, CompressedNameOfNoLengthIsABadNameThatNeedsRoom) {
+    for (const char* const name : {"__CPR0__", "__CPR0__x"}) {
+        for (const int decorated : {0, 1}) {
+            for (const std::size_t size : {0U, 1U}) {
+                const hostile::Result result = hostile::decode(name, decorated, size);
+                EXPECT_TRUE(result.error && result.overflow) << name << ' ' << size;
+                EXPECT_EQ(result.needed, 2U) << name << ' ' << size;
+                EXPECT_EQ(result.damage, "");
+            }
+            const hostile::Result result = hostile::decode(name, decorated, 2);
+            EXPECT_TRUE(result.error && !result.overflow) << name;
+            EXPECT_EQ(result.needed, 1U) << name;
+            EXPECT_EQ(result.text, "");
+        }
+    }
 }
 
 TEST(Scheme0Names, CompressedNameNeedsRoomForItsExpansion) {
