@@ -585,7 +585,7 @@ void read_token(outline_reader& reader, bool at_line_start) {
 
 }  // namespace
 
-source_outline outline_source(std::string text) {
+source_outline outline_source(std::string_view text) {
     outline_reader reader;
     reader.text = text;
     bool at_line_start = true;
@@ -610,7 +610,7 @@ source_outline outline_source(std::string text) {
         }
     }
     reader.outline.statement_end.resize(reader.line + 1);
-    reader.outline.text = std::move(text);
+    reader.outline.text = text;
     return std::move(reader.outline);
 }
 

@@ -32,15 +32,15 @@ struct source_block {
 inline constexpr std::size_t no_block = static_cast<std::size_t>(-1);
 
 struct source_outline {
-    std::string text;
+    std::string_view text;
     std::vector<source_block> blocks;  // in the order of their opening braces
     std::vector<bool> statement_end;   // by line: a statement or a block's brace ends there
 };
 
 // Reads the outline of a source text. Any text is taken; what is not C or C++ just
-// gives an outline of no use. Both branches of a conditional group are read, and
+// gives an outline of no use; it must outlive the outline. Both branches of a conditional group are read, and
 // braces are matched in each as if the other were absent.
-source_outline outline_source(std::string text);
+source_outline outline_source(std::string_view text);
 
 // The function whose declaration covers `line`, from its first word to its opening
 // brace. Where several do, one whose declaration has `name` as a word is preferred.

@@ -24,8 +24,7 @@ bool declares(const source_outline& outline, std::size_t block, std::string_view
     }
     const source_block& it = outline.blocks[block];
     const std::string_view header =
-        std::string_view(outline.text)
-            .substr(it.header_at, std::min(it.open_at - it.header_at, longest_declaration));
+        outline.text.substr(it.header_at, std::min(it.open_at - it.header_at, longest_declaration));
     for (std::size_t at = header.find(name); at != std::string_view::npos;
          at = header.find(name, at + 1)) {
         const bool begins = at == 0 || !is_word_part(header[at - 1]);

@@ -4,26 +4,24 @@
 #include <filesystem>
 #include <system_error>
 
-#include "assembly/text_file.h"
+#include "assembly/md5.h"
 
 namespace assembly {
-namespace {
 
-std::optional<std::string> read_source(const std::string& name) {
-    const std::optional<text_file> file = text_file::open_source(name);
-    return file ? std::optional(std::string(file->text())) : std::nullopt;
-}
-
-bool is_same_file(const std::string& one, const std::string& other) {
+static bool is_same_file(const std::string& one, const std::string& other) {
     std::error_code failure;
     return std::filesystem::equivalent(one, other, failure) && !failure;
 }
 
-std::string join(std::string_view directory, std::string_view name) {
+static bool is_absolute(std::string_view name) {
+    return name.starts_with('/');
+}
+
+static std::string join(std::string_view directory, std::string_view name) {
     while (name.starts_with("./")) {
         name.remove_prefix(2);
     }
-    std::string joined(directory == "." || name.starts_with('/') ? std::string_view() : directory);
+    std::string joined(directory == "." || is_absolute(name) ? std::string_view() : directory);
     if (!joined.empty() && !joined.ends_with('/')) {
         joined += '/';
     }
@@ -31,7 +29,7 @@ std::string join(std::string_view directory, std::string_view name) {
     return joined;
 }
 
-std::optional<std::string> map_name(const prefix_map& renames, const std::string& name) {
+static std::optional<std::string> renamed(const prefix_map& renames, const std::string& name) {
     for (const auto& [old_prefix, new_prefix] : renames) {
         if (name.starts_with(old_prefix)) {
             return new_prefix + name.substr(old_prefix.size());
@@ -40,31 +38,68 @@ std::optional<std::string> map_name(const prefix_map& renames, const std::string
     return std::nullopt;
 }
 
-}  // namespace
+// Some compilers name only the main file, which is file 0, as it was given.
+static bool was_given_absolute(const assembly_file& assembly, const file_entry& entry,
+                               const std::string& full) {
+    const auto zero = assembly.files.find(0);
+    return is_absolute(entry.name) ||
+           (zero != assembly.files.end() && zero->second.name == full && is_absolute(full));
+}
 
-std::string reachable_name(const assembly_file& assembly, const file_entry& entry,
-                           const prefix_map& renames, const source_access& access) {
+// The file under its name. For a guess, `doubt` says so.
+static found_source look_for(const assembly_file& assembly, const file_entry& entry,
+                             const prefix_map& renames, const source_access& access) {
     const std::string& base = assembly.compilation_directory;
     const std::string written = join(entry.directory, entry.name);
-    std::string full = join(base, written);
+    const std::string full = join(base, written);
     for (const std::string& name : {written, full}) {
-        if (std::optional<std::string> mapped = map_name(renames, name)) {
-            return std::move(*mapped);
+        if (const std::optional<std::string> other = renamed(renames, name)) {
+            return {*other, access.read(*other), {}};
         }
     }
     const std::string in_base = base.ends_with('/') || base.empty() ? base : base + "/";
-    std::string brief = full.starts_with(in_base) ? full.substr(in_base.size()) : written;
-    if (brief == full || access.same(brief, full)) {
-        return brief;
+    const std::string brief = full.starts_with(in_base) ? full.substr(in_base.size()) : written;
+    const bool is_given = was_given_absolute(assembly, entry, full);
+    if (!is_given && is_absolute(base) && access.same(brief, full)) {
+        return {brief, access.read(brief), {}};
     }
-    if (access.read(full)) {
-        return full;
+    if (is_absolute(full) || base.empty()) {
+        if (std::optional<text_file> file = access.read(full)) {
+            return {full, std::move(file), {}};
+        }
     }
-    return access.read(brief) ? brief : written;
+    for (const std::string& name : {brief, full}) {
+        if (is_absolute(name)) {
+            continue;
+        }
+        if (std::optional<text_file> file = access.read(name)) {
+            return {name, std::move(file),
+                    is_absolute(full)
+                        ? "found here, though it was compiled as " + full
+                        : "found here, though the assembly does not tell where it was compiled"};
+        }
+    }
+    return {is_given ? full : written, std::nullopt, {}};
+}
+
+found_source find_source(const assembly_file& assembly, const file_entry& entry,
+                         const prefix_map& renames, const source_access& access,
+                         std::int64_t modified) {
+    found_source found = look_for(assembly, entry, renames, access);
+    if (!found.file) {
+        return found;
+    }
+    if (!entry.md5.empty()) {
+        found.doubt =
+            md5_of(found.file->text()) == entry.md5 ? "" : "not the text that was compiled";
+    } else if (found.doubt.empty() && modified != 0 && found.file->modified() > modified) {
+        found.doubt = "newer than the assembly";
+    }
+    return found;
 }
 
 source_access system_sources() {
-    return {.read = read_source, .same = is_same_file};
+    return {.read = text_file::open_source, .same = is_same_file};
 }
 
 }  // namespace assembly

@@ -2,6 +2,7 @@
 // it. Programs reach the file system through these functions; tests hand in texts.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "assembly/reader.h"
+#include "assembly/text_file.h"
 
 namespace assembly {
 
@@ -18,8 +20,8 @@ using prefix_map = std::vector<std::pair<std::string, std::string>>;
 
 // How source files are reached.
 struct source_access {
-    // The text of a file, or nothing when it cannot be read.
-    std::function<std::optional<std::string>(const std::string& name)> read;
+    // A file, or nothing when it cannot be read.
+    std::function<std::optional<text_file>(const std::string& name)> read;
     // Whether both names lead to one existing file.
     std::function<bool(const std::string& one, const std::string& other)> same;
 };
@@ -27,10 +29,20 @@ struct source_access {
 // The file system's source files: regular ones of at most 256 MB.
 source_access system_sources();
 
-// The name to reach a source file by. Compilers name most files relative to the
-// directory they ran in; that short form is kept where it leads to the same file. The
-// first rule of `renames` that fits the written or the full name decides.
-std::string reachable_name(const assembly_file& assembly, const file_entry& entry,
-                           const prefix_map& renames, const source_access& access);
+struct found_source {
+    std::string name;               // to reach it by
+    std::optional<text_file> file;  // nothing when it cannot be read
+    std::string doubt;              // why its text may not be what was compiled; empty for none
+};
+
+// Finds a source file. A name that the compiler was given as an absolute one stays so. A
+// relative one stands for a file in the directory that the compiler ran in; it is kept
+// where it leads to that file from the working directory, and taken for another file there
+// where that one is not to be found. The first rule of `renames` that fits the written or
+// the full name decides instead. `modified` is when the assembly was written, in
+// nanoseconds since the epoch; 0 where nobody knows.
+found_source find_source(const assembly_file& assembly, const file_entry& entry,
+                         const prefix_map& renames, const source_access& access,
+                         std::int64_t modified);
 
 }  // namespace assembly

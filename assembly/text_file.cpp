@@ -25,12 +25,12 @@ constexpr int source_flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
 
 // False where there is nothing to map: in a pipe, a device, an empty file or one that only
 // looks empty.
-bool text_file::map_rest(int number) {
+bool text_file::map_rest(int number, const struct stat& status) {
     const off_t begin = lseek(number, 0, SEEK_CUR);
-    if (begin < 0 || !S_ISREG(status_.st_mode) || status_.st_size <= begin) {
+    if (begin < 0 || !S_ISREG(status.st_mode) || status.st_size <= begin) {
         return false;
     }
-    const auto size = static_cast<std::size_t>(status_.st_size);
+    const auto size = static_cast<std::size_t>(status.st_size);
     void* const at = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, number, 0);
     if (at == MAP_FAILED) {
         return false;
@@ -39,7 +39,7 @@ bool text_file::map_rest(int number) {
     text_ = std::string_view(static_cast<const char*>(at), size);
     text_.remove_prefix(static_cast<std::size_t>(begin));
     lseek(number, 0, SEEK_END);  // whoever shares the descriptor finds its file read
-    is_mapped_ = true;
+    mapped_from_ = status;
     return true;
 }
 
@@ -73,7 +73,15 @@ bool text_file::read_rest(int number) {
 }
 
 bool text_file::load(int number) {
-    return fstat(number, &status_) == 0 && (map_rest(number) || read_rest(number));
+    struct stat status {};
+    if (fstat(number, &status) != 0) {
+        return false;
+    }
+    if (S_ISREG(status.st_mode)) {
+        constexpr std::int64_t second = 1'000'000'000;
+        modified_ = status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec;
+    }
+    return map_rest(number, status) || read_rest(number);
 }
 
 std::optional<text_file> text_file::open(const std::string& name) {
@@ -97,13 +105,18 @@ std::optional<text_file> text_file::open_source(const std::string& name) {
     return file;
 }
 
-std::int64_t text_file::modified() const {
-    constexpr std::int64_t second = 1'000'000'000;
-    return S_ISREG(status_.st_mode) ? status_.st_mtim.tv_sec * second + status_.st_mtim.tv_nsec : 0;
+text_file text_file::of(std::string text, std::int64_t modified) {
+    text_file file;
+    const auto memory = std::make_shared<std::string>(std::move(text));
+    file.text_ = *memory;
+    file.memory_ = memory;
+    file.modified_ = modified;
+    return file;
 }
 
 bool text_file::is_mapped_from(const struct stat& file) const {
-    return is_mapped_ && file.st_dev == status_.st_dev && file.st_ino == status_.st_ino;
+    return mapped_from_ && file.st_dev == mapped_from_->st_dev &&
+           file.st_ino == mapped_from_->st_ino;
 }
 
 }  // namespace assembly

@@ -53,8 +53,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view assembly = has_source ? input.substr(0, at + 1) : input;
     const std::string source(has_source ? input.substr(at + mark.size()) : std::string_view());
     const source_access sources{
-        .read = [&](const std::string& name) -> std::optional<std::string> {
-            return has_source && !name.starts_with("/no") ? std::optional(source) : std::nullopt;
+        .read = [&](const std::string& name) -> std::optional<assembly::text_file> {
+            return has_source && !name.starts_with("/no")
+                       ? std::optional(assembly::text_file::of(source))
+                       : std::nullopt;
         },
         .same = [](const std::string& one, const std::string& other) { return one == other; },
     };

@@ -41,10 +41,15 @@ static int run(const options& chosen) {
         return exit_failure;
     }
     interlisted_text result{.assembly = input->text()};
-    if (const std::optional<assembly_error> error =
-            place_directives(result, chosen.source_map, assembly::system_sources())) {
+    if (const std::optional<assembly_error> error = place_directives(
+            result, chosen.source_map, assembly::system_sources(), input->modified())) {
         report({name, ":", std::to_string(error->line), ": ", error->message});
         return exit_failure;
+    }
+    if (chosen.warnings) {
+        for (const std::string& warning : result.warnings) {
+            report({name, ": warning: ", warning});
+        }
     }
     return write(chosen.output, result, input);
 }

@@ -7,7 +7,7 @@ namespace gas2interlist {
 namespace {
 
 constexpr std::string_view usage =
-    R"(Usage: gas2interlist [-o FILE] [--source-map OLD=NEW]... [FILE]
+    R"(Usage: gas2interlist [-o FILE] [--source-map OLD=NEW]... [--no-warnings] [FILE]
 
 Reads the assembly that gcc -S -g or clang -S -g writes and places the
 directives in it by which interlist merges the C source lines into a listing.
@@ -16,6 +16,8 @@ directives in it by which interlist merges the C source lines into a listing.
   --source-map OLD=NEW  for source files whose name begins with OLD, replace
                         that beginning with NEW; may be given several times,
                         and the first one that fits a name is used
+  --no-warnings         say nothing of sources that may be others than were compiled,
+                        nor of assembly without line information
   --help                print this text
   --version             print the version
 
@@ -72,6 +74,8 @@ options read_options(const std::vector<std::string_view>& arguments) {
             result.help = argument == "--help";
             result.version = !result.help;
             return result;
+        } else if (argument == "--no-warnings") {
+            result.warnings = false;
         } else if (argument.starts_with("-o")) {
             const std::optional<std::string_view> name = value(argument.substr(2));
             if (!name) {

@@ -20,6 +20,7 @@ struct options {
     std::string input = "-";
     std::string output = "-";
     assembly::prefix_map source_map;
+    bool warnings = true;
     bool help = false;
     bool version = false;
     std::string error;  // what is wrong with the command line; empty when nothing is

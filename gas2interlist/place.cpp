@@ -10,6 +10,7 @@
 #include <memory>
 #include <unordered_map>
 
+#include "assembly/line_information.h"
 #include "assembly/outline.h"
 #include "assembly/symbol.h"
 
@@ -29,9 +30,10 @@ constexpr std::size_t listing_line_limit = 16382;
 // A source file by the name that is written for it. Several file numbers may share one.
 struct Source {
     std::string name;  // empty when there is no usable one
-    std::optional<source_outline> outline;
+    std::optional<text_file> file = {};
+    std::optional<source_outline> outline = {};
     // First lines of the functions that the assembly holds code of, ascending.
-    std::vector<std::uint32_t> entries;
+    std::vector<std::uint32_t> entries = {};
 };
 
 // The lines that a function owns, declaration to closing brace.
@@ -47,6 +49,7 @@ struct Placer {
     const prefix_map& source_map;
     const source_access& access;
 
+    std::int64_t modified;
     interlisted_text& result;
 
     std::unordered_map<std::uint32_t, Source*> by_number = {};
@@ -73,18 +76,22 @@ Source* source_of(Placer& placer, std::uint32_t number) {
     if (entry == placer.assembly.files.end()) {
         return nullptr;
     }
-    std::string name =
-        reachable_name(placer.assembly, entry->second, placer.source_map, placer.access);
-    if (!is_usable_name(name)) {
+    found_source found = find_source(placer.assembly, entry->second, placer.source_map,
+                                     placer.access, placer.modified);
+    if (!is_usable_name(found.name)) {
         return nullptr;
     }
-    std::unique_ptr<Source>& source = placer.by_name[name];
+    std::unique_ptr<Source>& source = placer.by_name[found.name];
     if (!source) {
         source = std::make_unique<Source>();
-        if (std::optional<std::string> text = placer.access.read(name)) {
-            source->outline = outline_source(std::move(*text));
+        if (!found.doubt.empty()) {
+            placer.result.warnings.push_back(found.name + ": " + found.doubt);
         }
-        source->name = std::move(name);
+        source->name = std::move(found.name);
+        source->file = std::move(found.file);
+        if (source->file) {
+            source->outline = outline_source(source->file->text());
+        }
     }
     known->second = source.get();
     return known->second;
@@ -451,15 +458,24 @@ std::string merged(const interlisted_text& text) {
 
 std::optional<assembly_error> place_directives(interlisted_text& result,
                                                const prefix_map& source_map,
-                                               const source_access& sources) {
+                                               const source_access& sources,
+                                               std::int64_t modified) {
     assembly_file assembly;
     if (std::optional<assembly_error> error = read_assembly(result.assembly, assembly)) {
         return error;
     }
     result.added.clear();
     result.insertions.clear();
-    Placer placer{
-        .assembly = assembly, .source_map = source_map, .access = sources, .result = result};
+    result.warnings.clear();
+    Placer placer{.assembly = assembly,
+                  .source_map = source_map,
+                  .access = sources,
+                  .modified = modified,
+                  .result = result};
+    if (const std::string_view missing = missing_lines(assembly, result.assembly);
+        !missing.empty()) {
+        result.warnings.emplace_back(missing);
+    }
     collect_entries(placer);
     for (const function_code& function : assembly.functions) {
         place(placer, function);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,7 @@ struct interlisted_text {
     std::string_view assembly;
     std::string added = {};
     std::vector<insertion> insertions = {};
+    std::vector<std::string> warnings = {};  // of what the listing may show wrong, or not at all
 };
 
 // Calls `visit` with each piece of the whole in turn. False when a call was.
@@ -47,8 +49,11 @@ bool for_each_piece(const interlisted_text& text, const auto& visit) {
 std::string merged(const interlisted_text& text);
 
 // Places the directives in the assembly `result.assembly`, or tells why there are none.
+// `modified` is when the assembly was written, in nanoseconds since the epoch; 0 where
+// nobody knows.
 std::optional<assembly::assembly_error> place_directives(interlisted_text& result,
                                                          const assembly::prefix_map& source_map,
-                                                         const assembly::source_access& sources);
+                                                         const assembly::source_access& sources,
+                                                         std::int64_t modified = 0);
 
 }  // namespace gas2interlist

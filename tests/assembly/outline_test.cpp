@@ -16,7 +16,7 @@ using Texts = std::vector<std::string>;
 // The functions of a text as "FIRST-OPEN-LAST" line numbers.
 Texts functions(std::string_view text) {
     Texts result;
-    for (const source_block& it : outline_source(std::string(text)).blocks) {
+    for (const source_block& it : outline_source(text).blocks) {
         if (it.kind == block_kind::function) {
             result.push_back(std::to_string(it.header_line) + "-" + std::to_string(it.open_line) +
                              "-" + std::to_string(it.close_line));
@@ -254,7 +254,7 @@ TEST(SourceLookup, AnyTextHasAnOutline) {
     for (const std::string_view text :
          {"", "#", "\\", "'", "\"", "/*", "R\"", "R\"(", "#if", "#endif\n#else\n", "{", "}", "1'",
           "a(", ")]}", "[", "#if 0\n", "//\\", "operator()"}) {
-        const source_outline outline = outline_source(std::string(text));
+        const source_outline outline = outline_source(text);
         EXPECT_EQ(span(outline, function_around(outline, 1)), "none") << text;
     }
 }

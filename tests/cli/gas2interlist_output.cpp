@@ -331,7 +331,7 @@ TEST(Gas2interlistOutput, WithoutMemoryItSaysSo) {
         RunOptions options;
         options.directory = folder.path();
         options.set["PORTIONS_OF_MEMORY"] = std::to_string(portions);
-        const Finished run = run_program({STARVED_GAS2INTERLIST, "--source-map",
+        const Finished run = run_program({STARVED_GAS2INTERLIST, "--no-warnings", "--source-map",
                                           "/a/long/beginning/of/a/name=x", "a.s", "-o", "old.asm"},
                                          options);
         EXPECT_EQ(folder.entries(), 3U);

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -131,7 +132,8 @@ std::size_t entries(const std::string& folder) {
 
 TEST(Gas2interlist, PlacesDirectivesInWhatCompilersWrite) {
     for (const Sample& sample : samples) {
-        const Finished run = gas2interlist({sample.file}, in(data_folder));
+        // The samples were compiled elsewhere, at another time.
+        const Finished run = gas2interlist({"--no-warnings", sample.file}, in(data_folder));
         EXPECT_EQ(run.status, 0) << sample.file;
         EXPECT_EQ(run.err, "") << sample.file;
         const Parted parted = part(run.out);
@@ -212,6 +214,61 @@ TEST(Gas2interlist, ASourceThatIsNoRegularFileIsNotRead) {
         const Finished run = gas2interlist({}, in(folder.path(), text));
         EXPECT_EQ(part(run.out).directives, "ifile \"" + name + "\"; ifunc 3; iendfunc 4");
     }
+}
+
+TEST(Gas2interlist, ADoubtfulSourceIsListedWithAWarning) {
+    const ScratchFolder folder;
+    folder.write("a.c", "int v;\n\nint f(void)\n{\n}\n");
+    const std::string elsewhere =
+        "\t.file 0 \"/nowhere\" \"a.c\"\n" + small.substr(small.find('\n') + 1);
+    folder.write("a.s", small);
+    folder.write("b.s", "\t.file 1 \"a.c\"\n" + elsewhere);
+    const std::string placed = "ifile \"a.c\"; ifunc 3; iendfunc 6";
+    const std::string guessed = "a.c: found here, though it was compiled as /nowhere/a.c\n";
+    const Finished guess = gas2interlist({"b.s"}, in(folder.path()));
+    EXPECT_EQ(guess.status, 0);
+    EXPECT_EQ(guess.err, "gas2interlist: b.s: warning: " + guessed);
+    EXPECT_EQ(part(guess.out).directives, placed);
+    EXPECT_EQ(gas2interlist({}, in(folder.path(), folder.read("b.s"))).err,
+              "gas2interlist: standard input: warning: " + guessed);
+    EXPECT_EQ(gas2interlist({"a.s"}, in(folder.path())).err, "");
+
+    const auto written = std::filesystem::last_write_time(folder / "a.c");
+    std::filesystem::last_write_time(folder / "a.s", written - std::chrono::seconds(1));
+    const Finished later = gas2interlist({"a.s"}, in(folder.path()));
+    EXPECT_EQ(later.status, 0);
+    EXPECT_EQ(later.err, "gas2interlist: a.s: warning: a.c: newer than the assembly\n");
+    EXPECT_EQ(part(later.out).directives, placed);
+    EXPECT_EQ(gas2interlist({}, in(folder.path(), small)).err, "");
+
+    for (const std::string input : {"a.s", "b.s"}) {
+        const Finished silent = gas2interlist({input, "--no-warnings"}, in(folder.path()));
+        EXPECT_EQ(silent.status, 0);
+        EXPECT_EQ(silent.err, "");
+        EXPECT_EQ(part(silent.out).directives, placed);
+    }
+}
+
+TEST(Gas2interlist, EachSourceIsDoubtedOnce) {
+    const ScratchFolder folder;
+    folder.write("a.c", "int f(void) {}\n");
+    std::string text = "\t.file 0 \"/nowhere\" \"a.c\"\n\t.file 1 \"a.c\"\n";
+    for (const std::string name : {"f", "g", "h"}) {
+        text += "\t.type " + name + ", @function\n" + name + ":\n\t.loc 1 1\n\tret\n\t.loc 0 1\n";
+    }
+    EXPECT_EQ(gas2interlist({}, in(folder.path(), text)).err,
+              "gas2interlist: standard input: warning: "
+              "a.c: found here, though it was compiled as /nowhere/a.c\n");
+}
+
+TEST(Gas2interlist, AssemblyWithoutLinesIsCopiedWithAWarning) {
+    const std::string text = "\t.type f, @function\nf:\n\tret\n";
+    const Finished run = gas2interlist({}, in({}, text));
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, text);
+    EXPECT_EQ(run.err,
+              "gas2interlist: standard input: warning: no line information; compile with -g\n");
+    EXPECT_EQ(gas2interlist({"--no-warnings"}, in({}, text)).err, "");
 }
 
 TEST(Gas2interlist, MalformedInputIsRefusedWithItsLine) {

@@ -80,7 +80,8 @@ Listing round_trip(const ScratchFolder& folder, const std::string& compiler,
     const Finished compiled = run_program(compile, here);
     EXPECT_EQ(compiled.status, 0) << compiled.err;
     const Finished placed = run_program({GAS2INTERLIST, "out.s", "-o", "out.asm"}, here);
-    EXPECT_EQ(placed.status, 0) << placed.err;
+    EXPECT_EQ(placed.status, 0);
+    EXPECT_EQ(placed.err, "");
     const Finished listed = run_program({INTERLIST, "-pw", "300", "out.asm", "out.cl"}, here);
     EXPECT_EQ(listed.status, 0) << listed.err;
     EXPECT_EQ(listed.err, "");
@@ -195,5 +196,108 @@ TEST(RoundTrip, CodeStandsBelowItsOwnLine) {
             ASSERT_NE(found, std::string::npos) << compiler << ": " << step;
             at = found + step.size();
         }
+    }
+}
+
+namespace {
+
+// What gas2interlist says of assembly that was compiled with these arguments, and the name
+// that it gives the source: `err` and `out`.
+Finished names_of(const ScratchFolder& folder, std::vector<std::string> compile) {
+    compile.insert(compile.end(), {"-S", "-w", "-o", "out.s"});
+    const Finished compiled = run_program(compile, in(folder.path()));
+    EXPECT_EQ(compiled.status, 0) << compiled.err;
+    Finished placed = run_program({GAS2INTERLIST, "out.s"}, in(folder.path()));
+    EXPECT_EQ(placed.status, 0);
+    const std::size_t at = std::min(placed.out.find("\t.ifile\t"), placed.out.size());
+    placed.out = placed.out.substr(at, placed.out.find('\n', at) - at);
+    return placed;
+}
+
+const std::string warning = "gas2interlist: out.s: warning: ";
+
+}  // namespace
+
+TEST(RoundTrip, TheNameOfASourceIsThatOfTheFileThatWasCompiled) {
+    for (const std::string& compiler : installed({"gcc", "clang"})) {
+        const ScratchFolder folder;
+        folder.write("u.c", "int f(void)\n{\n    return 1;\n}\n");
+        const std::string full = folder / "u.c";
+        for (const std::string version : {"-gdwarf-5", "-gdwarf-4"}) {
+            SCOPED_TRACE(testing::Message() << compiler << " " << version);
+            const Finished brief = names_of(folder, {compiler, version, "u.c"});
+            EXPECT_EQ(brief.out + brief.err, "\t.ifile\t\"u.c\"");
+            const Finished absolute = names_of(folder, {compiler, version, full});
+            // The older format has the same names for both from one compiler.
+            const bool is_told = compiler != "clang" || version != "-gdwarf-4";
+            EXPECT_EQ(absolute.out + absolute.err,
+                      is_told ? "\t.ifile\t\"" + full + "\"" : "\t.ifile\t\"u.c\"");
+        }
+    }
+}
+
+TEST(RoundTrip, ASourceOfTheSameNameIsTakenWithAWarning) {
+    for (const std::string& compiler : installed({"gcc", "clang"})) {
+        SCOPED_TRACE(compiler);
+        const ScratchFolder folder;
+        folder.write("u.c", "int f(void)\n{\n    return 1;\n}\n");
+        const std::string map = "-fdebug-prefix-map=" + folder.path() + "=";
+        const std::vector<std::string> moved = {compiler, "-g", map + "/src", "u.c"};
+        const std::vector<std::string> nowhere = {compiler, "-g", map + ".", "u.c"};
+        const bool has_checksum = compiler == "clang";
+        EXPECT_EQ(
+            names_of(folder, moved).err,
+            has_checksum ? "" : warning + "u.c: found here, though it was compiled as /src/u.c\n");
+        EXPECT_EQ(names_of(folder, nowhere).err,
+                  has_checksum ? ""
+                               : warning +
+                                     "u.c: found here, though the assembly does not tell "
+                                     "where it was compiled\n");
+        // Another file of that name, older than the assembly.
+        folder.write("sub/u.c", folder.read("u.c") + "\n");
+        const Finished compiled = run_program(
+            {compiler, "-g", "-S", map + "/src", "u.c", "-o", "sub/out.s"}, in(folder.path()));
+        EXPECT_EQ(compiled.status, 0) << compiled.err;
+        EXPECT_EQ(
+            run_program({GAS2INTERLIST, "out.s"}, in(folder / "sub")).err,
+            warning + (has_checksum ? "u.c: not the text that was compiled\n"
+                                    : "u.c: found here, though it was compiled as /src/u.c\n"));
+    }
+}
+
+TEST(RoundTrip, AssemblyWithoutLinesTellsHowToGetThem) {
+    struct Case {
+        std::string compiler;
+        std::vector<std::string> options;
+        std::string message;
+    };
+    const ScratchFolder folder;
+    folder.write("u.c", "int f(void)\n{\n    return 1;\n}\n");
+    for (const Case& each :
+         std::vector<Case>{{"gcc", {}, "no line information; compile with -g"},
+                           {"clang", {}, "no line information; compile with -g"},
+                           {"gcc",
+                            {"-g", "-flto"},
+                            "no code, which -flto leaves to the linker; compile without "
+                            "-flto"},
+                           {"clang",
+                            {"-g", "-flto"},
+                            "intermediate code in place of assembly; compile without "
+                            "-flto"},
+                           {"gcc",
+                            {"-g", "-gno-as-loc-support"},
+                            "no lines but those in a table; compile with "
+                            "-gas-loc-support"},
+                           {"clang",
+                            {"-g", "-gcodeview", "--target=x86_64-pc-windows-msvc"},
+                            "no lines but those of CodeView; compile with -gdwarf"}}) {
+        if (!has_compiler(each.compiler)) {
+            continue;
+        }
+        std::vector<std::string> compile = {each.compiler, "u.c"};
+        compile.insert(compile.end(), each.options.begin(), each.options.end());
+        const Finished run = names_of(folder, compile);
+        EXPECT_EQ(run.err, warning + each.message + "\n") << testing::PrintToString(compile);
+        EXPECT_EQ(run.out, "");
     }
 }

@@ -17,9 +17,9 @@ using Sources = std::map<std::string, std::string>;
 std::string placed(std::string_view text, const Sources& sources,
                    const prefix_map& source_map = {}) {
     const source_access access{
-        .read = [&](const std::string& name) -> std::optional<std::string> {
+        .read = [&](const std::string& name) -> std::optional<text_file> {
             const auto it = sources.find(name);
-            return it == sources.end() ? std::nullopt : std::optional(it->second);
+            return it == sources.end() ? std::nullopt : std::optional(text_file::of(it->second));
         },
         .same =
             [&](const std::string& one, const std::string& other) {
