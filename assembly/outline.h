@@ -38,8 +38,8 @@ struct source_outline {
 };
 
 // Reads the outline of a source text. Any text is taken; what is not C or C++ just
-// gives an outline of no use; it must outlive the outline. Both branches of a conditional group are read, and
-// braces are matched in each as if the other were absent.
+// gives an outline of no use; it must outlive the outline. Both branches of a conditional group are
+// read, and braces are matched in each as if the other were absent.
 source_outline outline_source(std::string_view text);
 
 // The function whose declaration covers `line`, from its first word to its opening
