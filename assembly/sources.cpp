@@ -1,6 +1,8 @@
 // Names of source files put together, renamed and looked for.
 #include "assembly/sources.h"
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -46,6 +48,16 @@ static bool was_given_absolute(const assembly_file& assembly, const file_entry& 
            (zero != assembly.files.end() && zero->second.name == full && is_absolute(full));
 }
 
+// A file by the one name that it can have. That it is missing is left to be told when it is
+// to be listed.
+static found_source read_as(const std::string& name, const source_access& access) {
+    found_source found{name, access.read(name), {}};
+    if (!found.file && errno != ENOENT && errno != ENOTDIR) {
+        found.doubt = std::string("cannot be read: ") + std::strerror(errno);
+    }
+    return found;
+}
+
 // The file under its name. For a guess, `doubt` says so.
 static found_source look_for(const assembly_file& assembly, const file_entry& entry,
                              const prefix_map& renames, const source_access& access) {
@@ -54,18 +66,18 @@ static found_source look_for(const assembly_file& assembly, const file_entry& en
     const std::string full = join(base, written);
     for (const std::string& name : {written, full}) {
         if (const std::optional<std::string> other = renamed(renames, name)) {
-            return {*other, access.read(*other), {}};
+            return read_as(*other, access);
         }
     }
     const std::string in_base = base.ends_with('/') || base.empty() ? base : base + "/";
     const std::string brief = full.starts_with(in_base) ? full.substr(in_base.size()) : written;
     const bool is_given = was_given_absolute(assembly, entry, full);
     if (!is_given && is_absolute(base) && access.same(brief, full)) {
-        return {brief, access.read(brief), {}};
+        return read_as(brief, access);
     }
     if (is_absolute(full) || base.empty()) {
-        if (std::optional<text_file> file = access.read(full)) {
-            return {full, std::move(file), {}};
+        if (found_source found = read_as(full, access); found.file || !found.doubt.empty()) {
+            return found;
         }
     }
     for (const std::string& name : {brief, full}) {

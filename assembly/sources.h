@@ -20,7 +20,7 @@ using prefix_map = std::vector<std::pair<std::string, std::string>>;
 
 // How source files are reached.
 struct source_access {
-    // A file, or nothing when it cannot be read.
+    // A file, or nothing when it cannot be read; then errno tells why.
     std::function<std::optional<text_file>(const std::string& name)> read;
     // Whether both names lead to one existing file.
     std::function<bool(const std::string& one, const std::string& other)> same;
@@ -32,7 +32,9 @@ source_access system_sources();
 struct found_source {
     std::string name;               // to reach it by
     std::optional<text_file> file;  // nothing when it cannot be read
-    std::string doubt;              // why its text may not be what was compiled; empty for none
+    // Why its text may not be what was compiled, or why there is none though there is a file;
+    // empty where there is nothing to say.
+    std::string doubt;
 };
 
 // Finds a source file. A name that the compiler was given as an absolute one stays so. A

@@ -53,6 +53,9 @@ bool text_file::read_rest(int number) {
             capacity += std::max(std::size_t{1} << 16, capacity / 2);
             void* const grown = std::realloc(memory.get(), capacity);
             if (grown == nullptr) {
+                if (const std::new_handler without_memory = std::get_new_handler()) {
+                    without_memory();
+                }
                 throw std::bad_alloc();
             }
             static_cast<void>(memory.release());
@@ -97,12 +100,15 @@ std::optional<text_file> text_file::open(const std::string& name) {
 std::optional<text_file> text_file::open_source(const std::string& name) {
     const descriptor opened(::open(name.c_str(), source_flags));
     struct stat status {};
-    text_file file;
-    if (opened.number < 0 || fstat(opened.number, &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > greatest_source || !file.load(opened.number)) {
+    if (opened.number < 0 || fstat(opened.number, &status) != 0) {
         return std::nullopt;
     }
-    return file;
+    if (!S_ISREG(status.st_mode) || status.st_size > greatest_source) {
+        errno = S_ISREG(status.st_mode) ? EFBIG : S_ISDIR(status.st_mode) ? EISDIR : ENODEV;
+        return std::nullopt;
+    }
+    text_file file;
+    return file.load(opened.number) ? std::optional(std::move(file)) : std::nullopt;
 }
 
 text_file text_file::of(std::string text, std::int64_t modified) {

@@ -18,7 +18,8 @@ class text_file {
     // errno tells why.
     static std::optional<text_file> open(const std::string& name);
 
-    // The same for a source: a regular file of at most 256 MB.
+    // The same for a source: a regular file of at most 256 MB. What is none fails with
+    // EISDIR, EFBIG or ENODEV.
     static std::optional<text_file> open_source(const std::string& name);
 
     // A file of this text that is nowhere on disk.

@@ -2,6 +2,7 @@
 // of equals signs, the source file that every name in it leads to. What comes out must
 // be the assembly itself once the directive lines are taken away again, with functions
 // that begin and end in turn.
+#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
@@ -54,6 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string source(has_source ? input.substr(at + mark.size()) : std::string_view());
     const source_access sources{
         .read = [&](const std::string& name) -> std::optional<assembly::text_file> {
+            errno = ENOENT;
             return has_source && !name.starts_with("/no")
                        ? std::optional(assembly::text_file::of(source))
                        : std::nullopt;

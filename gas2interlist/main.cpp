@@ -2,7 +2,6 @@
 #include <cerrno>
 #include <cstring>
 #include <exception>
-#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,6 +56,7 @@ static int run(const options& chosen) {
 int main(int argc, char** argv) {
     keep_standard_streams_apart();
     catch_signals();
+    catch_lack_of_memory();
     try {
         const options chosen = read_options({argv + (argc > 0 ? 1 : 0), argv + argc});
         if (chosen.help) {
@@ -70,8 +70,6 @@ int main(int argc, char** argv) {
             return exit_usage;
         }
         return run(chosen);
-    } catch (const std::bad_alloc&) {
-        report({"out of memory"});
     } catch (const std::exception& failure) {
         report({failure.what()});
     }

@@ -186,7 +186,8 @@ bool write_named(const std::string& name, const output_text& text) {
     std::error_code ignored;
     const bool may_replace =
         old ? is_plain(file, *old, to.path)
-            : to.path.has_filename() && !fs::is_symlink(fs::symlink_status(to.path, ignored));
+            : to.path.has_filename() &&
+                  fs::symlink_status(to.path, ignored).type() == fs::file_type::not_found;
     if (may_replace) {
         if (const replacement result = replace(to.path, old, text);
             result != replacement::not_here) {

@@ -11,6 +11,7 @@
 #include <climits>
 #include <csignal>
 #include <cstdio>
+#include <new>
 #include <string_view>
 
 #include "gas2interlist/options.h"
@@ -44,13 +45,17 @@ void remove_unfinished() {
     }
 }
 
-extern "C" void end_by_signal(int number) {
+[[noreturn]] void end_with(std::string_view message) {
     remove_unfinished();
+    report({message});
+    _exit(exit_failure);
+}
+
+extern "C" void end_by_signal(int number) {
     const auto* const it =
         std::find_if(caught_signals.begin(), caught_signals.end(),
                      [number](const caught_signal& each) { return each.number == number; });
-    report({it == caught_signals.end() ? std::string_view("stopped by a signal") : it->message});
-    _exit(exit_failure);
+    end_with(it == caught_signals.end() ? std::string_view("stopped by a signal") : it->message);
 }
 
 sigset_t caught_set() {
@@ -86,6 +91,10 @@ void catch_signals() {
             sigaction(each.number, &catching, nullptr);
         }
     }
+}
+
+void catch_lack_of_memory() {
+    std::set_new_handler([] { end_with("out of memory"); });
 }
 
 void keep_standard_streams_apart() {

@@ -12,6 +12,10 @@ namespace gas2interlist {
 // signal that was ignored when the program started stays ignored.
 void catch_signals();
 
+// The same for memory that cannot be had: to report that needs none, where an exception
+// might.
+void catch_lack_of_memory();
+
 // Makes sure that no file opened from here on becomes a standard stream: one that is
 // closed is taken by a descriptor that fails as a closed one does.
 void keep_standard_streams_apart();

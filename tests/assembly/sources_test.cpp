@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <map>
 #include <string>
 
@@ -15,7 +16,8 @@ namespace {
 struct source {
     std::string text;
     std::int64_t modified = 0;
-    int file = 0;  // names of one number are names of one file
+    int file = 0;   // names of one number are names of one file
+    int error = 0;  // why it cannot be read
 };
 
 struct compile {
@@ -36,9 +38,9 @@ std::string found(const compile& how, const file_entry& entry,
     const source_access access{
         .read = [&](const std::string& name) -> std::optional<text_file> {
             const auto it = files.find(name);
-            return it == files.end()
-                       ? std::nullopt
-                       : std::optional(text_file::of(it->second.text, it->second.modified));
+            errno = it == files.end() ? ENOENT : it->second.error;
+            return errno != 0 ? std::nullopt
+                              : std::optional(text_file::of(it->second.text, it->second.modified));
         },
         .same =
             [&](const std::string& one, const std::string& other) {
@@ -133,4 +135,16 @@ TEST(FindSource, ASourceThatWasChangedLaterIsDoubtful) {
     EXPECT_EQ(found({""}, {"", "u.c"}, {{"u.c", {"", 1000}}}), "u.c");
     EXPECT_EQ(found({""}, {"", "u.c"}, {{"u.c", {"", 0}}}), "u.c");
     EXPECT_EQ(found({"/src"}, {"", "u.c"}, {{"u.c", {"", 1001}}}), here_for_src);
+}
+
+TEST(FindSource, AFileThatCannotBeReadIsNoMissingOne) {
+    const source broken{"", 0, 1, EIO};
+    const std::string reason = " (missing): cannot be read: Input/output error";
+    EXPECT_EQ(found({"/src"}, {"", "u.c"}, {{"u.c", {}}, {"/src/u.c", broken}}),
+              "/src/u.c" + reason);
+    EXPECT_EQ(found({"/src"}, {"", "u.c"}, {{"u.c", broken}, {"/src/u.c", broken}}),
+              "u.c" + reason);
+    EXPECT_EQ(found({""}, {"", "u.c"}, {{"u.c", broken}}), "u.c" + reason);
+    EXPECT_EQ(found({""}, {"", "u.c"}, {{"v.c", broken}}, {{"u", "v"}}), "v.c" + reason);
+    EXPECT_EQ(found({""}, {"", "u.c"}, {{"u.c", {"", 0, 1, ENOTDIR}}}), "u.c (missing)");
 }

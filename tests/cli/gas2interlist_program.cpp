@@ -206,13 +206,20 @@ TEST(Gas2interlist, FindsSourcesWithBlanksQuotesAndOctalEscapesInTheirNames) {
 }
 
 TEST(Gas2interlist, ASourceThatIsNoRegularFileIsNotRead) {
+    struct Case {
+        std::string name;
+        std::string error;
+    };
     const ScratchFolder folder;
     ASSERT_EQ(mkfifo((folder / "fifo").c_str(), 0600), 0);
-    for (const std::string& name : {"/dev/zero"s, "fifo"s, "."s}) {
+    for (const Case& each : {Case{"/dev/zero", "No such device"}, Case{"fifo", "No such device"},
+                             Case{".", "Is a directory"}}) {
         const std::string text =
-            "\t.file 1 \"" + name + "\"\n\t.type f, @function\nf:\n\t.loc 1 3\n\tret\n";
+            "\t.file 1 \"" + each.name + "\"\n\t.type f, @function\nf:\n\t.loc 1 3\n\tret\n";
         const Finished run = gas2interlist({}, in(folder.path(), text));
-        EXPECT_EQ(part(run.out).directives, "ifile \"" + name + "\"; ifunc 3; iendfunc 4");
+        EXPECT_EQ(part(run.out).directives, "ifile \"" + each.name + "\"; ifunc 3; iendfunc 4");
+        EXPECT_EQ(run.err, "gas2interlist: standard input: warning: " + each.name +
+                               ": cannot be read: " + each.error + "\n");
     }
 }
 

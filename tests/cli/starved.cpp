@@ -12,6 +12,9 @@ void* operator new(std::size_t size) {
     static int left = portions_left();
     void* const portion = left > 0 ? std::malloc(size) : nullptr;
     if (portion == nullptr) {
+        if (const std::new_handler without_memory = std::get_new_handler()) {
+            without_memory();
+        }
         throw std::bad_alloc();
     }
     --left;

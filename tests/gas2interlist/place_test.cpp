@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <map>
 #include <string>
 #include <string_view>
@@ -19,6 +20,7 @@ std::string placed(std::string_view text, const Sources& sources,
     const source_access access{
         .read = [&](const std::string& name) -> std::optional<text_file> {
             const auto it = sources.find(name);
+            errno = ENOENT;
             return it == sources.end() ? std::nullopt : std::optional(text_file::of(it->second));
         },
         .same =
