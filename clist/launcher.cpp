@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <cstring>
+#include <exception>
 
 #include "clist/messages.h"
 #include "clist/process.h"
@@ -30,6 +31,33 @@ std::string first_line(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
 
+// Leaves a listing beside what was made of a source. False after a message.
+bool list_beside(const arguments& command, std::size_t source, const options& given,
+                 const listing_writer& write_listing) {
+    const std::string object = output_of(command, source);
+    if (!is_regular_file(object)) {
+        return true;
+    }
+    compile_settings settings;
+    settings.intel = given.intel;
+    settings.is_extra = true;
+    std::string failure;
+    try {
+        compiled made = compile(command, source, settings);
+        if (made.status == 0) {
+            return write_listing(command, source, made, given, object + given.suffix);
+        }
+        failure = made.error;
+        if (!made.messages.empty()) {
+            failure += ": " + first_line(made.messages);
+        }
+    } catch (const std::exception& unexpected) {
+        failure = unexpected.what();
+    }
+    say("no listing of " + command.all[source].option + ": " + failure);
+    return false;
+}
+
 }  // namespace
 
 int launch(const options& given, const listing_writer& write_listing) {
@@ -51,28 +79,13 @@ int launch(const options& given, const listing_writer& write_listing) {
         }
         return status_of(real);
     }
-    int status = exit_success;
+    // From here on nothing fails the build.
+    std::signal(SIGXFSZ, SIG_IGN);
+    bool has_all = true;
     for (const std::size_t source : command.sources) {
-        const std::string object = output_of(command, source);
-        if (!is_regular_file(object)) {
-            continue;
-        }
-        compile_settings settings;
-        settings.intel = given.intel;
-        settings.is_extra = true;
-        const compiled assembly = compile(command, source, settings);
-        std::string failure = assembly.error;
-        if (assembly.status == 0) {
-            failure = write_listing(command, source, assembly, given, object + given.suffix);
-        } else if (!assembly.messages.empty()) {
-            failure += ": " + first_line(assembly.messages);
-        }
-        if (!failure.empty()) {
-            say("no listing of " + command.all[source].option + ": " + failure);
-            status = given.strict ? exit_failure : status;
-        }
+        has_all = list_beside(command, source, given, write_listing) && has_all;
     }
-    return status;
+    return has_all || !given.strict ? exit_success : exit_failure;
 }
 
 }  // namespace clist

@@ -9,10 +9,10 @@
 
 namespace clist {
 
-// Writes the listing of one assembly text to a file. Gives what went wrong, or nothing.
-using listing_writer = std::function<std::string(const arguments& command, std::size_t source,
-                                                 const compiled& assembly, const options& given,
-                                                 const std::string& file)>;
+// Writes the listing of one source's assembly to a file. False after a message.
+using listing_writer =
+    std::function<bool(const arguments& command, std::size_t source, compiled& made,
+                       const options& given, const std::string& file)>;
 
 // Runs a compiler's command line; one that makes no objects takes this process over.
 // Returns the exit status where the process is to end with one, and ends it by the signal

@@ -89,14 +89,12 @@ std::string quoted_for_shell(std::string_view word) {
     return quoted + "'";
 }
 
-// In a Ninja file a dollar sign escapes, and in a path blanks and colons are escaped.
-std::string escaped_for_ninja(std::string_view text, bool is_path) {
+// The value of a variable in a Ninja file. Names of files are always given as variables: as
+// they stand they could not hold every byte.
+std::string escaped_for_ninja(std::string_view text) {
     std::string escaped;
     for (const char byte : text) {
-        if (byte == '$' || (is_path && (byte == ' ' || byte == ':'))) {
-            escaped += '$';
-        }
-        escaped += byte;
+        escaped.append(byte == '$' ? "$$" : std::string(1, byte));
     }
     return escaped;
 }
@@ -109,11 +107,15 @@ bool has_line_break(const listing_step& step) {
            std::any_of(step.words.begin(), step.words.end(), breaks);
 }
 
+bool is_path(const std::string& program) {
+    return program.find('/') != std::string::npos;
+}
+
 // The program of a name, looked for as a shell does; empty where there is none.
 std::string found_program(const std::string& name) {
     const char* const path = std::getenv("PATH");
     std::string_view folders = path != nullptr ? path : "";
-    if (name.find('/') != std::string::npos) {
+    if (is_path(name)) {
         return access(name.c_str(), X_OK) == 0 ? name : "";
     }
     while (!folders.empty()) {
@@ -200,32 +202,32 @@ std::vector<listing_step> plan_listings(const std::vector<database_entry>& entri
 std::string ninja_file(const std::vector<listing_step>& steps, const std::string& self,
                        const std::string& folder, const options& given) {
     std::string text = "# Written by clist -p, which replaces it.\nninja_required_version = 1.5\n";
-    text.append("builddir = ").append(escaped_for_ninja(folder, true)).append("\n\nrule list\n");
-    text +=
-        "  command = cd $in_directory && $clist --depfile $quoted.d -o $quoted $words\n"
-        "  description = $name\n  depfile = $out.d\n  deps = gcc\n";
+    const auto set = [&](const char* name, const std::string& value) {
+        text.append(name).append(" = ").append(escaped_for_ninja(value)).append("\n");
+    };
     std::string maker = quoted_for_shell(self);
     for (const std::string& word : given.form_words) {
         maker.append(" ").append(quoted_for_shell(word));
     }
-    text.append("clist = ").append(escaped_for_ninja(maker, false)).append("\n");
+    set("builddir", folder);
+    set("clist", self);
+    set("list", maker);
+    text +=
+        "\nrule list\n"
+        "  command = cd $in_directory && $list --depfile $quoted.d -o $quoted $words\n"
+        "  description = $name\n  depfile = $out.d\n  deps = gcc\n";
     for (const listing_step& step : steps) {
         std::string words = "--";
         for (const std::string& word : step.words) {
             words.append(" ").append(quoted_for_shell(word));
         }
-        text.append("\nbuild ").append(escaped_for_ninja(step.output, true)).append(": list");
-        if (self.find('/') != std::string::npos) {
-            text.append(" | ").append(escaped_for_ninja(self, true));
-        }
-        const auto set = [&](const char* name, const std::string& value) {
-            text.append("\n  ").append(name).append(" = ").append(escaped_for_ninja(value, false));
-        };
-        set("name", step.name);
-        set("quoted", quoted_for_shell(step.output));
-        set("in_directory", quoted_for_shell(step.directory));
-        set("words", words);
         text += "\n";
+        set("listing", step.output);
+        text.append("build $listing: list").append(is_path(self) ? " | $clist\n" : "\n");
+        set("  name", step.name);
+        set("  quoted", quoted_for_shell(step.output));
+        set("  in_directory", quoted_for_shell(step.directory));
+        set("  words", words);
     }
     return text;
 }

@@ -100,7 +100,8 @@ void catch_lack_of_memory() {
 void keep_standard_streams_apart() {
     for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (fcntl(number, F_GETFD) < 0) {
-            open("/dev/null", number == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+            // Another program that is started from here finds it closed, as it was.
+            open("/dev/null", (number == STDIN_FILENO ? O_WRONLY : O_RDONLY) | O_CLOEXEC);
         }
     }
 }

@@ -96,16 +96,18 @@ TEST(NinjaFile, QuotesForTheShellAndForNinja) {
     EXPECT_EQ(ninja_file(steps, "/bin/clist", "/o o/.clist", given),
               R"(# Written by clist -p, which replaces it.
 ninja_required_version = 1.5
-builddir = /o$ o/.clist
+builddir = /o o/.clist
+clist = /bin/clist
+list = /bin/clist --all '--comment=#'
 
 rule list
-  command = cd $in_directory && $clist --depfile $quoted.d -o $quoted $words
+  command = cd $in_directory && $list --depfile $quoted.d -o $quoted $words
   description = $name
   depfile = $out.d
   deps = gcc
-clist = /bin/clist --all '--comment=#'
 
-build /o$ o/a$$b$:c.lst: list | /bin/clist
+listing = /o o/a$$b:c.lst
+build $listing: list | $clist
   name = a$$b c.c
   quoted = '/o o/a$$b:c.lst'
   in_directory = '/d'\''d'
