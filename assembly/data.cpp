@@ -21,8 +21,8 @@ static std::size_t end_of_line(std::string_view text, std::size_t at) {
                           : static_cast<std::size_t>(static_cast<const char*>(end) - text.data());
 }
 
-// Whether a directive whose name begins like this may change the section.
-static bool may_change_section(char first, char second) {
+// Whether a directive whose name begins like this may change the section or name a file.
+static bool may_matter(char first, char second) {
     switch (first) {
         case 's':
             return second == 'e' || second == 'u' || second == 'd' || second == 'b';
@@ -32,6 +32,8 @@ static bool may_change_section(char first, char second) {
             return second == 'a';
         case 'b':
             return second == 's';
+        case 'f':
+            return second == 'i';
         case 'p':
             return second == 'u' || second == 'o' || second == 'r';
         case 'r':
@@ -62,14 +64,14 @@ static block load(const char* at) {
 }
 
 // Whether a full stop stands among the sixteen bytes with a letter behind it by which a
-// directive may begin that changes the section. Hardly any line of data has one.
-static bool may_hold_section(const char* at) {
+// directive may begin that matters. Hardly any line of data has one.
+static bool may_hold_directive(const char* at) {
     const block stop = load(at);
     const block first = load(at + 1);
     const block second = load(at + 2);
-    const auto found =
-        (stop == '.') & ((first == 's') | (first == 't') | (first == 'd') | (first == 'p') |
-                         (first == 'r') | (first == 'c') | ((first == 'b') & (second == 's')));
+    const auto found = (stop == '.') & ((first == 's') | (first == 't') | (first == 'd') |
+                                        (first == 'p') | (first == 'r') | (first == 'c') |
+                                        (first == 'f') | ((first == 'b') & (second == 's')));
     std::array<std::uint64_t, 2> halves{};
     std::memcpy(halves.data(), &found, sizeof found);
     return (halves[0] | halves[1]) != 0;
@@ -77,15 +79,15 @@ static bool may_hold_section(const char* at) {
 
 std::size_t skip_data(std::string_view text, std::size_t at) {
     while (at < text.size()) {
-        if (at + sizeof(block) + 2 <= text.size() && !may_hold_section(text.data() + at)) {
+        if (at + sizeof(block) + 2 <= text.size() && !may_hold_directive(text.data() + at)) {
             at += sizeof(block);
             continue;
         }
         const std::size_t end = std::min(at + sizeof(block), text.size());
         for (; at < end; ++at) {
             std::size_t begin = 0;
-            if (text[at] == '.' && at + 2 < text.size() &&
-                may_change_section(text[at + 1], text[at + 2]) && is_first(text, at, begin)) {
+            if (text[at] == '.' && at + 2 < text.size() && may_matter(text[at + 1], text[at + 2]) &&
+                is_first(text, at, begin)) {
                 return begin;
             }
         }

@@ -9,8 +9,9 @@
 
 namespace assembly {
 
-// Both begin at the start of a line and give the start of the first line on which anything
-// but data, labels and comments may stand; the text's size when there is none.
+// Both begin at the start of a line and give the start of the first line on which a
+// directive may stand that changes the section or names a file; the text's size when
+// there is none.
 
 // Passes over the lines.
 std::size_t skip_data(std::string_view text, std::size_t at);

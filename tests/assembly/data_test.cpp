@@ -154,6 +154,15 @@ TEST(DebugData, ReturnsToASectionThatWasLeft) {
     EXPECT_EQ(assembly.debug[1].bytes, "\2");
 }
 
+// Compilers name a file as they come to it, between the entries of types too.
+TEST(DebugData, MayHaveFilesNamedInIt) {
+    for (const char* section : {".debug_info", ".debug_types"}) {
+        const assembly_file assembly = read("\t.section " + std::string(section) +
+                                            "\n\t.byte 1\n\t.file\t7 \"a.c\"\n\t.byte 2\n");
+        EXPECT_EQ(assembly.files.count(7), 1U) << section;
+    }
+}
+
 TEST(DebugData, IsNotReadUnlessWanted) {
     assembly_file assembly;
     EXPECT_FALSE(read_assembly("\t.section .debug_info\n\t.byte 1\n", assembly));

@@ -1,0 +1,147 @@
+// A hash table that is filled once, without a look at memory for each of its entries but
+// the table itself.
+#include "assembly/label_index.h"
+
+#include <bit>
+#include <cstring>
+
+#include "assembly/operand.h"
+
+namespace assembly {
+
+static std::uint64_t hash_of(std::string_view name) {
+    constexpr std::uint64_t factor = 0x9e3779b97f4a7c15;
+    std::uint64_t hash = name.size();
+    while (name.size() > sizeof hash) {
+        std::uint64_t part = 0;
+        std::memcpy(&part, name.data(), sizeof part);
+        hash = (std::rotl(hash, 23) ^ part) * factor;
+        name.remove_prefix(sizeof part);
+    }
+    std::uint64_t part = 0;
+    std::memcpy(&part, name.data(), name.size());
+    hash = (std::rotl(hash, 23) ^ part) * factor;
+    return hash ^ hash >> 32;
+}
+
+label_index::label_index(const assembly_file& assembly) : assembly_(assembly) {
+    const std::vector<label>& labels = assembly.labels;
+    table_.resize(std::bit_ceil(labels.size() * 2 + 1));
+    for (std::uint32_t i = 0; i < labels.size(); ++i) {
+        const std::string_view name = assembly.name_of(labels[i]);
+        const std::uint64_t hash = hash_of(name);
+        const std::size_t at = place_of(name, hash);
+        if (table_[at].index == none) {
+            table_[at] = {static_cast<std::uint32_t>(hash >> 32), i};
+        }
+    }
+    for (const alias& it : assembly.aliases) {
+        aliases_.try_emplace(it.name, it.value);
+    }
+}
+
+// Where the name stands in the table, or the free place where it would.
+std::size_t label_index::place_of(std::string_view name, std::uint64_t hash) const {
+    const std::size_t mask = table_.size() - 1;
+    std::size_t at = hash & mask;
+    for (; table_[at].index != none; at = (at + 1) & mask) {
+        if (table_[at].tag == hash >> 32 &&
+            assembly_.name_of(assembly_.labels[table_[at].index]) == name) {
+            break;
+        }
+    }
+    return at;
+}
+
+const label* label_index::find_label(std::string_view name) const {
+    const std::uint32_t index = table_[place_of(name, hash_of(name))].index;
+    return index == none ? nullptr : &assembly_.labels[index];
+}
+
+const label* label_index::find(std::string_view name) const {
+    const label* found = find_label(name);
+    constexpr int most_names = 8;
+    for (int i = 0; found == nullptr && i < most_names; ++i) {
+        const auto other = aliases_.find(name);
+        if (other == aliases_.end()) {
+            break;
+        }
+        std::string_view rest = other->second;
+        name = take_symbol(rest);
+        found = find_label(name);
+    }
+    return found;
+}
+
+// expression ::= ["-"] term (("+" | "-") term)*
+// term ::= number | symbol | "(" expression ")"
+void label_index::add_expression(std::string_view& rest, bool is_negative, unsigned depth,
+                                 label_value& value) const {
+    constexpr unsigned most_depth = 8;
+    bool is_term_negative = is_negative;
+    while (depth < most_depth) {
+        skip_blanks(rest);
+        if (rest.starts_with('-')) {
+            is_term_negative = !is_term_negative;
+            rest.remove_prefix(1);
+            skip_blanks(rest);
+        }
+        if (rest.starts_with('(')) {
+            rest.remove_prefix(1);
+            add_expression(rest, is_term_negative, depth + 1, value);
+            if (rest.starts_with(')')) {
+                rest.remove_prefix(1);
+            }
+        } else if (!rest.empty() && is_digit(rest.front())) {
+            const std::uint64_t number = take_value(rest).value_or(0);
+            value.number += is_term_negative ? 0 - number : number;
+        } else {
+            add_symbol(take_symbol(rest), is_term_negative, depth, value);
+        }
+        skip_blanks(rest);
+        if (!rest.starts_with('+') && !rest.starts_with('-')) {
+            return;
+        }
+        is_term_negative = is_negative != rest.starts_with('-');
+        rest.remove_prefix(1);
+    }
+    value.is_known = false;
+}
+
+void label_index::add_symbol(std::string_view name, bool is_negative, unsigned depth,
+                             label_value& value) const {
+    const label* found = find_label(name);
+    if (found == nullptr) {
+        // "f@GOTOFF" says how f is reached, not another name.
+        found = find_label(name.substr(0, name.find('@')));
+    }
+    if (found != nullptr) {
+        const label*& term = is_negative ? value.minus : value.plus;
+        value.is_known = value.is_known && term == nullptr;
+        term = found;
+        return;
+    }
+    const auto other = aliases_.find(name);
+    if (other == aliases_.end()) {
+        value.is_known = false;
+        return;
+    }
+    std::string_view rest = other->second;
+    add_expression(rest, is_negative, depth + 1, value);
+}
+
+label_value label_index::value_at(std::uint32_t text_at) const {
+    label_value value;
+    std::string_view rest = assembly_.text.substr(text_at);
+    add_expression(rest, false, 0, value);
+    // Labels of one debugging section lie as far apart as their offsets say.
+    if (value.plus != nullptr && value.minus != nullptr &&
+        value.plus->section == value.minus->section &&
+        assembly_.sections[value.plus->section].kind == section_kind::debug) {
+        value.number += std::uint64_t{value.plus->place} - value.minus->place;
+        value.plus = value.minus = nullptr;
+    }
+    return value;
+}
+
+}  // namespace assembly

@@ -1,0 +1,51 @@
+// Finds labels by their names, and what expressions of them stand for.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "assembly/reader.h"
+
+namespace assembly {
+
+// An expression as far as it is understood: one label, or the difference of two, with a
+// number added. Labels are null where there are none.
+struct label_value {
+    const label* plus = nullptr;
+    const label* minus = nullptr;
+    std::uint64_t number = 0;  // a negative one as its two's complement
+    bool is_known = true;      // false when it has anything else in it
+};
+
+// The assembly must outlive the index and stay as it is.
+class label_index {
+  public:
+    explicit label_index(const assembly_file& assembly);
+
+    // The first label of that name, under another name of it too; null when there is none.
+    const label* find(std::string_view name) const;
+
+    // The expression that begins at this offset of the text.
+    label_value value_at(std::uint32_t text_at) const;
+
+  private:
+    struct entry {
+        std::uint32_t tag = 0;  // of the name's hash
+        std::uint32_t index = none;
+    };
+    std::size_t place_of(std::string_view name, std::uint64_t hash) const;
+    const label* find_label(std::string_view name) const;
+    void add_expression(std::string_view& rest, bool is_negative, unsigned depth,
+                        label_value& value) const;
+    void add_symbol(std::string_view name, bool is_negative, unsigned depth,
+                    label_value& value) const;
+
+    const assembly_file& assembly_;
+    std::vector<entry> table_;  // at the place that a label's name tells, or the next free one
+    std::unordered_map<std::string_view, std::string_view> aliases_;
+};
+
+}  // namespace assembly

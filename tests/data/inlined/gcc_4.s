@@ -1,0 +1,530 @@
+	.file	"inlined.c"
+	.text
+.Ltext0:
+	.cfi_sections	.debug_frame
+	.file 1 "inlined.c"
+	.p2align 4
+	.globl	outer
+	.type	outer, @function
+outer:
+.LVL0:
+.LFB2:
+	.loc 1 10 38 view -0
+	.cfi_startproc
+	.loc 1 11 5 view .LVU1
+	.loc 1 11 13 is_stmt 0 view .LVU2
+	movl	%edi, (%rdx)
+	.loc 1 12 5 is_stmt 1 view .LVU3
+.LVL1:
+.LBB12:
+.LBI12:
+	.loc 1 5 12 view .LVU4
+.LBB13:
+	.loc 1 6 5 view .LVU5
+.LBB14:
+.LBI14:
+	.loc 1 1 12 view .LVU6
+.LBB15:
+	.loc 1 2 5 view .LVU7
+	.loc 1 2 5 is_stmt 0 view .LVU8
+.LBE15:
+.LBE14:
+.LBB17:
+.LBI17:
+	.loc 1 1 12 is_stmt 1 view .LVU9
+.LBB18:
+	.loc 1 2 5 view .LVU10
+	.loc 1 2 14 is_stmt 0 view .LVU11
+	imull	%esi, %esi
+.LVL2:
+	.loc 1 2 14 view .LVU12
+.LBE18:
+.LBE17:
+.LBB19:
+.LBB16:
+	imull	%edi, %edi
+.LVL3:
+	.loc 1 2 14 view .LVU13
+.LBE16:
+.LBE19:
+.LBE13:
+.LBE12:
+	.loc 1 12 33 view .LVU14
+	leal	-7(%rdi,%rsi), %eax
+	.loc 1 13 1 view .LVU15
+	ret
+	.cfi_endproc
+.LFE2:
+	.size	outer, .-outer
+.Letext0:
+	.section	.debug_info,"",@progbits
+.Ldebug_info0:
+	.long	0x15c
+	.value	0x4
+	.long	.Ldebug_abbrev0
+	.byte	0x8
+	.uleb128 0x1
+	.long	.LASF0
+	.byte	0xc
+	.long	.LASF1
+	.long	.LASF2
+	.quad	.Ltext0
+	.quad	.Letext0-.Ltext0
+	.long	.Ldebug_line0
+	.uleb128 0x2
+	.long	.LASF3
+	.byte	0x1
+	.byte	0xa
+	.byte	0x5
+	.long	0x114
+	.quad	.LFB2
+	.quad	.LFE2-.LFB2
+	.uleb128 0x1
+	.byte	0x9c
+	.long	0x114
+	.uleb128 0x3
+	.string	"a"
+	.byte	0x1
+	.byte	0xa
+	.byte	0xf
+	.long	0x114
+	.long	.LLST0
+	.long	.LVUS0
+	.uleb128 0x3
+	.string	"b"
+	.byte	0x1
+	.byte	0xa
+	.byte	0x16
+	.long	0x114
+	.long	.LLST1
+	.long	.LVUS1
+	.uleb128 0x4
+	.long	.LASF4
+	.byte	0x1
+	.byte	0xa
+	.byte	0x1e
+	.long	0x11b
+	.uleb128 0x1
+	.byte	0x51
+	.uleb128 0x5
+	.long	0x121
+	.quad	.LBI12
+	.byte	.LVU4
+	.quad	.LBB12
+	.quad	.LBE12-.LBB12
+	.byte	0x1
+	.byte	0xc
+	.byte	0xc
+	.uleb128 0x6
+	.long	0x13c
+	.long	.LLST2
+	.long	.LVUS2
+	.uleb128 0x6
+	.long	0x132
+	.long	.LLST3
+	.long	.LVUS3
+	.uleb128 0x7
+	.long	0x147
+	.quad	.LBI14
+	.byte	.LVU6
+	.long	.Ldebug_ranges0+0
+	.byte	0x1
+	.byte	0x6
+	.byte	0xc
+	.long	0xe3
+	.uleb128 0x6
+	.long	0x154
+	.long	.LLST4
+	.long	.LVUS4
+	.byte	0
+	.uleb128 0x5
+	.long	0x147
+	.quad	.LBI17
+	.byte	.LVU9
+	.quad	.LBB17
+	.quad	.LBE17-.LBB17
+	.byte	0x1
+	.byte	0x7
+	.byte	0xb
+	.uleb128 0x6
+	.long	0x154
+	.long	.LLST5
+	.long	.LVUS5
+	.byte	0
+	.byte	0
+	.byte	0
+	.uleb128 0x8
+	.byte	0x4
+	.byte	0x5
+	.string	"int"
+	.uleb128 0x9
+	.byte	0x8
+	.long	0x114
+	.uleb128 0xa
+	.long	.LASF5
+	.byte	0x1
+	.byte	0x5
+	.byte	0xc
+	.long	0x114
+	.byte	0x1
+	.long	0x147
+	.uleb128 0xb
+	.string	"a"
+	.byte	0x1
+	.byte	0x5
+	.byte	0x1f
+	.long	0x114
+	.uleb128 0xb
+	.string	"b"
+	.byte	0x1
+	.byte	0x5
+	.byte	0x26
+	.long	0x114
+	.byte	0
+	.uleb128 0xc
+	.long	.LASF6
+	.byte	0x1
+	.byte	0x1
+	.byte	0xc
+	.long	0x114
+	.byte	0x1
+	.uleb128 0xb
+	.string	"x"
+	.byte	0x1
+	.byte	0x1
+	.byte	0x17
+	.long	0x114
+	.byte	0
+	.byte	0
+	.section	.debug_abbrev,"",@progbits
+.Ldebug_abbrev0:
+	.uleb128 0x1
+	.uleb128 0x11
+	.byte	0x1
+	.uleb128 0x25
+	.uleb128 0xe
+	.uleb128 0x13
+	.uleb128 0xb
+	.uleb128 0x3
+	.uleb128 0xe
+	.uleb128 0x1b
+	.uleb128 0xe
+	.uleb128 0x11
+	.uleb128 0x1
+	.uleb128 0x12
+	.uleb128 0x7
+	.uleb128 0x10
+	.uleb128 0x17
+	.byte	0
+	.byte	0
+	.uleb128 0x2
+	.uleb128 0x2e
+	.byte	0x1
+	.uleb128 0x3f
+	.uleb128 0x19
+	.uleb128 0x3
+	.uleb128 0xe
+	.uleb128 0x3a
+	.uleb128 0xb
+	.uleb128 0x3b
+	.uleb128 0xb
+	.uleb128 0x39
+	.uleb128 0xb
+	.uleb128 0x27
+	.uleb128 0x19
+	.uleb128 0x49
+	.uleb128 0x13
+	.uleb128 0x11
+	.uleb128 0x1
+	.uleb128 0x12
+	.uleb128 0x7
+	.uleb128 0x40
+	.uleb128 0x18
+	.uleb128 0x2117
+	.uleb128 0x19
+	.uleb128 0x1
+	.uleb128 0x13
+	.byte	0
+	.byte	0
+	.uleb128 0x3
+	.uleb128 0x5
+	.byte	0
+	.uleb128 0x3
+	.uleb128 0x8
+	.uleb128 0x3a
+	.uleb128 0xb
+	.uleb128 0x3b
+	.uleb128 0xb
+	.uleb128 0x39
+	.uleb128 0xb
+	.uleb128 0x49
+	.uleb128 0x13
+	.uleb128 0x2
+	.uleb128 0x17
+	.uleb128 0x2137
+	.uleb128 0x17
+	.byte	0
+	.byte	0
+	.uleb128 0x4
+	.uleb128 0x5
+	.byte	0
+	.uleb128 0x3
+	.uleb128 0xe
+	.uleb128 0x3a
+	.uleb128 0xb
+	.uleb128 0x3b
+	.uleb128 0xb
+	.uleb128 0x39
+	.uleb128 0xb
+	.uleb128 0x49
+	.uleb128 0x13
+	.uleb128 0x2
+	.uleb128 0x18
+	.byte	0
+	.byte	0
+	.uleb128 0x5
+	.uleb128 0x1d
+	.byte	0x1
+	.uleb128 0x31
+	.uleb128 0x13
+	.uleb128 0x52
+	.uleb128 0x1
+	.uleb128 0x2138
+	.uleb128 0xb
+	.uleb128 0x11
+	.uleb128 0x1
+	.uleb128 0x12
+	.uleb128 0x7
+	.uleb128 0x58
+	.uleb128 0xb
+	.uleb128 0x59
+	.uleb128 0xb
+	.uleb128 0x57
+	.uleb128 0xb
+	.byte	0
+	.byte	0
+	.uleb128 0x6
+	.uleb128 0x5
+	.byte	0
+	.uleb128 0x31
+	.uleb128 0x13
+	.uleb128 0x2
+	.uleb128 0x17
+	.uleb128 0x2137
+	.uleb128 0x17
+	.byte	0
+	.byte	0
+	.uleb128 0x7
+	.uleb128 0x1d
+	.byte	0x1
+	.uleb128 0x31
+	.uleb128 0x13
+	.uleb128 0x52
+	.uleb128 0x1
+	.uleb128 0x2138
+	.uleb128 0xb
+	.uleb128 0x55
+	.uleb128 0x17
+	.uleb128 0x58
+	.uleb128 0xb
+	.uleb128 0x59
+	.uleb128 0xb
+	.uleb128 0x57
+	.uleb128 0xb
+	.uleb128 0x1
+	.uleb128 0x13
+	.byte	0
+	.byte	0
+	.uleb128 0x8
+	.uleb128 0x24
+	.byte	0
+	.uleb128 0xb
+	.uleb128 0xb
+	.uleb128 0x3e
+	.uleb128 0xb
+	.uleb128 0x3
+	.uleb128 0x8
+	.byte	0
+	.byte	0
+	.uleb128 0x9
+	.uleb128 0xf
+	.byte	0
+	.uleb128 0xb
+	.uleb128 0xb
+	.uleb128 0x49
+	.uleb128 0x13
+	.byte	0
+	.byte	0
+	.uleb128 0xa
+	.uleb128 0x2e
+	.byte	0x1
+	.uleb128 0x3
+	.uleb128 0xe
+	.uleb128 0x3a
+	.uleb128 0xb
+	.uleb128 0x3b
+	.uleb128 0xb
+	.uleb128 0x39
+	.uleb128 0xb
+	.uleb128 0x27
+	.uleb128 0x19
+	.uleb128 0x49
+	.uleb128 0x13
+	.uleb128 0x20
+	.uleb128 0xb
+	.uleb128 0x1
+	.uleb128 0x13
+	.byte	0
+	.byte	0
+	.uleb128 0xb
+	.uleb128 0x5
+	.byte	0
+	.uleb128 0x3
+	.uleb128 0x8
+	.uleb128 0x3a
+	.uleb128 0xb
+	.uleb128 0x3b
+	.uleb128 0xb
+	.uleb128 0x39
+	.uleb128 0xb
+	.uleb128 0x49
+	.uleb128 0x13
+	.byte	0
+	.byte	0
+	.uleb128 0xc
+	.uleb128 0x2e
+	.byte	0x1
+	.uleb128 0x3
+	.uleb128 0xe
+	.uleb128 0x3a
+	.uleb128 0xb
+	.uleb128 0x3b
+	.uleb128 0xb
+	.uleb128 0x39
+	.uleb128 0xb
+	.uleb128 0x27
+	.uleb128 0x19
+	.uleb128 0x49
+	.uleb128 0x13
+	.uleb128 0x20
+	.uleb128 0xb
+	.byte	0
+	.byte	0
+	.byte	0
+	.section	.debug_loc,"",@progbits
+.Ldebug_loc0:
+.LVUS0:
+	.uleb128 0
+	.uleb128 .LVU13
+	.uleb128 .LVU13
+	.uleb128 0
+.LLST0:
+	.quad	.LVL0-.Ltext0
+	.quad	.LVL3-.Ltext0
+	.value	0x1
+	.byte	0x55
+	.quad	.LVL3-.Ltext0
+	.quad	.LFE2-.Ltext0
+	.value	0x2
+	.byte	0x71
+	.sleb128 0
+	.quad	0
+	.quad	0
+.LVUS1:
+	.uleb128 0
+	.uleb128 .LVU12
+	.uleb128 .LVU12
+	.uleb128 0
+.LLST1:
+	.quad	.LVL0-.Ltext0
+	.quad	.LVL2-.Ltext0
+	.value	0x1
+	.byte	0x54
+	.quad	.LVL2-.Ltext0
+	.quad	.LFE2-.Ltext0
+	.value	0x4
+	.byte	0xf3
+	.uleb128 0x1
+	.byte	0x54
+	.byte	0x9f
+	.quad	0
+	.quad	0
+.LVUS2:
+	.uleb128 .LVU4
+	.uleb128 .LVU11
+.LLST2:
+	.quad	.LVL1-.Ltext0
+	.quad	.LVL1-.Ltext0
+	.value	0x1
+	.byte	0x54
+	.quad	0
+	.quad	0
+.LVUS3:
+	.uleb128 .LVU4
+	.uleb128 .LVU11
+.LLST3:
+	.quad	.LVL1-.Ltext0
+	.quad	.LVL1-.Ltext0
+	.value	0x1
+	.byte	0x55
+	.quad	0
+	.quad	0
+.LVUS4:
+	.uleb128 .LVU6
+	.uleb128 .LVU8
+.LLST4:
+	.quad	.LVL1-.Ltext0
+	.quad	.LVL1-.Ltext0
+	.value	0x1
+	.byte	0x55
+	.quad	0
+	.quad	0
+.LVUS5:
+	.uleb128 .LVU8
+	.uleb128 .LVU11
+.LLST5:
+	.quad	.LVL1-.Ltext0
+	.quad	.LVL1-.Ltext0
+	.value	0x1
+	.byte	0x54
+	.quad	0
+	.quad	0
+	.section	.debug_aranges,"",@progbits
+	.long	0x2c
+	.value	0x2
+	.long	.Ldebug_info0
+	.byte	0x8
+	.byte	0
+	.value	0
+	.value	0
+	.quad	.Ltext0
+	.quad	.Letext0-.Ltext0
+	.quad	0
+	.quad	0
+	.section	.debug_ranges,"",@progbits
+.Ldebug_ranges0:
+	.quad	.LBB14-.Ltext0
+	.quad	.LBE14-.Ltext0
+	.quad	.LBB19-.Ltext0
+	.quad	.LBE19-.Ltext0
+	.quad	0
+	.quad	0
+	.section	.debug_line,"",@progbits
+.Ldebug_line0:
+	.section	.debug_str,"MS",@progbits,1
+.LASF0:
+	.string	"GNU C17 12.2.0 -mtune=generic -march=x86-64 -gdwarf-4 -O2 -fno-asynchronous-unwind-tables"
+.LASF5:
+	.string	"sum_of_squares"
+.LASF2:
+	.string	"/src"
+.LASF3:
+	.string	"outer"
+.LASF4:
+	.string	"result"
+.LASF6:
+	.string	"square"
+.LASF1:
+	.string	"inlined.c"
+	.ident	"GCC: (Debian 12.2.0-14+deb12u1) 12.2.0"
+	.section	.note.GNU-stack,"",@progbits
