@@ -69,7 +69,7 @@ void list(benchmark::State& state, const Shape& shape) {
         char* words[] = {program_name, assembly_name.data(), listing_name, nullptr};
         init(3, words);
         process_assy();
-        close_listing();
+        end_listing();
     }
     start_afresh();
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));

@@ -22,12 +22,16 @@
 #include "tests/interlist/fresh_state.h"
 #include "tests/interlist/reference_model.h"
 
-// The core ends the process through exit, which the linker turns into this.
-// Nothing between here and the run needs a destructor.
+// The core ends the process through exit and writes the listing through write, which
+// the linker turns into these. Nothing between here and the run needs a destructor.
 static bool running = false;
 static std::jmp_buf after_the_run;
 
-// The linker gives these two their names.
+// A listing that is full soon: a width or a position may ask for gigabytes.
+static std::string listing;
+constexpr std::size_t longest_listing = 2000000;
+
+// The linker gives these their names.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" [[noreturn]] void __real_exit(int status);
 extern "C" [[noreturn]] void __wrap_exit(int status) {
@@ -36,18 +40,20 @@ extern "C" [[noreturn]] void __wrap_exit(int status) {
     }
     __real_exit(status);
 }
-// NOLINTEND(bugprone-reserved-identifier)
 
-// A listing that is full soon: a width or a position may ask for gigabytes.
-static std::string listing;
-static ssize_t gather(void*, const char* text, std::size_t size) {
-    if (listing.size() > 2000000) {
-        errno = ENOSPC;
-        return 0;
+extern "C" ssize_t __real_write(int descriptor, const void* text, std::size_t size);
+extern "C" ssize_t __wrap_write(int descriptor, const void* text, std::size_t size) {
+    if (!running || descriptor != list_output.descriptor) {
+        return __real_write(descriptor, text, size);
     }
-    listing.append(text, size);
+    if (listing.size() > longest_listing) {
+        errno = ENOSPC;
+        return -1;
+    }
+    listing.append(static_cast<const char*>(text), size);
     return static_cast<ssize_t>(size);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 static bool run(std::vector<char*>& words) {
     running = true;
@@ -56,11 +62,8 @@ static bool run(std::vector<char*>& words) {
         return false;
     }
     init(static_cast<int>(words.size()) - 1, words.data());
-    std::fclose(LIST);
-    LIST = fopencookie(nullptr, "w", {nullptr, gather, nullptr, nullptr});
-    std::setvbuf(LIST, nullptr, _IONBF, 0);
     process_assy();
-    close_listing();
+    end_listing();
     running = false;
     return true;
 }

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "interlist/diagnostics.h"
+#include "interlist/listing_output.h"
 #include "interlist/number.h"
 #include "interlist/state.h"
 #include "interlist/version.h"
@@ -104,11 +105,7 @@ static void open_files() {
         file_error("Cannot open input file", assy_file_name);
     }
     attach_input(assy_input, ASSY);
-    LIST = std::fopen(temp_file_name, "w");
-    if (LIST == nullptr) {
-        file_error("Cannot open temp file", temp_file_name);
-    }
-    std::setvbuf(LIST, nullptr, _IONBF, 0);  // the listing has a buffer of its own
+    begin_listing();
 }
 
 void init(int argc, char** argv) {

@@ -13,11 +13,11 @@
 #include <cstring>
 #include <string_view>
 
-#include "interlist/listing_output.h"
+#include "interlist/output.h"
 #include "interlist/state.h"
 
 void end_program(int status) {
-    flush_listing();
+    flush_output(list_output);
     std::exit(status);
 }
 
@@ -45,6 +45,13 @@ void file_warn(const char* message, const char* name) {
 void limit_error() {
     std::puts("\n>> FATAL ERROR - String exceeds internal limit!!");
     end_program(1);
+}
+
+void copy_text(char (&buffer)[buffer_size], std::string_view text) {
+    if (text.size() > longest_text) {
+        limit_error();
+    }
+    buffer[text.copy(buffer, text.size())] = '\0';
 }
 
 namespace {
@@ -167,7 +174,7 @@ void signal_handler(int signal_number) {
             break;
         default:
             report_internal_error(text, name, phrase_of(signal_number));
-            flush_listing();
+            flush_output(list_output);
             close_quietly(LIST);
             close_quietly(ASSY);
             close_quietly(CFILE);

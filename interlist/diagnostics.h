@@ -2,6 +2,10 @@
 // the limit, fatal and terminating signals. Used by every other concern.
 #pragma once
 
+#include <string_view>
+
+#include "interlist/state.h"
+
 // Ends the program. What was written to the listing so far is left on disk.
 [[noreturn]] void end_program(int status);
 
@@ -16,6 +20,10 @@ void file_warn(const char* message, const char* name);
 // Says on standard output that a text exceeds the buffers' limit and ends the
 // program with status 1.
 [[noreturn]] void limit_error();
+
+// Copies outside text into one of the buffers, or ends the program like
+// limit_error() when it is longer than a buffer holds.
+void copy_text(char (&buffer)[buffer_size], std::string_view text);
 
 // The handler of every signal that is caught: reports the signal on standard
 // error, leaves the listing on disk as far as it got, and ends the program with

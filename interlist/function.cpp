@@ -104,16 +104,6 @@ int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
     return 1;
 }
 
-static void write_separator() {
-    write_listing(";");
-    if (cut_colm == 0) {
-        fill_listing('-', 70);
-    } else if (cut_colm > 1) {
-        fill_listing('-', static_cast<std::size_t>(cut_colm) - 1);
-    }
-    write_listing("\n");
-}
-
 namespace {
 
 // What one call of process_func carries from block to block.
@@ -150,7 +140,7 @@ void list_c_lines(block_state& block) {
         read_source_line(listed_line_limit);
         if (skip_blanks == 0 || is_blank_line(in_rec) == 0) {
             if (!printed) {
-                write_separator();
+                list_separator();
                 printed = true;
             }
             block.strip_count = format_line(in_rec, block.strip_count);
@@ -160,7 +150,7 @@ void list_c_lines(block_state& block) {
         line_is_done();
     }
     if (printed) {
-        write_separator();
+        list_separator();
         block.strip_count = 0;
     }
 }
@@ -180,7 +170,7 @@ void copy_line() {
 void copy_assembly(unsigned count, const passed_assembly& passed) {
     if (count != no_count && plain_up_to(assy_input, passed.next)) {
         while (input_position(assy_input) < passed.next) {
-            write_listing(next_ordinary_lines(assy_input, longest_text));
+            list_assembly(next_ordinary_lines(assy_input, longest_text));
             copy_line();
         }
         return;

@@ -100,7 +100,7 @@ static void note_name_width() {
 int owrite(std::string_view line) {
     const directive kind = directive_of(line);
     if (kind == directive::none) {
-        write_listing(line);
+        list_assembly(line);
         return 1;
     }
     if (kind == directive::symbol) {
@@ -114,7 +114,7 @@ int owrite(std::string_view line) {
 
 void process_assy() {
     for (;;) {
-        write_listing(next_ordinary_lines(assy_input, longest_text));
+        list_assembly(next_ordinary_lines(assy_input, longest_text));
         std::string_view line;
         if (!next_piece(assy_input, longest_text, line)) {
             return;

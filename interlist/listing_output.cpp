@@ -1,68 +1,110 @@
-// Writing to the listing.
+// The form of the listing.
 #include "interlist/listing_output.h"
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdio>
-#include <cstring>
-#include <span>
 
 #include "interlist/diagnostics.h"
+#include "interlist/output.h"
 #include "interlist/state.h"
 
-namespace {
+// A C line's comment begins with 8 columns, "; %3d | ". With -w both it and the
+// separator are as wide as asked for; without, they differ, and listings are known so.
+constexpr std::size_t prefix_width = 8;
+constexpr std::size_t default_separator_width = 71;
+constexpr std::size_t default_text_width = 71;
 
-std::array<char, 65536> gathered;
-std::size_t gathered_size = 0;  // moves on only when the text is in place
+static std::size_t separator_width() {
+    return cut_colm == 0 ? default_separator_width
+                         : static_cast<std::size_t>(std::max(cut_colm, 1));
+}
 
-void listing_failed() {
+static std::size_t text_width() {
+    if (cut_colm == 0) {
+        return default_text_width;
+    }
+    const auto width = static_cast<std::size_t>(std::max(cut_colm, 0));
+    return width > prefix_width ? width - prefix_width : 1;
+}
+
+[[noreturn]] static void listing_failed() {
     file_error("Failed to close", temp_file_name);
 }
 
-// The free part of the buffer, never empty. Blocks are written full, so that
-// they stay aligned in the file.
-std::span<char> room() {
-    if (gathered_size == gathered.size() && !flush_listing()) {
+static void put(std::string_view text) {
+    if (!add_text(list_output, text)) {
         listing_failed();
     }
-    return std::span(gathered).subspan(gathered_size);
 }
 
-}  // namespace
-
-// The text is let go of first: whatever happens to it, it is not written twice.
-bool flush_listing() {
-    const std::size_t size = gathered_size;
-    gathered_size = 0;
-    return size == 0 || LIST == nullptr || std::fwrite(gathered.data(), 1, size, LIST) == size;
+static void fill(char with, std::size_t count) {
+    if (!add_fill(list_output, with, count)) {
+        listing_failed();
+    }
 }
 
-void close_listing() {
+void begin_listing() {
+    LIST = std::fopen(temp_file_name, "w");
+    if (LIST == nullptr) {
+        file_error("Cannot open temp file", temp_file_name);
+    }
+    attach_output(list_output, fileno(LIST));
+}
+
+void list_assembly(std::string_view text) {
+    put(text);
+}
+
+void list_separator() {
+    put(";");
+    fill('-', separator_width() - 1);
+    put("\n");
+}
+
+// "; %3d | ": the number in at least three columns.
+static void put_numbered_prefix(unsigned number) {
+    std::array<char, 24> prefix{';', ' '};
+    std::array<char, 12> digits{};
+    const char* const digits_end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<int>(number)).ptr;
+    const auto count = static_cast<std::size_t>(digits_end - digits.data());
+    char* to = prefix.data() + 2;
+    to = std::fill_n(to, count < 3 ? 3 - count : 0, ' ');
+    to = std::copy_n(digits.data(), count, to);
+    to = std::copy_n(" | ", 3, to);
+    put({prefix.data(), static_cast<std::size_t>(to - prefix.data())});
+}
+
+static void put_padded(std::string_view text, std::size_t width) {
+    put(text);
+    fill(' ', width - text.size());
+    put("\n");
+}
+
+void list_c_line(unsigned number, std::string_view text) {
+    const std::size_t width = text_width();
+    put_numbered_prefix(number);
+    if (text.size() <= width) {
+        put_padded(text, width);
+        return;
+    }
+    const std::string_view first = text.substr(0, width);
+    put(first.substr(0, first.find_last_not_of(' ') + 1));
+    put("\n");
+    for (std::size_t at = width; at < text.size(); at += width) {
+        put(";     | ");
+        put_padded(text.substr(at, width), width);
+    }
+}
+
+void end_listing() {
     if (LIST == nullptr) {
         return;
     }
-    if (!flush_listing() || std::fclose(LIST) != 0) {
+    if (!flush_output(list_output) || std::fclose(LIST) != 0) {
         listing_failed();
     }
     LIST = nullptr;
-}
-
-void write_listing(std::string_view text) {
-    while (!text.empty()) {
-        const std::span<char> free = room();
-        const std::size_t size = std::min(free.size(), text.size());
-        std::memcpy(free.data(), text.data(), size);
-        gathered_size += size;
-        text.remove_prefix(size);
-    }
-}
-
-void fill_listing(char fill, std::size_t count) {
-    while (count > 0) {
-        const std::span<char> free = room();
-        const std::size_t size = std::min(free.size(), count);
-        std::memset(free.data(), fill, size);
-        gathered_size += size;
-        count -= size;
-    }
 }

@@ -1,20 +1,24 @@
-// Writing to the listing. Text is gathered in one static buffer and written in
-// large blocks. A write that fails, at whatever time, ends the program with
-// status 1: a short listing is never reported as success. Used by the listing
-// pass, the formatting of C lines, and every end of the program.
+// What the listing is made of: assembly as it stands, and blocks of C lines between two
+// separators. The only routines that write to LIST, and the only place that knows how
+// wide things are. A write that fails, at whatever time, ends the program with status 1:
+// a short listing is never reported as success.
 #pragma once
 
-#include <cstddef>
 #include <string_view>
 
-// Adds `text` to the listing.
-void write_listing(std::string_view text);
+// Opens LIST under the name temp_file_name. A file that cannot be opened ends the
+// program with status 1.
+void begin_listing();
 
-// Adds `count` times the character `fill`.
-void fill_listing(char fill, std::size_t count);
+// Adds assembly: any number of lines, or pieces of one.
+void list_assembly(std::string_view text);
 
-// Writes what was gathered to LIST. False when it could not all be written.
-bool flush_listing();
+// Adds the line that stands before and behind a block of C lines.
+void list_separator();
 
-// Flushes LIST and closes it, if it is open.
-void close_listing();
+// Adds a C line without its newline, as a comment line numbered `number` and as many
+// more as the width makes of it.
+void list_c_line(unsigned number, std::string_view text);
+
+// Writes the rest and closes LIST, if it is open.
+void end_listing();

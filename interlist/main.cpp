@@ -33,7 +33,7 @@ int main(int argc, char** argv) {
     try {
         init(argc, argv);
         process_assy();
-        close_listing();
+        end_listing();
         close_stream(ASSY, assy_file_name);
         close_stream(CFILE, curr_open_file_name);
     } catch (const std::exception& exception) {

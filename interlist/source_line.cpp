@@ -1,9 +1,8 @@
-// How a C line looks in the listing.
+// A C line on its way into the listing.
 #include "interlist/source_line.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -66,36 +65,7 @@ int format_line(char* line, int strip_count) {
     return static_cast<int>(blanks > removed ? removed + 1 : removed);
 }
 
-static std::size_t text_width() {
-    if (cut_colm == 0) {
-        return 71;
-    }
-    return cut_colm > 8 ? static_cast<std::size_t>(cut_colm) - 8 : 1;
-}
-
-// "; %3d | ", with the number in at least three columns.
-static void write_numbered_prefix() {
-    std::array<char, 24> prefix{';', ' '};
-    std::array<char, 12> digits{};
-    const char* const digits_end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<int>(curr_line))
-            .ptr;
-    const auto count = static_cast<std::size_t>(digits_end - digits.data());
-    char* to = prefix.data() + 2;
-    to = std::fill_n(to, count < 3 ? 3 - count : 0, ' ');
-    to = std::copy_n(digits.data(), count, to);
-    to = std::copy_n(" | ", 3, to);
-    write_listing({prefix.data(), static_cast<std::size_t>(to - prefix.data())});
-}
-
-static void write_padded(std::string_view text, std::size_t width) {
-    write_listing(text);
-    fill_listing(' ', width - text.size());
-    write_listing("\n");
-}
-
 void output_formatted_line(char* line) {
-    const std::size_t width = text_width();
     std::string_view text = line;
     if (text.size() > buffer_size) {
         std::puts(">> INTERNAL ERROR");
@@ -103,16 +73,5 @@ void output_formatted_line(char* line) {
     }
     text = text.substr(0, text.find_last_not_of('\n') + 1);
     line[text.size()] = '\0';
-    write_numbered_prefix();
-    if (text.size() <= width) {
-        write_padded(text, width);
-        return;
-    }
-    const std::string_view first = text.substr(0, width);
-    write_listing(first.substr(0, first.find_last_not_of(' ') + 1));
-    write_listing("\n");
-    for (std::size_t at = width; at < text.size(); at += width) {
-        write_listing(";     | ");
-        write_padded(text.substr(at, width), width);
-    }
+    list_c_line(curr_line, text);
 }

@@ -1,5 +1,4 @@
-// How a C line looks in the listing: tabs, indentation, width, number. Called
-// by the function interlisting.
+// A C line on its way into the listing: its tabs, its indentation, its line end.
 #pragma once
 
 // Expands the tabs of `line` (tab stops every 8 columns, as long as the line

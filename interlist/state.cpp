@@ -1,8 +1,5 @@
-// The interlister's process-wide state, and the one way in which outside text
-// gets into its buffers.
+// The interlister's process-wide state.
 #include "interlist/state.h"
-
-#include "interlist/diagnostics.h"
 
 FILE* ASSY = nullptr;
 FILE* LIST = nullptr;
@@ -12,6 +9,9 @@ static char assy_window[65536];
 static char cfile_window[65536];
 input_stream assy_input{.window = assy_window, .size = sizeof assy_window};
 input_stream cfile_input{.window = cfile_window, .size = sizeof cfile_window};
+
+static char gathered[65536];
+output_stream list_output{.buffer = gathered, .size = sizeof gathered};
 
 char assy_file_name[buffer_size];
 char temp_file_name[buffer_size];
@@ -32,10 +32,3 @@ int name_width = 0;
 int prev_name_width = 0;
 bool assembly_has_no_more_positions = false;
 const char* prog_name = nullptr;
-
-void copy_text(char (&buffer)[buffer_size], std::string_view text) {
-    if (text.size() > longest_text) {
-        limit_error();
-    }
-    buffer[text.copy(buffer, text.size())] = '\0';
-}

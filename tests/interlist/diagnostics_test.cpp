@@ -160,7 +160,7 @@ TEST_F(Diagnostics, AFaultLeavesTheListingOnDisk) {
     begin_pass(folder, "");
     EXPECT_EXIT(
         {
-            write_listing("so far\n");
+            list_assembly("so far\n");
             signal_handler(SIGSEGV);
         },
         ExitedWithCode(2), "");
@@ -172,7 +172,7 @@ TEST_F(Diagnostics, AForcedExitLeavesTheListingOnDisk) {
     begin_pass(folder, "");
     EXPECT_EXIT(
         {
-            write_listing("so far\n");
+            list_assembly("so far\n");
             signal_handler(SIGINT);
         },
         ExitedWithCode(2), "");
@@ -186,35 +186,4 @@ TEST_F(Diagnostics, TheLimitMessageGoesToStandardOutput) {
             limit_error();
         },
         ExitedWithCode(1), testing::Eq("\n>> FATAL ERROR - String exceeds internal limit!!\n"));
-}
-
-TEST_F(Diagnostics, AListingThatCannotBeWrittenEndsTheRunAtOnce) {
-    EXPECT_EXIT(
-        {
-            LIST = std::fopen("/dev/full", "w");
-            std::strcpy(temp_file_name, "out.cl");
-            write_listing(std::string(70000, 'x'));
-            _exit(0);
-        },
-        ExitedWithCode(1),
-        testing::Eq(">> WARNING: Failed to close 'out.cl': No space left on device\n"));
-}
-
-TEST_F(Diagnostics, AWriteThatFailsIsNotForgottenWhenLaterOnesSucceed) {
-    EXPECT_EXIT(
-        {
-            static int writes = 0;
-            const auto fail_once = [](void*, const char*, std::size_t size) -> ssize_t {
-                errno = ENOSPC;
-                return ++writes == 1 ? 0 : static_cast<ssize_t>(size);
-            };
-            LIST = fopencookie(nullptr, "w", {nullptr, fail_once, nullptr, nullptr});
-            std::setvbuf(LIST, nullptr, _IONBF, 0);
-            std::strcpy(temp_file_name, "out.cl");
-            fill_listing('x', 200000);
-            close_listing();
-            _exit(0);
-        },
-        ExitedWithCode(1),
-        testing::Eq(">> WARNING: Failed to close 'out.cl': No space left on device\n"));
 }

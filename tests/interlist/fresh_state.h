@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "interlist/listing_output.h"
 #include "interlist/source_position.h"
 #include "interlist/state.h"
 
@@ -22,7 +21,8 @@ inline void close_and_clear(FILE*& stream) {
 
 inline void start_afresh() {
     close_and_clear(ASSY);
-    flush_listing();
+    flush_output(list_output);
+    attach_output(list_output, -1);
     close_and_clear(LIST);
     close_and_clear(CFILE);
     attach_input(assy_input, nullptr);

@@ -4,6 +4,7 @@
 #include "interlist/command_line.h"
 #include "interlist/listing.h"
 #include "interlist/listing_output.h"
+#include "interlist/output.h"
 #include "tests/interlist/fresh_state.h"
 
 static void start_with(std::vector<std::string> arguments) {
@@ -20,7 +21,7 @@ static void start_with(std::vector<std::string> arguments) {
 void run_pass(const std::vector<std::string>& arguments) {
     start_with(arguments);
     process_assy();
-    close_listing();
+    end_listing();
     close_and_clear(ASSY);
     close_and_clear(CFILE);
 }
@@ -37,6 +38,6 @@ void begin_pass(const ScratchFolder& folder, const std::string& assembly) {
 }
 
 std::string listing_so_far() {
-    flush_listing();
+    flush_output(list_output);
     return read_file(temp_file_name);
 }
