@@ -6,10 +6,9 @@
 #include <optional>
 #include <string_view>
 
+#include "interlist/assembly_line.h"
 #include "interlist/diagnostics.h"
-#include "interlist/listing.h"
 #include "interlist/listing_output.h"
-#include "interlist/number.h"
 #include "interlist/source_file.h"
 #include "interlist/source_line.h"
 #include "interlist/source_position.h"
@@ -46,12 +45,6 @@ int is_blank_line(const char* line) {
     return 1;
 }
 
-// The number a directive carries, as an unsigned C line or part of one.
-static std::optional<unsigned> operand(std::string_view line, directive kind) {
-    const std::optional<int> number = leading_number(line.substr(directive_length(kind)));
-    return number ? std::optional<unsigned>(static_cast<unsigned>(*number)) : std::nullopt;
-}
-
 // Goes back to where a look-ahead began. That fails only when ASSY is a pipe
 // and the look-ahead was longer than its window.
 static void return_to(long position) {
@@ -73,7 +66,8 @@ int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
     unsigned number = 0;
     std::string_view line;
     for (;;) {
-        const std::string_view passed_over = next_ordinary_lines(assy_input, longest_text);
+        const std::string_view passed_over =
+            next_ordinary_lines(assy_input, longest_text, directive_mark);
         number += static_cast<unsigned>(std::count(passed_over.begin(), passed_over.end(), '\n'));
         if (!next_piece(assy_input, longest_text, line)) {
             break;
@@ -81,17 +75,20 @@ int skip_lines(unsigned* end_line, unsigned* count, passed_assembly* passed) {
         ++number;
         const directive kind = directive_of(line);
         if (kind == directive::line || kind == directive::end_of_function) {
-            const std::optional<unsigned> carried = operand(line, kind);
+            const std::optional<int> carried = operand_number(line, kind);
             *count = number;
             seen.next = seen.tail = input_position(assy_input);
             if (kind == directive::end_of_function) {
-                *end_line = carried.value_or(*end_line);
+                if (carried) {
+                    *end_line = static_cast<unsigned>(*carried);
+                }
                 return_to(start);
                 return 1;
             }
             // Relative to the function. A position behind the lines already
             // listed is passed over; its assembly belongs to the next one.
-            const unsigned position = static_cast<unsigned>(func_line) + carried.value_or(0) - 1;
+            const unsigned position =
+                static_cast<unsigned>(func_line) + static_cast<unsigned>(carried.value_or(0)) - 1;
             if (carried && position >= curr_line) {
                 *end_line = position;
                 return_to(start);
@@ -170,7 +167,7 @@ void copy_line() {
 void copy_assembly(unsigned count, const passed_assembly& passed) {
     if (count != no_count && plain_up_to(assy_input, passed.next)) {
         while (input_position(assy_input) < passed.next) {
-            list_assembly(next_ordinary_lines(assy_input, longest_text));
+            list_assembly(next_ordinary_lines(assy_input, longest_text, directive_mark));
             copy_line();
         }
         return;

@@ -183,14 +183,15 @@ static std::size_t find_special(const char* window, std::size_t from, std::size_
     return static_cast<std::size_t>(std::find_if(window + from, window + to, is_special) - window);
 }
 
-// The first line start in (from, to) where "\t.i" stands; `to` if there is none.
-static std::size_t find_marked_line(const char* window, std::size_t from, std::size_t to) {
-    constexpr std::string_view mark = "\n\t.i";
+// The first line start in (from, to) where `mark` stands; `to` if there is none.
+static std::size_t find_marked_line(const char* window, std::size_t from, std::size_t to,
+                                    line_mark mark) {
+    const std::array<char, 4> marked_start{'\n', mark[0], mark[1], mark[2]};
     const auto marked = [=](std::size_t at) {
-        return equals(window[at], mark[0]) & equals(window[at + 1], mark[1]) &
-               equals(window[at + 2], mark[2]) & equals(window[at + 3], mark[3]);
+        return equals(window[at], marked_start[0]) & equals(window[at + 1], marked_start[1]) &
+               equals(window[at + 2], marked_start[2]) & equals(window[at + 3], marked_start[3]);
     };
-    for (; to - from >= block_size + mark.size(); from += block_size) {
+    for (; to - from >= block_size + marked_start.size(); from += block_size) {
         unsigned char hits = 0;
         for (std::size_t i = from; i < from + block_size; ++i) {
             hits = static_cast<unsigned char>(hits | marked(i));
@@ -199,7 +200,8 @@ static std::size_t find_marked_line(const char* window, std::size_t from, std::s
             break;
         }
     }
-    const std::size_t found = std::string_view(window + from, to - from).find(mark);
+    const std::size_t found =
+        std::string_view(window + from, to - from).find({marked_start.data(), marked_start.size()});
     return found == std::string_view::npos ? to : from + found + 1;
 }
 
@@ -227,17 +229,17 @@ bool next_plain_line(input_stream& input, std::size_t limit, std::string_view& l
     return true;
 }
 
-std::string_view next_ordinary_lines(input_stream& input, std::size_t limit) {
+std::string_view next_ordinary_lines(input_stream& input, std::size_t limit, line_mark mark) {
     if (input.at == input.end && !refill(input)) {
         return {};
     }
     const std::size_t from = input.at;
     is_plain(input, from, input.end);
     const std::string_view plain(input.window + from, input.plain_to - from);
-    if (plain.starts_with("\t.i")) {
+    if (plain.starts_with(std::string_view(mark.data(), mark.size()))) {
         return {};
     }
-    std::size_t length = find_marked_line(input.window, from, input.plain_to) - from;
+    std::size_t length = find_marked_line(input.window, from, input.plain_to, mark) - from;
     length = plain.substr(0, length).rfind('\n') + 1;
     // A line that is longer than the limit ends the run.
     for (std::size_t good = 0; length - good > limit;) {

@@ -6,6 +6,7 @@
 // file and the C file are read through it.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdio>
 #include <limits>
@@ -62,10 +63,13 @@ bool next_piece(input_stream& input, std::size_t limit, std::string_view& piece)
 // taken, when it is not. The line is valid until the next read.
 bool next_plain_line(input_stream& input, std::size_t limit, std::string_view& line);
 
+// What the lines begin with that a caller wants to look at.
+using line_mark = std::array<char, 3>;
+
 // Takes as many lines as lie in the window and are plain, not longer than
-// `limit` and do not begin with "\t.i", as one text; an empty one when the next
-// line is not of that kind. An interlist directive is never among them.
-std::string_view next_ordinary_lines(input_stream& input, std::size_t limit);
+// `limit` and do not begin with `mark`, as one text; an empty one when the next
+// line is not of that kind.
+std::string_view next_ordinary_lines(input_stream& input, std::size_t limit, line_mark mark);
 
 // True when all bytes up to `position` lie in the window and are plain.
 bool plain_up_to(input_stream& input, long position);

@@ -36,7 +36,7 @@ class Input : public testing::Test {
     }
 
     std::string ordinary(std::size_t limit) {
-        return std::string(next_ordinary_lines(input, limit));
+        return std::string(next_ordinary_lines(input, limit, {'\t', '.', 'i'}));
     }
 
     ScratchFolder folder;
