@@ -8,10 +8,10 @@
 
 #include "interlist/assembly_line.h"
 #include "interlist/diagnostics.h"
+#include "interlist/line_reader.h"
 #include "interlist/listing_output.h"
 #include "interlist/source_file.h"
 #include "interlist/source_line.h"
-#include "interlist/source_position.h"
 #include "interlist/state.h"
 
 // A directive count that no directive has set: it lasts to the end of the file.

@@ -1,27 +1,5 @@
-// Reading lines with the tool's own rules for line ends and end-of-file marks,
-// and the one C file that is open at a time. Called by the listing pass and the
-// function interlisting.
+// The one C file that is open at a time: opening it, reaching a line of it, reading it.
 #pragma once
-
-#include <string_view>
-
-#include "interlist/input.h"
-
-// The next character. CR LF comes back as one newline and Ctrl-Z is skipped;
-// the character behind a carriage return is looked at as it stands in the file,
-// so CR, Ctrl-Z, LF keeps its carriage return. A byte of value 255 comes back
-// as -1, like the end of the file.
-int mygetc(input_stream& stream);
-
-// Reads a line into `buffer`, which holds `size` bytes: up to and including a
-// newline, up to an end of file or a byte of value 255 (both dropped), or
-// `size` - 1 characters. Returns `buffer`, or null when the end ended the read
-// and nothing was stored. A read error ends the program with status 1.
-char* myfgets(char* buffer, int size, input_stream& stream);
-
-// The same, for callers that pass NULs on: all the text that was stored, which may
-// hold NULs, and empty where myfgets returns null.
-std::string_view myfgets_text(char* buffer, int size, input_stream& stream);
 
 // Records the name that an .ifile directive announces; returns the record.
 char* new_cfile(const char* name);
@@ -31,6 +9,15 @@ char* new_cfile(const char* name);
 // ends the program with status 1.
 void open_cfile(const char* name);
 
-// Warns of the current C file with `message` and leaves none open: as with a file that
-// cannot be opened, its functions are listed without C lines from here on.
-void give_up_cfile(const char* message);
+// Makes `line` the next line to be read from CFILE and sets curr_line to it.
+// Lines count from the beginning as myfgets with the full buffer reads them;
+// beyond the end of the file only curr_line moves. Where the file cannot go back to the
+// line, as a pipe cannot, it is given up with a warning and CFILE is null.
+void go_to_line(unsigned line);
+
+// Reads the next line into in_rec, at most `limit` - 1 characters of it. Does not
+// count it: curr_line stays the line's own number until line_is_done().
+void read_source_line(int limit);
+
+// Counts the line that was read last.
+void line_is_done();
