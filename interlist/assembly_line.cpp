@@ -16,6 +16,8 @@ struct directive_row {
     directive kind;
 };
 
+}  // namespace
+
 constexpr directive_row directive_table[] = {
     {"\t.ifile\t", directive::file},
     {"\t.iline\t", directive::line},
@@ -23,8 +25,6 @@ constexpr directive_row directive_table[] = {
     {"\t.ifunc\t", directive::function},
     {"\t.iendfunc\t", directive::end_of_function},
 };
-
-}  // namespace
 
 directive directive_of(std::string_view line) {
     // Most lines are told apart here.

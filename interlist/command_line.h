@@ -1,5 +1,4 @@
 // The command line: options in clusters, long options, one or two file names.
-// Called by main, once.
 #pragma once
 
 // Scans the arguments, sets the options and both file names, and opens ASSY

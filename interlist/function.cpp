@@ -112,9 +112,11 @@ struct block_state {
     int strip_count = 0;
 };
 
+}  // namespace
+
 // A position that repeats the previous one lists the line before which the
 // previous block stopped. That test does not ask for the end of the file.
-bool another_line_belongs(const block_state& block) {
+static bool another_line_belongs(const block_state& block) {
     return (curr_line < block.end_line && !cfile_input.at_end) ||
            (block.end_line == block.previous_end_line &&
             block.previous_end_line > block.last_line_read);
@@ -122,12 +124,12 @@ bool another_line_belongs(const block_state& block) {
 
 // Lines behind the end of the file are empty. Where blank lines are not listed
 // there may be billions of them without a trace, so they are counted at once.
-void pass_lines_behind_the_end(block_state& block) {
+static void pass_lines_behind_the_end(block_state& block) {
     block.last_line_read = std::max(curr_line, block.previous_end_line);
     curr_line = block.last_line_read + 1;
 }
 
-void list_c_lines(block_state& block) {
+static void list_c_lines(block_state& block) {
     bool printed = false;
     while (another_line_belongs(block)) {
         if (skip_blanks != 0 && cfile_input.at_end) {
@@ -152,7 +154,7 @@ void list_c_lines(block_state& block) {
     }
 }
 
-void copy_line() {
+static void copy_line() {
     std::string_view line;
     if (assy_input.failed || !next_plain_line(assy_input, longest_text, line)) {
         line = myfgets_text(in_rec, buffer_size, assy_input);
@@ -164,7 +166,7 @@ void copy_line() {
 // a look-ahead, which counts them as the C library reads lines; where all of
 // them are plain, that is as many as copying reads, and they end at the same
 // position.
-void copy_assembly(unsigned count, const passed_assembly& passed) {
+static void copy_assembly(unsigned count, const passed_assembly& passed) {
     if (count != no_count && plain_up_to(assy_input, passed.next)) {
         while (input_position(assy_input) < passed.next) {
             list_assembly(next_ordinary_lines(assy_input, longest_text, directive_mark));
@@ -176,8 +178,6 @@ void copy_assembly(unsigned count, const passed_assembly& passed) {
         copy_line();
     }
 }
-
-}  // namespace
 
 void process_func() {
     if (CFILE == nullptr) {

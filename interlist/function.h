@@ -1,5 +1,4 @@
 // Interlisting one function: which C lines go where among its assembly lines.
-// Called by the listing pass.
 #pragma once
 
 // What a look-ahead saw of the assembly behind ASSY's position.

@@ -1,5 +1,4 @@
-// Decimal numbers as options and directives carry them. Used by the command
-// line, the listing pass and the function interlisting.
+// Decimal numbers as options and directives carry them.
 #pragma once
 
 #include <optional>

@@ -6,7 +6,7 @@
 
 constexpr int title_width = 40;
 constexpr const char* title = "Morvex C Source Interlister";
-constexpr const char* version = "v8.3.12";
+constexpr const char* version = "v" INTERLIST_VERSION;
 constexpr const char* version_suffix = "";  // a qualifier of special builds
 
 int print_banner(FILE* stream) {

@@ -1,4 +1,4 @@
-// The answer to --toolversion. Called by the command line.
+// The answer to --toolversion.
 #pragma once
 
 #include <cstdio>

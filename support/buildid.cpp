@@ -1,70 +1,74 @@
 // Composes the build-number line. Every input is turned into letters and digits by
 // a fixed code, one character at a time; the branch name by a table of keys first.
-// Called by the interlister's version report.
 #include "support/buildid.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
+#include <iterator>
 #include <string_view>
 
-namespace {
-
 // The code works on ASCII whatever locale the tool has set.
-constexpr bool is_digit(char c) {
+static constexpr bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
-constexpr char upper(char c) {
+static constexpr char upper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
-constexpr char shifted(char c, int distance) {
+static constexpr char shifted(char c, int distance) {
     return static_cast<char>(c + distance);
 }
 
-struct BranchKey {
+namespace {
+
+struct branch_key {
     std::string_view key;
     std::string_view code;
 };
 
+}  // namespace
+
 // The first key that matches wins, so the last row is never reached: "Tarn" takes
 // its names. Two rows share ZE, and there is no ZF and no ZI. Numbers that are
 // already in use depend on all of it.
-constexpr std::array branch_key_table{
-    BranchKey{"Release_", "ZA"},      //
-    BranchKey{"Development_", "ZB"},  //
-    BranchKey{"Qov", "ZC"},           //
-    BranchKey{"Tarn", "ZD"},          //
-    BranchKey{"opi", "ZE"},           //
-    BranchKey{"V7100", "ZE"},         //
-    BranchKey{"k48", "ZG"},           //
-    BranchKey{"bew", "ZH"},           //
-    BranchKey{"Tarn8", "ZJ"},         //
+// clang-format off
+constexpr branch_key branch_key_table[] = {
+    {"Release_", "ZA"},
+    {"Development_", "ZB"},
+    {"Qov", "ZC"},
+    {"Tarn", "ZD"},
+    {"opi", "ZE"},
+    {"V7100", "ZE"},
+    {"k48", "ZG"},
+    {"bew", "ZH"},
+    {"Tarn8", "ZJ"},
 };
+// clang-format on
 
-constexpr std::array<std::string_view, 12> months{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                  "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr std::string_view months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 // Years after 2025 run on past Z: the code has no wrap-around.
-char year_code(const char* date) {
+static char year_code(const char* date) {
     return static_cast<char>(std::atoi(date + 7) - 1935);
 }
 
-char month_code(const char* date) {
-    const auto* const month = std::find(months.begin(), months.end(), std::string_view(date, 3));
-    return shifted('A', static_cast<int>(month - months.begin()));
+static char month_code(const char* date) {
+    const auto* const month =
+        std::find(std::begin(months), std::end(months), std::string_view(date, 3));
+    return shifted('A', static_cast<int>(month - std::begin(months)));
 }
 
-char day_code(const char* date) {
+static char day_code(const char* date) {
     const int day = std::atoi(date + 4);
     return static_cast<char>(day < 10 ? day + '0' : day + 55);
 }
 
-char hour_code(const char* time) {
+static char hour_code(const char* time) {
     const int hour = std::atoi(time);
     return shifted('A', hour == 24 ? 0 : hour);
 }
 
-char tag_code(char tag_character) {
+static char tag_code(char tag_character) {
     const char c = upper(tag_character);
     if (c >= 'A' && c <= 'J') {
         return shifted(c, '0' - 'A');
@@ -75,7 +79,7 @@ char tag_code(char tag_character) {
     return is_digit(c) ? shifted(c, 'Q' - '0') : '%';
 }
 
-char version_code(char c) {
+static char version_code(char c) {
     if (is_digit(c)) {
         return shifted(c, 'Q' - '0');
     }
@@ -87,7 +91,7 @@ char version_code(char c) {
 
 // The code of a branch character, upper-cased, that no key covers. Z and 9 are not
 // among them: they take two characters.
-char branch_code(char c) {
+static char branch_code(char c) {
     if (c >= 'A' && c <= 'J') {
         return shifted(c, '0' - 'A');
     }
@@ -100,22 +104,22 @@ char branch_code(char c) {
     return c == '_' || c == '-' || c == '.' ? c : '%';
 }
 
-bool starts_with_key(std::string_view text, std::string_view key) {
+static bool starts_with_key(std::string_view text, std::string_view key) {
     return text.size() >= key.size() &&
            std::equal(key.begin(), key.end(), text.begin(),
                       [](char a, char b) { return upper(a) == upper(b); });
 }
 
-void put_pair(std::string_view code, FILE* stream) {
+static void put_pair(std::string_view code, FILE* stream) {
     std::fwrite(code.data(), 1, 2, stream);
 }
 
-void put_branch(std::string_view branch, FILE* stream) {
+static void put_branch(std::string_view branch, FILE* stream) {
     while (!branch.empty()) {
         const auto* const row =
-            std::find_if(branch_key_table.begin(), branch_key_table.end(),
-                         [branch](const BranchKey& k) { return starts_with_key(branch, k.key); });
-        if (row != branch_key_table.end()) {
+            std::find_if(std::begin(branch_key_table), std::end(branch_key_table),
+                         [branch](const branch_key& k) { return starts_with_key(branch, k.key); });
+        if (row != std::end(branch_key_table)) {
             put_pair(row->code, stream);
             branch.remove_prefix(row->key.size());
             continue;
@@ -132,13 +136,11 @@ void put_branch(std::string_view branch, FILE* stream) {
     }
 }
 
-void put_coded(std::string_view text, char (*code)(char), FILE* stream) {
+static void put_coded(std::string_view text, char (*code)(char), FILE* stream) {
     for (const char c : text) {
         std::putc(code(c), stream);
     }
 }
-
-}  // namespace
 
 int buildid_of(const build_inputs& inputs, FILE* stream, const char* prefix) {
     if (stream == nullptr) {

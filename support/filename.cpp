@@ -15,24 +15,22 @@
 
 #include "support/safealloc.h"
 
-namespace {
-
 // The parts that fn_split hands out.
 constexpr std::size_t longest_part = 499;
-using PartBuffer = std::array<char, 512>;
-PartBuffer split_dir{};
-PartBuffer split_base{};
-PartBuffer split_ext{};
+using part_buffer = std::array<char, 512>;
+static part_buffer split_dir{};
+static part_buffer split_base{};
+static part_buffer split_ext{};
 
-void store(PartBuffer& buffer, std::string_view part) {
+static void store(part_buffer& buffer, std::string_view part) {
     *std::copy_n(part.begin(), std::min(part.size(), longest_part), buffer.begin()) = '\0';
 }
 
 // The beginning of fn_tmpnam's names: as long as tempnam takes, with room for the
 // digits of the process id behind the letters.
-std::array<char, 6> tmp_prefix{"Ze000"};
+static std::array<char, 6> tmp_prefix{"Ze000"};
 
-void set_tmp_prefix(unsigned long pid) {
+static void set_tmp_prefix(unsigned long pid) {
     constexpr std::string_view digits =
         "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
     static_assert(digits.size() == 62);
@@ -42,27 +40,27 @@ void set_tmp_prefix(unsigned long pid) {
 }
 
 // The listing in progress.
-DIR* dir_stream = nullptr;
+static DIR* dir_stream = nullptr;
 
 // The longest working directory that fn_get_working_dir gives, with its terminator.
 constexpr std::size_t working_dir_size = 500;
 
 // The last point of the name, when it lies in the last component; otherwise null.
-char* extension_point(char* name) {
+static char* extension_point(char* name) {
     char* const point = std::strrchr(name, '.');
     return point != nullptr && std::strchr(point, '/') == nullptr ? point : nullptr;
 }
 
-bool is_given(const char* part) {
+static bool is_given(const char* part) {
     return part != nullptr && *part != '\0';
 }
 
-std::size_t room_for(const char* part) {
+static std::size_t room_for(const char* part) {
     return part != nullptr ? std::strlen(part) + 1 : 0;
 }
 
 // Copies until a read returns nothing, which a failing read does too.
-bool copy_all(FILE* source, FILE* destination) {
+static bool copy_all(FILE* source, FILE* destination) {
     std::array<char, 1024> chunk{};
     while (const std::size_t got = std::fread(chunk.data(), 1, chunk.size(), source)) {
         if (std::fwrite(chunk.data(), 1, got, destination) != got) {
@@ -72,7 +70,7 @@ bool copy_all(FILE* source, FILE* destination) {
     return true;
 }
 
-bool copy_file(const char* from, const char* to) {
+static bool copy_file(const char* from, const char* to) {
     FILE* const source = std::fopen(from, "rb");
     if (source == nullptr) {
         return false;
@@ -87,8 +85,6 @@ bool copy_file(const char* from, const char* to) {
     const bool destination_closed = std::fclose(destination) == 0;
     return copied && source_closed && destination_closed;
 }
-
-}  // namespace
 
 void fn_split(const char* name, const char** dir, const char** base, const char** ext) {
     split_dir[0] = '\0';

@@ -1,16 +1,14 @@
 // Checked allocation: the C library's allocator, with the process ending where it
-// would return null. Used by the file-name functions and by the tools.
+// would return null. What the file-name functions hand to their callers comes from here.
 #include "support/safealloc.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
-namespace {
-
 // Passes a block on, or ends the process when there is none. The message goes out
 // unformatted and in one piece: formatting it could ask for the memory that is gone.
-void* checked(void* block) {
+static void* checked(void* block) {
     if (block == nullptr) {
         constexpr std::string_view message = "ERROR: out of memory\n";
         std::fwrite(message.data(), message.size(), 1, stderr);
@@ -18,8 +16,6 @@ void* checked(void* block) {
     }
     return block;
 }
-
-}  // namespace
 
 void* safemalloc(std::size_t size) {
     return checked(std::malloc(size));

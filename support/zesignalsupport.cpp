@@ -1,5 +1,4 @@
-// Reports of fatal signals and internal failures. Called by the handlers that tools
-// install, and by the interlister after an exception that nobody handled.
+// Reports of fatal signals and internal failures.
 #include "support/zesignalsupport.h"
 
 #include <algorithm>
@@ -9,58 +8,61 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
-struct SignalPhrase {
+struct signal_phrase {
     int signal;
     const char* phrase;
 };
 
-constexpr std::array signal_phrases{
-    SignalPhrase{SIGILL, "executed an illegal instruction"},
-    SignalPhrase{SIGABRT, "had an internal inconsistency and aborted"},
-    SignalPhrase{SIGFPE, "received a floating point exception"},
-    SignalPhrase{SIGSEGV, "experienced a segmentation fault"},
-    SignalPhrase{SIGTRAP, "received a TRAP signal"},
-    SignalPhrase{SIGBUS, "experienced a bus alignment fault"},
-    SignalPhrase{SIGSYS, "experienced a bad system call"},
-    SignalPhrase{SIGXCPU, "exceeded the CPU time limit"},
-    SignalPhrase{SIGXFSZ, "exceeded the file size limit"},
+}  // namespace
+
+constexpr signal_phrase signal_phrases[] = {
+    {SIGILL, "executed an illegal instruction"},
+    {SIGABRT, "had an internal inconsistency and aborted"},
+    {SIGFPE, "received a floating point exception"},
+    {SIGSEGV, "experienced a segmentation fault"},
+    {SIGTRAP, "received a TRAP signal"},
+    {SIGBUS, "experienced a bus alignment fault"},
+    {SIGSYS, "experienced a bad system call"},
+    {SIGXCPU, "exceeded the CPU time limit"},
+    {SIGXFSZ, "exceeded the file size limit"},
 };
 
-constexpr std::array handled_signals{SIGILL, SIGABRT, SIGFPE, SIGSEGV, SIGTERM, SIGINT,
-                                     SIGHUP, SIGTRAP, SIGBUS, SIGSYS,  SIGXCPU, SIGXFSZ};
+constexpr int handled_signals[] = {SIGILL, SIGABRT, SIGFPE, SIGSEGV, SIGTERM, SIGINT,
+                                   SIGHUP, SIGTRAP, SIGBUS, SIGSYS,  SIGXCPU, SIGXFSZ};
 
 // Called once before a fault ends the process; no signal handler itself.
-void (*callback)(int) = nullptr;
+static void (*callback)(int) = nullptr;
 
 // The formatted texts keep their contents between calls.
-std::array<char, 2048> signal_text_buffer{};
-std::array<char, 2048> append_text_buffer{};
+static std::array<char, 2048> signal_text_buffer{};
+static std::array<char, 2048> append_text_buffer{};
 
 // After a fault, a text pointer below this is damage, not text.
 constexpr std::uintptr_t lowest_valid_pointer = 100001;
 
-bool is_valid(const char* text) {
+static bool is_valid(const char* text) {
     return reinterpret_cast<std::uintptr_t>(text) >= lowest_valid_pointer;
 }
 
-const char* phrase_of(int sig) {
+static const char* phrase_of(int sig) {
     const auto* const row =
-        std::find_if(signal_phrases.begin(), signal_phrases.end(),
-                     [sig](const SignalPhrase& candidate) { return candidate.signal == sig; });
-    return row != signal_phrases.end() ? row->phrase : "experienced a fatal internal fault";
+        std::find_if(std::begin(signal_phrases), std::end(signal_phrases),
+                     [sig](const signal_phrase& candidate) { return candidate.signal == sig; });
+    return row != std::end(signal_phrases) ? row->phrase : "experienced a fatal internal fault";
 }
 
 // A process dies of its first fault: a report that a later one starts, out of the
 // cleanup for instance, repeats the first phrase.
-const char* describe_signal(int sig) {
+static const char* describe_signal(int sig) {
     static const char* const phrase = phrase_of(sig);
     return phrase;
 }
 
-[[noreturn]] void report_fault(int sig, const char* name, bool with_detail) {
+[[noreturn]] static void report_fault(int sig, const char* name, bool with_detail) {
     std::fprintf(stderr, "\nINTERNAL ERROR: %s %s\n", name, describe_signal(sig));
     if (with_detail && signal_text_buffer[0] != '\0') {
         std::fprintf(stderr, "                  %s\n", signal_text_buffer.data());
@@ -75,8 +77,6 @@ const char* describe_signal(int sig) {
     try_gen_corefile(sig);
     std::_Exit(2);
 }
-
-}  // namespace
 
 const char* support_message_text() {
     return "This is caused by a defect in the Ze C Source Interlister.\n"
