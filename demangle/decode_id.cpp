@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "demangle/decode.h"
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 int decode_mangle_scheme = 0;
 int decode_extended_names = 0;

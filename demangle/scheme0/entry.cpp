@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "demangle/decode.h"
-#include "demangle/scheme0/grammar.h"
+#include "demangle/scheme0/state.h"
 
 namespace {
 

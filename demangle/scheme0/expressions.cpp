@@ -1,8 +1,8 @@
 // Scheme 0's encoded expressions and the arguments of templates.
 #include <cstring>
 
-#include "demangle/scheme0/grammar.h"
 #include "demangle/scheme0/operators.h"
+#include "demangle/scheme0/state.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Scheme 0's literal values, and the operands of expressions: references to function
 // parameters, names, expressions.
-#include "demangle/scheme0/grammar.h"
+#include "demangle/scheme0/state.h"
 
 // literal := digit payload | digit digit "_" payload | "_" digits "_" payload
 // Narrows the input to the end of the payload.

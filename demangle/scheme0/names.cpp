@@ -2,8 +2,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "demangle/scheme0/grammar.h"
 #include "demangle/scheme0/operators.h"
+#include "demangle/scheme0/state.h"
 
 namespace {
 

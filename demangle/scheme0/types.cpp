@@ -1,7 +1,7 @@
 // Scheme 0's types, in two passes over the same input, and lists of parameters.
 #include <cstring>
 
-#include "demangle/scheme0/grammar.h"
+#include "demangle/scheme0/state.h"
 
 namespace {
 

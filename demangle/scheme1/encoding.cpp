@@ -4,7 +4,7 @@
 #include <array>
 #include <cstring>
 
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 // --- Call offsets ---------------------------------------------------------------
 

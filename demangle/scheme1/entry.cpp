@@ -14,7 +14,7 @@
 
 #include "demangle/decode_eabi.h"
 #include "demangle/decode_id.h"
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 void report_bad_name(eabi_decode_state* state) {
     if (state->error_seen == 0) {

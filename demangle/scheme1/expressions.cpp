@@ -2,7 +2,7 @@
 // decltype, in array bounds and in exception specifications.
 #include <algorithm>
 
-#include "demangle/scheme1/expression_parts.h"
+#include "demangle/scheme1/unresolved_names.h"
 
 // --- Parentheses ----------------------------------------------------------------
 

@@ -1,6 +1,6 @@
 // Function types of the Itanium ABI decoder and the parameter lists that functions and
 // lambdas share with them. Called by the types, the encodings and the names.
-#include "demangle/scheme1/type_parts.h"
+#include "demangle/scheme1/function_types.h"
 
 // What may stand in front of a function type's "F".
 struct function_head {

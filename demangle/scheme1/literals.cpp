@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 // How the literals of the integer types read.
 struct integer_suffix {

@@ -4,7 +4,7 @@
 //
 // module ::= [ substitution ] { "W" [ "P" ] source-name }, "P" in front of a partition.
 // Every beginning of it is entered.
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 // The end of the reference at "S".
 static const char* reference_end(const char* at, eabi_decode_state* state) {

@@ -1,6 +1,6 @@
 // Names of the Itanium ABI decoder: unscoped, nested and local names. Called by the
 // encodings, the types and the expressions.
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 // --- Nested names ---------------------------------------------------------------
 

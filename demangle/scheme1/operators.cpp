@@ -2,7 +2,7 @@
 // closing text of each. Called by the names (operator functions) and the expressions.
 #include <array>
 
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 struct operator_row {
     char code[3];

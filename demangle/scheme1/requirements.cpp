@@ -1,5 +1,5 @@
 // Requires-expressions of the Itanium ABI decoder. Called by the expressions.
-#include "demangle/scheme1/expression_parts.h"
+#include "demangle/scheme1/unresolved_names.h"
 
 // "X" expression [ "N" ] [ "R" constraint ] | "T" type | "Q" expression
 static const char* requirement(const char* at, eabi_decode_state* state) {

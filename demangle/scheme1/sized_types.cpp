@@ -1,6 +1,6 @@
 // Arrays, vectors and the numeric types whose names carry a size, of the Itanium ABI
 // decoder. Called by the types.
-#include "demangle/scheme1/type_parts.h"
+#include "demangle/scheme1/function_types.h"
 
 // The "_" behind digits at `at`, null where there is none: digits without one begin
 // a name.

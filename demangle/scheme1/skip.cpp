@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 static std::uint32_t key_of(const char* at, const eabi_decode_state* state) {
     return static_cast<std::uint32_t>(at - state->input) + 1;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 // --- The standard abbreviations -------------------------------------------------
 

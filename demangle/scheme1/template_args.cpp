@@ -2,7 +2,7 @@
 // parameters. Called by the names, the types and the expressions.
 #include <utility>
 
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 bool eabi_at_template_param_decl(const char* at, const eabi_decode_state* state) {
     return state->extended && at[0] == 'T' &&

@@ -5,7 +5,7 @@
 // lists and array bounds.
 #include <array>
 
-#include "demangle/scheme1/type_parts.h"
+#include "demangle/scheme1/function_types.h"
 
 // --- Builtin types --------------------------------------------------------------
 

@@ -1,7 +1,7 @@
 // The components of names in the Itanium ABI decoder: source names, operators,
 // constructors, lambdas and other unnamed types, structured bindings, with their ABI
 // tags and modules. Called by the names and the expressions.
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 // source-name ::= length identifier
 const char* eabi_source_name(const char* at, eabi_decode_state* state) {

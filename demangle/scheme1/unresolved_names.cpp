@@ -1,6 +1,6 @@
 // Names in expressions of the Itanium ABI decoder that depend on template parameters and
 // so stand as they were written: "T1::x", "f<T1>". Called by the expressions.
-#include "demangle/scheme1/expression_parts.h"
+#include "demangle/scheme1/unresolved_names.h"
 
 // source-name [ template-args ]
 const char* eabi_simple_id(const char* at, eabi_decode_state* state) {

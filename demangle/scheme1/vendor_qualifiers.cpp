@@ -1,6 +1,6 @@
 // The vendor qualifiers of the Itanium ABI decoder ("U" and a name in front of a type).
 // Called by the types.
-#include "demangle/scheme1/type_parts.h"
+#include "demangle/scheme1/function_types.h"
 
 static constexpr eabi_vendor_form vendor_forms[] = {
     {"__handle", "^", "", eabi_vendor_place::mark},

@@ -1,7 +1,7 @@
 // What the expression files of the Itanium ABI decoder share beyond the general grammar.
 #pragma once
 
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 inline bool eabi_code_is(const char* at, const char (&code)[3]) {
     return at[0] == code[0] && at[1] == code[1];

@@ -2,7 +2,7 @@
 // where function, array and vendor types meet the declarator around them.
 #pragma once
 
-#include "demangle/scheme1/internal.h"
+#include "demangle/scheme1/state.h"
 
 // What a mark leaves of the shape of the type in front of it.
 inline constexpr unsigned shape_behind = shape_suffix | shape_greater;
