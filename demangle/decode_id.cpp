@@ -1,16 +1,37 @@
-// The entry points: the scheme switch, the two that fill a caller's buffer, and
-// the one that manages a buffer of its own for each thread.
+// The entry points: the list of schemes and the switch between them, the functions that
+// fill a caller's buffer, and the one that manages a buffer of its own for each thread.
 #include "demangle/decode_id.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "demangle/decode.h"
-#include "demangle/scheme1/state.h"
+#include "demangle/scheme0/entry.h"
+#include "demangle/scheme1/entry.h"
 
 int decode_mangle_scheme = 0;
 int decode_extended_names = 0;
+
+// The list of schemes. What is asked of a number that is none of theirs, short of decoding,
+// the first one answers.
+static constexpr scheme schemes[] = {
+    {0, scheme0::looks_mangled, scheme0::decode},
+    {1, scheme1::looks_mangled, scheme1::decode},
+};
+
+static const scheme* find_scheme(int number) {
+    const auto* const row = std::ranges::find(schemes, number, &scheme::number);
+    return row == std::end(schemes) ? nullptr : row;
+}
+
+decode_result decode(std::string_view name, const decode_options& options, std::span<char> buffer) {
+    const scheme* const selected = find_scheme(options.scheme);
+    if (selected == nullptr) {
+        dec_die("Invalid mangling scheme selected");
+    }
+    return selected->decode(name, options, buffer);
+}
 
 // The result of decode_id, reused by every call on its thread and never freed.
 static thread_local std::size_t result_capacity = 512;
@@ -25,29 +46,19 @@ static char* private_copy(const char* name, std::size_t length) {
 static decode_result decode_copy(const char* name, std::size_t length, char* buffer,
                                  std::size_t buffer_size, int decorated) {
     char* const copy = private_copy(name, length);
-    decode_result result;
-    switch (decode_mangle_scheme) {
-        case 1:
-            result = eabi_decode(copy, length, buffer, buffer_size, decorated != 0);
-            break;
-        case 0:
-            decode_identifier(copy, buffer, buffer_size, &result.error, &result.overflow,
-                              &result.needed_size, decorated);
-            break;
-        default:
-            dec_die("Invalid mangling scheme selected");
-    }
+    const decode_result result = decode({copy, length},
+                                        {.scheme = decode_mangle_scheme,
+                                         .extended = decode_extended_names != 0,
+                                         .decorated = decorated != 0},
+                                        {buffer, buffer_size});
     std::free(copy);
     return result;
 }
 
 void decode_by_scheme(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
                       int* overflow_out, std::size_t* needed_size_out, int decorated) {
-    const decode_result result =
-        decode_copy(name, std::strlen(name), buffer, buffer_size, decorated);
-    *error_out = result.error;
-    *overflow_out = result.overflow;
-    *needed_size_out = result.needed_size;
+    store_result(decode_copy(name, std::strlen(name), buffer, buffer_size, decorated), error_out,
+                 overflow_out, needed_size_out);
 }
 
 void decode_to_decorid(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
@@ -71,14 +82,13 @@ char* decode_id(const char* name, int decorated) {
     if (result_buffer == nullptr) {
         result_buffer = static_cast<char*>(std::malloc(result_capacity));
     }
-    const int printed = decorated != 0 ? 1 : 0;
-    decode_result result = decode_copy(copy, length, result_buffer, result_capacity, printed);
-    while (result.error != 0 && result.overflow != 0) {
+    decode_result result = decode_copy(copy, length, result_buffer, result_capacity, decorated);
+    while (result.error && result.overflow) {
         grow_result(result.needed_size);
-        result = decode_copy(copy, length, result_buffer, result_capacity, printed);
+        result = decode_copy(copy, length, result_buffer, result_capacity, decorated);
     }
     std::free(copy);
-    if (result.error == 0 && *result_buffer != '\0') {
+    if (!result.error && *result_buffer != '\0') {
         return result_buffer;
     }
     // The name is not a mangled one, or stands for nothing: it reads as it is.
@@ -90,10 +100,8 @@ char* decode_id(const char* name, int decorated) {
 }
 
 int probably_mangled_symbol_name(const char* name) {
-    if (decode_mangle_scheme == 1) {
-        return name[0] == '_' && name[1] == 'Z' ? 1 : 0;
-    }
-    return name[0] == '_' && std::strstr(name, "__") != nullptr ? 1 : 0;
+    const scheme* const selected = find_scheme(decode_mangle_scheme);
+    return (selected != nullptr ? selected : schemes)->looks_mangled(name) ? 1 : 0;
 }
 
 void dec_die(const char* message) {

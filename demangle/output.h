@@ -1,13 +1,14 @@
-// The decoding state that both schemes share, and the only ways to read the
-// mangled input and to write the demangled text. One state lives on the stack
-// of each decoding call; the input belongs to the dispatcher, the output buffer
-// to the caller.
+// Where the text goes: the buffer, the counting past its end, the ways to print, silence.
+// Both schemes stand on it. The record and the fields in it have fixed names, and so have
+// emit_char, emit_text and emit_number.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <string_view>
 
-// Where the text goes. Both schemes' states begin with these fields.
+// Both schemes' states begin with these fields.
 struct output_state {
     char* out_buf = nullptr;           // the caller's buffer
     std::uint64_t out_len = 0;         // characters emitted so far, overflow included
@@ -17,49 +18,78 @@ struct output_state {
     std::uint64_t suppress_depth = 0;  // text is written only while this is 0
 };
 
-// What a call gives back: whether the name is bad or the buffer too small, whether
-// the buffer was too small, and the size in bytes that the text needs.
-struct decode_result {
-    int error = 0;
-    int overflow = 0;
-    std::size_t needed_size = 0;
-};
-
-// The state of a scheme-0 call.
-struct decode_state : output_state {
-    std::uint64_t uncompressed_len = 0;  // length of an expanded compressed name, else 0
-    const char* input_end = nullptr;     // a read at or past it yields NUL
-    std::uint64_t nesting_level = 0;     // depth of nested names being decoded
-};
-
-// Appends one character: nothing while output is suppressed; past the buffer's
-// room it is counted but not stored, and the buffer ends in a NUL at its last byte.
-void emit_char(char character, output_state* state);
-
-// Appends `length` characters at once, with the same result as emit_char for each.
-void emit_bytes(const char* text, std::size_t length, output_state* state);
-
-// Appends a NUL-terminated text.
-void emit_text(const char* text, output_state* state);
-
-// Appends a number in decimal ("%lu").
-void emit_number(std::uint64_t value, output_state* state);
-
-// Records an error in the mangled name; the first one silences all further output.
-void report_bad_name(decode_state* state);
-
-// The byte at `at`, or NUL at and past the input's end.
-inline char peek_char(const char* at, const decode_state* state) {
-    return at < state->input_end ? *at : '\0';
+// Copies two blocks of `block` bytes that together cover the text.
+template <std::size_t block>
+inline void copy_ends(char* to, const char* from, std::size_t length) {
+    struct bytes {
+        char byte[block];
+    };
+    bytes head;
+    bytes tail;
+    std::memcpy(&head, from, block);
+    std::memcpy(&tail, from + length - block, block);
+    std::memcpy(to, &head, block);
+    std::memcpy(to + length - block, &tail, block);
 }
 
-// Reads a decimal number into `value` and returns the position after it. Without
-// a digit: a bad name, value 0, the position unchanged. Wraps past 64 bits.
-const char* read_number(const char* at, std::uint64_t* value, decode_state* state);
+// Copies a short text with few branches; longer ones go to the library.
+inline void copy_text(char* to, const char* from, std::size_t length) {
+    if (length >= 8) {
+        if (length <= 16) {
+            copy_ends<8>(to, from, length);
+        } else if (length <= 32) {
+            copy_ends<16>(to, from, length);
+        } else {
+            std::memcpy(to, from, length);
+        }
+    } else if (length >= 4) {
+        copy_ends<4>(to, from, length);
+    } else if (length != 0) {
+        to[0] = from[0];
+        to[length / 2] = from[length / 2];
+        to[length - 1] = from[length - 1];
+    }
+}
 
-// Reads the decimal length in front of a name, narrows the input's end to the end
-// of that name, and gives the end it had before through `saved_end`, which the
-// caller puts back. A length larger than what remains is a bad name; the value is
-// then what remains and the end is left alone.
-const char* read_length(const char* at, std::uint64_t* value, const char** saved_end,
-                        decode_state* state);
+// emit_text where the buffer's end may be in the way: what fits is stored, all of it is
+// counted, and a buffer that is too small ends in a NUL at its last byte.
+void emit_at_end(std::string_view text, output_state* state);
+
+// Appends a text: nothing while output is suppressed; past the buffer's room it is counted
+// but not stored.
+inline void emit_text(std::string_view text, output_state* state) {
+    if (state->suppress_depth != 0) {
+        return;
+    }
+    // Once the buffer has overflowed this never holds again.
+    if (state->out_len + text.size() < state->out_size) {
+        copy_text(state->out_buf + state->out_len, text.data(), text.size());
+        state->out_len += text.size();
+    } else {
+        emit_at_end(text, state);
+    }
+}
+
+inline void emit_char(char character, output_state* state) {
+    emit_text({&character, 1}, state);
+}
+
+// Appends a number in decimal ("%lu"), and a signed one ("%ld").
+void emit_number(std::uint64_t value, output_state* state);
+void emit_signed(std::int64_t value, output_state* state);
+
+// Output is off for as long as it lives. An error's own step stays: the count goes up and
+// down in pairs.
+class silence {
+  public:
+    explicit silence(output_state* state, bool on = true) : state_(state), by_(on ? 1 : 0) {
+        state->suppress_depth += by_;
+    }
+    ~silence() { state_->suppress_depth -= by_; }
+    silence(const silence&) = delete;
+    silence& operator=(const silence&) = delete;
+
+  private:
+    output_state* state_;
+    std::uint64_t by_;
+};

@@ -1,12 +1,16 @@
 // The entry of scheme 0: symbols that are not mangled, compressed names, the special
 // names of what compilers make, and ordinary names.
+#include "demangle/scheme0/entry.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <string_view>
 
 #include "demangle/decode.h"
-#include "demangle/scheme0/state.h"
+#include "demangle/scheme0/grammar.h"
+
+namespace scheme0 {
 
 namespace {
 
@@ -19,8 +23,10 @@ struct special_name {
     operand_kind operand;
 };
 
+}  // namespace
+
 // In the order of trial.
-constexpr special_name special_names[] = {
+static constexpr special_name special_names[] = {
     {"__vtbl__", "virtual function table for ", operand_kind::table},
     {"__CBI__", "can-be-instantiated flag for ", operand_kind::entity},
     {"__DNI__", "do-not-instantiate flag for ", operand_kind::entity},
@@ -37,17 +43,19 @@ constexpr special_name special_names[] = {
     {"__VFE__", "surrogate in class ", operand_kind::surrogate},
 };
 
-std::string_view rest_of(const char* at, const grammar_state* state) {
+static std::string_view rest_of(const char* at, const grammar_state* state) {
     return {at, static_cast<std::size_t>(state->input_end - at)};
 }
 
-bool is_mangled(std::string_view name) {
+static bool is_mangled(std::string_view name) {
     if (name.starts_with("__Q")) {
         return true;
     }
     const std::size_t first = name.find_first_not_of('_');
     return first != std::string_view::npos && name.find("__", first) != std::string_view::npos;
 }
+
+namespace {
 
 // Puts the expansion of a compressed name together in the tail of the caller's buffer.
 class expansion {
@@ -68,7 +76,7 @@ class expansion {
     bool repeat(std::uint64_t offset) {
         std::uint64_t length = 0;
         std::uint64_t at = offset;
-        for (; at < used_ && is_decimal(to_[at]); ++at) {
+        for (; at < used_ && is_digit(to_[at]); ++at) {
             length = length * 10 + static_cast<std::uint64_t>(to_[at] - '0');
             if (length > length_) {
                 return false;
@@ -86,8 +94,10 @@ class expansion {
     std::uint64_t used_ = 0;
 };
 
+}  // namespace
+
 // compressed := { character | "JJ" | "J" offset "J" }
-bool expand(const char* at, expansion* expanded, grammar_state* state) {
+static bool expand(const char* at, expansion* expanded, grammar_state* state) {
     while (at < state->input_end && state->error_seen == 0) {
         const std::string_view text = rest_of(at, state);
         const std::size_t plain = std::min(text.find('J'), text.size());
@@ -116,10 +126,10 @@ bool expand(const char* at, expansion* expanded, grammar_state* state) {
 
 // "__CPR" n "__" text, n the length of the expanded text. Gives where that begins;
 // null when decoding ends here, with the state telling why.
-const char* expand_compressed(const char* name, grammar_state* state) {
+static const char* expand_compressed(const char* name, grammar_state* state) {
     std::uint64_t length = 0;
     const char* const text = read_number(name + 5, &length, state);
-    if (!follows(text, "__", state) || length > longest_output) {
+    if (!follows(text, "__", state) || length > longest_text) {
         report_bad_name(state);
     }
     if (state->error_seen != 0) {
@@ -148,7 +158,7 @@ const char* expand_compressed(const char* name, grammar_state* state) {
 }
 
 // target "__" entity
-const char* target_entity(const char* at, grammar_state* state) {
+static const char* target_entity(const char* at, grammar_state* state) {
     const std::string_view rest = rest_of(at, state);
     const std::size_t length = rest.find("__");
     if (length == std::string_view::npos) {
@@ -157,13 +167,13 @@ const char* target_entity(const char* at, grammar_state* state) {
     }
     const char* const end = full_entity(at + length + 2, state);
     emit_text(" __attribute__((target(", state);
-    emit_bytes(at, length, state);
+    emit_text({at, length}, state);
     emit_text(")))", state);
     return end;
 }
 
 // type "__" entity
-const char* surrogate(const char* at, grammar_state* state) {
+static const char* surrogate(const char* at, grammar_state* state) {
     at = whole_type(at, state);
     if (!follows(at, "__", state)) {
         report_bad_name(state);
@@ -173,7 +183,7 @@ const char* surrogate(const char* at, grammar_state* state) {
     return full_entity(at + 2, state);
 }
 
-const char* special_operand(const char* at, operand_kind kind, grammar_state* state) {
+static const char* special_operand(const char* at, operand_kind kind, grammar_state* state) {
     switch (kind) {
         case operand_kind::table:
             return table_classes(at, state);
@@ -197,7 +207,7 @@ const char* special_operand(const char* at, operand_kind kind, grammar_state* st
 
 // "__" length letters "__U" kind: an unnamed type or lambda by itself. One further on,
 // in the signature of a function, is not meant.
-bool is_unnamed_form(std::string_view name) {
+static bool is_unnamed_form(std::string_view name) {
     if (!name.starts_with("__")) {
         return false;
     }
@@ -222,11 +232,11 @@ bool is_unnamed_form(std::string_view name) {
 
 // The plain name stands for the whole; what follows it is not looked at. The letters of
 // a special prefix are a name that the prefix's own "__" ends.
-const char* plain_name(const char* at, grammar_state* state) {
+static const char* plain_name(const char* at, grammar_state* state) {
     const std::string_view name = rest_of(at, state);
     for (const special_name& row : special_names) {
         if (row.prefix.ends_with("__") && name.starts_with(row.prefix)) {
-            emit_bytes(at, row.prefix.size() - 2, state);
+            emit_text({at, row.prefix.size() - 2}, state);
             return state->input_end;
         }
     }
@@ -236,7 +246,7 @@ const char* plain_name(const char* at, grammar_state* state) {
 
 // "__STV__" name "__" [ entity ]: a static variable, named after the function it
 // lives in. Null when one of the two parts is missing.
-const char* static_variable(const char* at, int decorated, grammar_state* state) {
+static const char* static_variable(const char* at, bool decorated, grammar_state* state) {
     std::string_view rest = rest_of(at, state);
     if (!rest.starts_with("__STV__")) {
         return nullptr;
@@ -248,19 +258,19 @@ const char* static_variable(const char* at, int decorated, grammar_state* state)
         return nullptr;
     }
     const char* end = rest.data() + length + 2;
-    if (decorated != 0 && end != state->input_end) {
+    if (decorated && end != state->input_end) {
         end = full_entity(end, state);
         emit_text("::", state);
     } else {
         end = state->input_end;
     }
-    emit_bytes(rest.data(), length, state);
+    emit_text({rest.data(), length}, state);
     return end;
 }
 
-const char* mangled_name(const char* at, int decorated, grammar_state* state) {
+static const char* mangled_name(const char* at, bool decorated, grammar_state* state) {
     const std::string_view name = rest_of(at, state);
-    if (decorated != 0) {
+    if (decorated) {
         for (const special_name& row : special_names) {
             if (name.starts_with(row.prefix)) {
                 emit_text(row.phrase, state);
@@ -274,14 +284,14 @@ const char* mangled_name(const char* at, int decorated, grammar_state* state) {
     if (const char* const end = static_variable(at, decorated, state)) {
         return end;
     }
-    return decorated != 0 ? full_entity(at, state) : plain_name(at, state);
+    return decorated ? full_entity(at, state) : plain_name(at, state);
 }
 
 // Null when a compressed name could not be expanded.
-const char* whole_name(const char* name, int decorated, grammar_state* state) {
+static const char* whole_name(const char* name, bool decorated, grammar_state* state) {
     const std::string_view text = rest_of(name, state);
     if (!is_mangled(text)) {
-        emit_bytes(text.data(), text.size(), state);
+        emit_text({text.data(), text.size()}, state);
         return state->input_end;
     }
     if (text.starts_with("__CPR")) {
@@ -291,22 +301,23 @@ const char* whole_name(const char* name, int decorated, grammar_state* state) {
         return nullptr;
     }
     const char* const end = mangled_name(name, decorated, state);
-    if (state->out_len > longest_output) {
+    if (state->out_len > longest_text) {
         report_bad_name(state);
     }
     return end;
 }
 
-}  // namespace
+bool looks_mangled(const char* name) {
+    return name[0] == '_' && std::strstr(name, "__") != nullptr;
+}
 
-void decode_identifier(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
-                       int* overflow_out, std::size_t* needed_size_out, int decorated) {
+decode_result decode(std::string_view name, const decode_options& options, std::span<char> buffer) {
     grammar_state state;
-    state.out_buf = buffer;
-    state.out_size = buffer_size;
-    state.base = name;
-    state.input_end = name + std::strlen(name);
-    const char* const end = whole_name(name, decorated, &state);
+    state.out_buf = buffer.data();
+    state.out_size = buffer.size();
+    state.base = name.data();
+    state.input_end = name.data() + name.size();
+    const char* const end = whole_name(name.data(), options.decorated, &state);
     // A text that stops short of the name's end makes the whole name invalid.
     if (end != nullptr && state.overflowed == 0 && end != state.input_end) {
         report_bad_name(&state);
@@ -316,11 +327,17 @@ void decode_identifier(const char* name, char* buffer, std::size_t buffer_size, 
     } else if (state.out_size != 0) {
         state.out_buf[state.out_len] = '\0';
     }
-    *error_out = state.error_seen;
-    *overflow_out = state.overflowed;
     std::uint64_t needed = state.out_len + 1;
     if (state.uncompressed_len != 0 || (end == nullptr && state.overflowed != 0)) {
         needed += state.uncompressed_len + 1;
     }
-    *needed_size_out = needed;
+    return {state.error_seen != 0, state.overflowed != 0, needed, state.out_len};
+}
+
+}  // namespace scheme0
+
+void decode_identifier(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
+                       int* overflow_out, std::size_t* needed_size_out, int decorated) {
+    store_result(scheme0::decode(name, {.decorated = decorated != 0}, {buffer, buffer_size}),
+                 error_out, overflow_out, needed_size_out);
 }

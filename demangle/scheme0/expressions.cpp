@@ -1,8 +1,10 @@
 // Scheme 0's encoded expressions and the arguments of templates.
 #include <cstring>
 
+#include "demangle/scheme0/grammar.h"
 #include "demangle/scheme0/operators.h"
-#include "demangle/scheme0/state.h"
+
+namespace scheme0 {
 
 namespace {
 
@@ -14,24 +16,26 @@ struct plain_literal {
     bool null_pointer;
 };
 
-constexpr plain_literal plain_literals[] = {
+}  // namespace
+
+static constexpr plain_literal plain_literals[] = {
     {"iL", "", false, false},    {"UiL", "U", false, false}, {"lL", "L", false, false},
     {"UlL", "UL", false, false}, {"LL", "LL", false, false}, {"ULL", "ULL", false, false},
     {"bL", "", true, false},     {"nL", "", false, true},    {"jL", "", false, true},
 };
 
-void open_parenthesis(grammar_state* state) {
+static void open_parenthesis(grammar_state* state) {
     emit_char('(', state);
     ++state->parentheses;
 }
 
-void close_parenthesis(grammar_state* state) {
+static void close_parenthesis(grammar_state* state) {
     --state->parentheses;
     emit_char(')', state);
 }
 
 // type "L" literal
-const char* typed_literal(const char* at, grammar_state* state) {
+static const char* typed_literal(const char* at, grammar_state* state) {
     for (const plain_literal& row : plain_literals) {
         if (follows(at, row.type, state)) {
             at = emit_literal_value(at + std::strlen(row.type), row.boolean, row.null_pointer,
@@ -48,7 +52,7 @@ const char* typed_literal(const char* at, grammar_state* state) {
 }
 
 // "Z" ... "Z" is a value, or in front of "L" the type of a literal.
-const char* template_param_value(const char* at, grammar_state* state) {
+static const char* template_param_value(const char* at, grammar_state* state) {
     template_param param;
     const char* const end = read_template_param(at, &param, state);
     if (peek_char(end, state) == 'L') {
@@ -59,9 +63,10 @@ const char* template_param_value(const char* at, grammar_state* state) {
 }
 
 // Forms that go into parentheses where they are an operand.
-bool is_operation(operator_form form) {
+static bool is_operation(operator_form form) {
     switch (form) {
         case operator_form::infix:
+        case operator_form::greater:
         case operator_form::comma:
         case operator_form::member_pointer:
         case operator_form::prefix:
@@ -77,27 +82,21 @@ bool is_operation(operator_form form) {
     }
 }
 
-// ">" and its kin end a template argument list in a reader's eyes; arrows do not.
-bool holds_greater(const operator_code& row) {
-    return row.form == operator_form::infix && std::strchr(row.text, '>') != nullptr &&
-           row.text[0] != '-';
-}
-
-const char* operand(const char* at, grammar_state* state) {
+static const char* operand(const char* at, grammar_state* state) {
     return decode_operand(at, true, state);
 }
 
-const char* bare_operand(const char* at, grammar_state* state) {
+static const char* bare_operand(const char* at, grammar_state* state) {
     return decode_operand(at, false, state);
 }
 
 // "T" type
-const char* type_operand(const char* at, grammar_state* state) {
+static const char* type_operand(const char* at, grammar_state* state) {
     return whole_type(expect(at, 'T', state), state);
 }
 
 // In a list an "O" that no operator code follows is the end.
-bool list_goes_on(const char* at, const grammar_state* state) {
+static bool list_goes_on(const char* at, const grammar_state* state) {
     if (state->error_seen != 0 || peek_char(at, state) == '\0') {
         return false;
     }
@@ -105,7 +104,7 @@ bool list_goes_on(const char* at, const grammar_state* state) {
     return peek_char(at, state) != 'O' || lookup_operator_code(at + 1, state, &length) != nullptr;
 }
 
-const char* operand_list(const char* at, grammar_state* state) {
+static const char* operand_list(const char* at, grammar_state* state) {
     for (bool first = true; list_goes_on(at, state); first = false) {
         if (!first) {
             emit_text(", ", state);
@@ -115,15 +114,15 @@ const char* operand_list(const char* at, grammar_state* state) {
     return at;
 }
 
-const char* parenthesized_list(const char* at, grammar_state* state) {
+static const char* parenthesized_list(const char* at, grammar_state* state) {
     open_parenthesis(state);
     at = operand_list(at, state);
     close_parenthesis(state);
     return at;
 }
 
-const char* infix(const char* at, const char* before, const char* text, const char* after,
-                  grammar_state* state) {
+static const char* infix(const char* at, const char* before, const char* text, const char* after,
+                         grammar_state* state) {
     at = operand(at, state);
     emit_text(before, state);
     emit_text(text, state);
@@ -131,7 +130,7 @@ const char* infix(const char* at, const char* before, const char* text, const ch
     return operand(at, state);
 }
 
-const char* conditional(const char* at, grammar_state* state) {
+static const char* conditional(const char* at, grammar_state* state) {
     at = operand(at, state);
     emit_text(" ? ", state);
     at = operand(at, state);
@@ -140,7 +139,7 @@ const char* conditional(const char* at, grammar_state* state) {
 }
 
 // The text opens a parenthesis, which the operand's end closes.
-const char* enclosing(const char* at, const char* text, grammar_state* state) {
+static const char* enclosing(const char* at, const char* text, grammar_state* state) {
     emit_text(text, state);
     ++state->parentheses;
     at = peek_char(at, state) == 'T' ? type_operand(at, state) : bare_operand(at, state);
@@ -148,7 +147,7 @@ const char* enclosing(const char* at, const char* text, grammar_state* state) {
     return at;
 }
 
-const char* named_cast(const char* at, const char* text, grammar_state* state) {
+static const char* named_cast(const char* at, const char* text, grammar_state* state) {
     emit_text(text, state);
     // A ">" in the type stands in brackets of its own.
     ++state->parentheses;
@@ -161,9 +160,10 @@ const char* named_cast(const char* at, const char* text, grammar_state* state) {
     return at;
 }
 
-const char* operands(const char* at, const operator_code& row, grammar_state* state) {
+static const char* operands(const char* at, const operator_code& row, grammar_state* state) {
     switch (row.form) {
         case operator_form::infix:
+        case operator_form::greater:
             return infix(at, " ", row.text, " ", state);
         case operator_form::comma:
             return infix(at, "", row.text, " ", state);
@@ -236,7 +236,7 @@ const char* operands(const char* at, const operator_code& row, grammar_state* st
 }
 
 // "O" operator-code { operand | "T" type } "O"
-const char* operation(const char* at, bool as_operand, grammar_state* state) {
+static const char* operation(const char* at, bool as_operand, grammar_state* state) {
     int length = 0;
     const operator_code* const row = lookup_operator_code(at + 1, state, &length);
     if (row == nullptr) {
@@ -247,7 +247,7 @@ const char* operation(const char* at, bool as_operand, grammar_state* state) {
     if (enclosed) {
         open_parenthesis(state);
     }
-    if (holds_greater(*row) && state->parentheses == 0) {
+    if (row->form == operator_form::greater && state->parentheses == 0) {
         state->greater_seen = true;
     }
     at = expect(operands(at + 1 + length, *row, state), 'O', state);
@@ -259,11 +259,11 @@ const char* operation(const char* at, bool as_operand, grammar_state* state) {
 
 // True when the operand prints a ">" outside parentheses, which would read as the end
 // of the list.
-bool needs_parentheses(const char* at, grammar_state* state) {
+static bool needs_parentheses(const char* at, grammar_state* state) {
     if (peek_char(at, state) != 'O') {
         return false;
     }
-    const suppression suppressed(state);
+    const silence silent(state);
     const std::uint64_t parentheses = state->parentheses;
     const bool greater_seen = state->greater_seen;
     state->parentheses = 0;
@@ -274,8 +274,6 @@ bool needs_parentheses(const char* at, grammar_state* state) {
     state->greater_seen = greater_seen;
     return needed;
 }
-
-}  // namespace
 
 // expression := type "L" literal | template parameter | operation
 const char* expression(const char* at, bool as_operand, grammar_state* state) {
@@ -309,3 +307,5 @@ const char* template_argument(const char* at, grammar_state* state) {
     }
     return at;
 }
+
+}  // namespace scheme0

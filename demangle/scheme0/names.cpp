@@ -2,8 +2,10 @@
 #include <cstring>
 #include <string_view>
 
+#include "demangle/scheme0/grammar.h"
 #include "demangle/scheme0/operators.h"
-#include "demangle/scheme0/state.h"
+
+namespace scheme0 {
 
 namespace {
 
@@ -21,66 +23,72 @@ struct name_parts {
     const char* arguments = nullptr;    // null when there are none
 };
 
-std::string_view between(const char* from, const char* to) {
+// A kind of things without a name.
+struct unnamed_kind {
+    char letter;
+    std::string_view text;
+};
+
+}  // namespace
+
+static constexpr unnamed_kind unnamed_kinds[] = {
+    {'t', "unnamed type"},
+    {'l', "lambda"},
+    {'m', "lambda in member initializer"},
+    {'d', "lambda in default argument"},
+};
+
+static std::string_view between(const char* from, const char* to) {
     return {from, static_cast<std::size_t>(to - from)};
 }
 
-void emit_view(std::string_view text, grammar_state* state) {
-    emit_bytes(text.data(), text.size(), state);
-}
-
 // The first "__" from `at` on, or the end of the input.
-const char* find_separator(const char* at, const grammar_state* state) {
+static const char* find_separator(const char* at, const grammar_state* state) {
     const std::string_view rest = between(at, state->input_end);
     const std::size_t found = rest.find("__");
     return found == std::string_view::npos ? state->input_end : at + found;
 }
 
-const char* skip_underscores(const char* at, const grammar_state* state) {
+static const char* skip_underscores(const char* at, const grammar_state* state) {
     while (peek_char(at, state) == '_') {
         ++at;
     }
     return at;
 }
 
-bool begins_function(const char* at, const grammar_state* state) {
+static bool begins_function(const char* at, const grammar_state* state) {
     unsigned bits = 0;
     return peek_char(read_qualifiers(at, true, &bits, state), state) == 'F';
 }
 
-bool begins_scope(const char* at, const grammar_state* state) {
-    return is_decimal(peek_char(at, state)) || peek_char(at, state) == 'Q';
+static bool begins_scope(const char* at, const grammar_state* state) {
+    return is_digit(peek_char(at, state)) || peek_char(at, state) == 'Q';
 }
 
-bool begins_signature(const char* at, const grammar_state* state) {
+static bool begins_signature(const char* at, const grammar_state* state) {
     return begins_scope(at, state) || begins_function(at, state);
 }
 
-const char* kind_of_unnamed(char letter) {
-    switch (letter) {
-        case 't':
-            return "unnamed type";
-        case 'l':
-            return "lambda";
-        case 'm':
-            return "lambda in member initializer";
-        case 'd':
-            return "lambda in default argument";
-        default:
-            return nullptr;
+// Empty for a letter that is none.
+static std::string_view kind_of_unnamed(char letter) {
+    for (const unnamed_kind& row : unnamed_kinds) {
+        if (row.letter == letter) {
+            return row.text;
+        }
     }
+    return {};
 }
 
 // "__U" kind n
-bool begins_unnamed(const char* at, const grammar_state* state) {
-    return follows(at, "__U", state) && kind_of_unnamed(peek_char(at + 3, state)) != nullptr &&
-           is_decimal(peek_char(at + 4, state));
+static bool begins_unnamed(const char* at, const grammar_state* state) {
+    return follows(at, "__U", state) && !kind_of_unnamed(peek_char(at + 3, state)).empty() &&
+           is_digit(peek_char(at + 4, state));
 }
 
 // An identifier ends at the first "__" that something can follow; leading underscores
 // are its own.
 template <typename Ends>
-const char* find_identifier_end(const char* at, const grammar_state* state, Ends ends) {
+static const char* find_identifier_end(const char* at, const grammar_state* state, Ends ends) {
     at = skip_underscores(at, state);
     for (;;) {
         at = find_separator(at, state);
@@ -91,12 +99,12 @@ const char* find_identifier_end(const char* at, const grammar_state* state, Ends
     }
 }
 
-bool ends_special_name(const char* at, const grammar_state* state) {
+static bool ends_special_name(const char* at, const grammar_state* state) {
     return at == state->input_end || follows(at, "__", state);
 }
 
 // "__op" type. A text that is no type after all leaves no trace.
-bool find_conversion(const char* at, name_parts* parts, grammar_state* state) {
+static bool find_conversion(const char* at, name_parts* parts, grammar_state* state) {
     const int error_seen = state->error_seen;
     const std::uint64_t suppress_depth = state->suppress_depth;
     const char* const input_end = state->input_end;
@@ -119,11 +127,11 @@ bool find_conversion(const char* at, name_parts* parts, grammar_state* state) {
 }
 
 // "__li" length suffix
-bool find_literal_suffix(const char* at, const operator_code* op, name_parts* parts,
-                         const grammar_state* state) {
+static bool find_literal_suffix(const char* at, const operator_code* op, name_parts* parts,
+                                const grammar_state* state) {
     std::uint64_t length = 0;
     const char* suffix = at;
-    for (; is_decimal(peek_char(suffix, state)); ++suffix) {
+    for (; is_digit(peek_char(suffix, state)); ++suffix) {
         length = length * 10 + static_cast<std::uint64_t>(*suffix - '0');
         if (length > static_cast<std::uint64_t>(state->input_end - suffix)) {
             return false;
@@ -138,7 +146,7 @@ bool find_literal_suffix(const char* at, const operator_code* op, name_parts* pa
 }
 
 // "__ct" | "__dt" | "__op" type | "__" operator-code, with "__" or the end after them
-bool find_special_name(const char* at, name_parts* parts, grammar_state* state) {
+static bool find_special_name(const char* at, name_parts* parts, grammar_state* state) {
     if (!follows(at, "__", state)) {
         return false;
     }
@@ -164,7 +172,7 @@ bool find_special_name(const char* at, name_parts* parts, grammar_state* state) 
 }
 
 // name := identifier [ args ] | "__ct" | "__dt" | "__op" type | "__" operator-code
-name_parts find_name(const char* at, name_place place, grammar_state* state) {
+static name_parts find_name(const char* at, name_place place, grammar_state* state) {
     name_parts parts;
     if (!find_special_name(at, &parts, state)) {
         const char* const end =
@@ -181,13 +189,13 @@ name_parts find_name(const char* at, name_place place, grammar_state* state) {
     }
     if (begins_template_arguments(parts.end, state)) {
         parts.arguments = parts.end;
-        const suppression suppressed(state);
+        const silence silent(state);
         parts.end = template_arguments(parts.arguments, state);
     }
     return parts;
 }
 
-void print_arguments(const name_parts& parts, std::string_view name, grammar_state* state) {
+static void print_arguments(const name_parts& parts, std::string_view name, grammar_state* state) {
     if (parts.arguments != nullptr) {
         if (name.ends_with('<')) {
             emit_char(' ', state);
@@ -198,12 +206,12 @@ void print_arguments(const name_parts& parts, std::string_view name, grammar_sta
 
 // Prints the name. A constructor or destructor repeats the last component of its
 // scope, which must be there.
-void print_name(const name_parts& parts, const char* scope, grammar_state* state) {
+static void print_name(const name_parts& parts, const char* scope, grammar_state* state) {
     std::string_view text;
     switch (parts.kind) {
         case name_kind::identifier:
             text = between(parts.begin, parts.arguments != nullptr ? parts.arguments : parts.end);
-            emit_view(text, state);
+            emit_text(text, state);
             break;
         case name_kind::constructor:
         case name_kind::destructor:
@@ -227,9 +235,9 @@ void print_name(const name_parts& parts, const char* scope, grammar_state* state
         case name_kind::operator_function:
             text = parts.op->text;
             emit_text("operator ", state);
-            emit_view(text, state);
+            emit_text(text, state);
             if (parts.op->form == operator_form::literal) {
-                emit_view(
+                emit_text(
                     between(parts.begin, parts.arguments != nullptr ? parts.arguments : parts.end),
                     state);
             }
@@ -238,12 +246,17 @@ void print_name(const name_parts& parts, const char* scope, grammar_state* state
     print_arguments(parts, text, state);
 }
 
+namespace {
+
 // run := identifier [ args ] [ "__U" kind n ]
 // Whether a "__" that opens neither ends the name as well: so it is where one run
 // holds several names.
 enum class run_kind { one_name, several_names };
 
-const char* run_name(const char* at, run_kind kind, class_options options, grammar_state* state) {
+}  // namespace
+
+static const char* run_name(const char* at, run_kind kind, class_options options,
+                            grammar_state* state) {
     const char* const end = find_identifier_end(at, state, [=](const char* separator) {
         return kind == run_kind::several_names || begins_template_arguments(separator, state) ||
                begins_unnamed(separator, state);
@@ -255,13 +268,13 @@ const char* run_name(const char* at, run_kind kind, class_options options, gramm
     const char* after = end;
     const bool listed = begins_template_arguments(end, state);
     if (listed) {
-        const suppression suppressed(state);
+        const silence silent(state);
         after = template_arguments(end, state);
     }
     const bool unnamed = begins_unnamed(after, state);
     if (!(unnamed && options.without_arguments)) {
         const std::string_view identifier = between(at, end);
-        emit_view(identifier, state);
+        emit_text(identifier, state);
         if (listed && !options.without_arguments) {
             emit_text(identifier.ends_with('<') ? " " : "", state);
             template_arguments(end, state);
@@ -281,7 +294,7 @@ const char* run_name(const char* at, run_kind kind, class_options options, gramm
 }
 
 // One component of a qualified name.
-const char* component(const char* at, class_options options, grammar_state* state) {
+static const char* component(const char* at, class_options options, grammar_state* state) {
     const nesting level(state);
     if (state->error_seen != 0) {
         return at;
@@ -296,11 +309,11 @@ const char* component(const char* at, class_options options, grammar_state* stat
     if (letter == 'Q') {  // a type, and so whole whatever the options
         return qualified_name(at, {}, state);
     }
-    return is_decimal(letter) ? simple_name(at, options, state) : whole_type(at, state);
+    return is_digit(letter) ? simple_name(at, options, state) : whole_type(at, state);
 }
 
 // A run of the operand of "__vtbl__": class names with "__" between them.
-const char* table_run(const char* at, grammar_state* state) {
+static const char* table_run(const char* at, grammar_state* state) {
     std::uint64_t length = 0;
     const char* saved_end = nullptr;
     at = read_length(at, &length, &saved_end, state);
@@ -320,6 +333,8 @@ const char* table_run(const char* at, grammar_state* state) {
     return at;
 }
 
+namespace {
+
 struct signature {
     const char* scope = nullptr;       // null for none
     const char* parameters = nullptr;  // null when it is no function
@@ -328,10 +343,12 @@ struct signature {
     const char* end = nullptr;
 };
 
+}  // namespace
+
 // Runs `skip`, which steps over something that is printed later. A malformation is
 // left to be reported there, so that the text up to it appears.
 template <typename Skip>
-const char* look_ahead(const char* at, signature* found, grammar_state* state, Skip skip) {
+static const char* look_ahead(const char* at, signature* found, grammar_state* state, Skip skip) {
     const std::uint64_t suppress_depth = state->suppress_depth;
     const char* const input_end = state->input_end;
     ++state->suppress_depth;
@@ -346,7 +363,7 @@ const char* look_ahead(const char* at, signature* found, grammar_state* state, S
 // signature := scope [ function ] | function
 // function := { "C" | "V" | "Dr" | "DL" | "DR" | "S" } "F" params [ "_" type ]
 // Nothing but the result type is printed, which stands in front of everything.
-signature find_signature(const char* at, grammar_state* state) {
+static signature find_signature(const char* at, grammar_state* state) {
     signature found;
     if (begins_scope(at, state)) {
         found.scope = at;
@@ -368,25 +385,6 @@ signature find_signature(const char* at, grammar_state* state) {
     }
     found.end = at;
     return found;
-}
-
-}  // namespace
-
-bool follows(const char* at, const char* text, const grammar_state* state) {
-    for (; *text != '\0'; ++at, ++text) {
-        if (peek_char(at, state) != *text) {
-            return false;
-        }
-    }
-    return true;
-}
-
-const char* expect(const char* at, char character, grammar_state* state) {
-    if (peek_char(at, state) != character) {
-        report_bad_name(state);
-        return at;
-    }
-    return at + 1;
 }
 
 // entity := name [ "__" signature ]
@@ -455,8 +453,7 @@ const char* qualified_name(const char* at, class_options options, grammar_state*
     }
     for (; count != 0 && state->error_seen == 0; --count) {
         const bool last = count == 1;
-        const bool silent = options.last_component_only && !last;
-        state->suppress_depth += silent ? 1 : 0;
+        const silence silent(state, options.last_component_only && !last);
         if (last && options.destructor) {
             emit_char('~', state);
         }
@@ -464,7 +461,6 @@ const char* qualified_name(const char* at, class_options options, grammar_state*
         if (!last) {
             emit_text("::", state);
         }
-        state->suppress_depth -= silent ? 1 : 0;
     }
     return at;
 }
@@ -514,7 +510,7 @@ const char* table_classes(const char* at, grammar_state* state) {
 bool begins_template_arguments(const char* at, const grammar_state* state) {
     return (follows(at, "__tm__", state) || follows(at, "__pt__", state) ||
             follows(at, "__ps__", state)) &&
-           is_decimal(peek_char(at + 6, state));
+           is_digit(peek_char(at + 6, state));
 }
 
 // args := ( "__tm__" | "__pt__" | "__ps__" ) n "_" { arg }
@@ -541,3 +537,5 @@ const char* template_arguments(const char* at, grammar_state* state) {
     state->input_end = saved_end;
     return at;
 }
+
+}  // namespace scheme0

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <iterator>
 
+namespace scheme0 {
+
 // In the order of trial: a code of three characters wins over the one of two that it
 // begins with.
 static constexpr operator_code operator_codes[] = {
@@ -16,7 +18,7 @@ static constexpr operator_code operator_codes[] = {
     {"aer", "^=", operator_form::infix},
     {"aad", "&=", operator_form::infix},
     {"aor", "|=", operator_form::infix},
-    {"ars", ">>=", operator_form::infix},
+    {"ars", ">>=", operator_form::greater},
     {"als", "<<=", operator_form::infix},
     {"ppe", "++", operator_form::postfix},
     {"mme", "--", operator_form::postfix},
@@ -37,13 +39,13 @@ static constexpr operator_code operator_codes[] = {
     {"nt", "!", operator_form::prefix},
     {"as", "=", operator_form::infix},
     {"lt", "<", operator_form::infix},
-    {"gt", ">", operator_form::infix},
+    {"gt", ">", operator_form::greater},
     {"ls", "<<", operator_form::infix},
-    {"rs", ">>", operator_form::infix},
+    {"rs", ">>", operator_form::greater},
     {"eq", "==", operator_form::infix},
     {"ne", "!=", operator_form::infix},
     {"le", "<=", operator_form::infix},
-    {"ge", ">=", operator_form::infix},
+    {"ge", ">=", operator_form::greater},
     {"aa", "&&", operator_form::infix},
     {"oo", "||", operator_form::infix},
     {"pp", "++", operator_form::prefix},
@@ -56,7 +58,7 @@ static constexpr operator_code operator_codes[] = {
     {"vc", "[]", operator_form::subscript},
     {"qs", "?", operator_form::conditional},
     {"mn", "<?", operator_form::infix},
-    {"mx", ">?", operator_form::infix},
+    {"mx", ">?", operator_form::greater},
     {"ds", ".*", operator_form::member_pointer},
     {"dt", ".", operator_form::member},
     {"ps", "+", operator_form::prefix},
@@ -88,6 +90,10 @@ static constexpr operator_code operator_codes[] = {
     {"li", "\"\"", operator_form::literal},
     {"aw", "co_await", operator_form::prefix_word},
 };
+
+}  // namespace scheme0
+
+using namespace scheme0;
 
 const operator_code* lookup_operator_code(const char* at, const decode_state* state, int* length) {
     const char letters[3] = {peek_char(at, state), peek_char(at + 1, state),

@@ -2,11 +2,14 @@
 // expressions.
 #pragma once
 
-#include "demangle/output.h"
+#include "demangle/scheme0/state.h"
+
+namespace scheme0 {
 
 // How an expression prints the operator and its operands.
 enum class operator_form : unsigned char {
     infix,           // a + b
+    greater,         // a > b: it would close an argument list
     comma,           // a, b
     member,          // a.b
     member_pointer,  // a.*b
@@ -36,6 +39,9 @@ struct operator_code {
     operator_form form;
 };
 
+}  // namespace scheme0
+
 // The operator whose code stands at the position, or null; `length` is the number of
 // characters that the code takes, 2 when there is none.
-const operator_code* lookup_operator_code(const char* at, const decode_state* state, int* length);
+const scheme0::operator_code* lookup_operator_code(const char* at, const decode_state* state,
+                                                   int* length);

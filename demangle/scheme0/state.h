@@ -1,32 +1,58 @@
-// The grammar routines of scheme 0, as they call each other. Each takes the input
-// position and the state and returns the position after what it consumed. A routine
-// that meets an error reports it and returns; nothing is printed after that.
+// The state of a scheme-0 call: what the call was given, and what the grammar builds up.
 //
-// A type prints in two passes over the same input: the prefix pass what stands before
-// a declarator, the suffix pass what stands behind it. While output is suppressed the
-// prefix pass alone reads the whole type, and a length-prefixed name is stepped over.
+// decode_state and its fields, peek_char, read_number, read_length and report_bad_name have
+// fixed names, as have lookup_operator_code, read_literal_length, emit_literal_value,
+// decode_operand and emit_template_param_name further on in the scheme. They stand in the
+// global namespace; everything else of the scheme is in namespace scheme0.
 #pragma once
 
 #include <array>
 #include <bitset>
 #include <cstdint>
 
+#include "demangle/bounds.h"
+#include "demangle/input.h"
 #include "demangle/output.h"
 
-// Bounds on hostile names. The nesting fits a stack of 512 KiB.
-constexpr std::uint64_t most_nesting = 1024;
-constexpr std::uint64_t longest_output = 16U << 20;
-constexpr std::uint64_t most_steps = 400'000;
+struct decode_state : output_state {
+    std::uint64_t uncompressed_len = 0;  // length of an expanded compressed name, else 0
+    const char* input_end = nullptr;     // a read at or past it yields NUL
+    std::uint64_t nesting_level = 0;     // depth of nested names being decoded
+};
+
+// Records an error in the mangled name; the first one silences all further output.
+inline void report_bad_name(decode_state* state) {
+    if (state->error_seen == 0) {
+        state->error_seen = 1;
+        ++state->suppress_depth;
+    }
+}
+
+// The byte at `at`, or NUL at and past the input's end.
+inline char peek_char(const char* at, const decode_state* state) {
+    return at < state->input_end ? *at : '\0';
+}
+
+// Reads the decimal length in front of a name, narrows the input's end to the end
+// of that name, and gives the end it had before through `saved_end`, which the
+// caller puts back. A length larger than what remains is a bad name; the value is
+// then what remains and the end is left alone.
+const char* read_length(const char* at, std::uint64_t* value, const char** saved_end,
+                        decode_state* state);
+
+namespace scheme0 {
+
+inline constexpr std::uint32_t most_steps = 400'000;
 
 // What the text printed so far ends in: it decides on the blank before a pointer mark.
 enum class tail : unsigned char { name, mark, qualifier };
 
-// The state of one call, with what the grammar keeps beside the shared record.
+// What the grammar keeps beside the shared record.
 struct grammar_state : decode_state {
     const char* base = nullptr;  // where the (expanded) name begins
-    std::uint64_t depth = 0;
-    std::uint64_t steps = 0;
-    bool beyond_bounds = false;  // one of the bounds above was met
+    std::uint32_t depth = 0;
+    std::uint32_t steps_left = most_steps;
+    bool beyond_bounds = false;  // one of the bounds was met
     tail last = tail::name;
 
     // Whether an operator with ">" in it was met outside parentheses, for the
@@ -50,110 +76,18 @@ struct grammar_state : decode_state {
     std::bitset<256> skips_filled;
 };
 
-// One level of nesting, for the length of a scope. Counts a grammar step as well.
-class nesting {
-  public:
-    explicit nesting(grammar_state* state) : state_(state) {
-        if (++state->depth > most_nesting + 1 || ++state->steps > most_steps ||
-            state->out_len > longest_output) {
-            state->beyond_bounds = true;
-            report_bad_name(state);
-        }
+// What a level of nesting costs. The outermost one is the name itself.
+inline void enter_level(grammar_state* state) {
+    if (state->depth > most_nesting + 1 || state->steps_left == 0 ||
+        state->out_len > longest_text) {
+        state->beyond_bounds = true;
+        report_bad_name(state);
+    } else {
+        --state->steps_left;
     }
-    ~nesting() { --state_->depth; }
-    nesting(const nesting&) = delete;
-    nesting& operator=(const nesting&) = delete;
-
-  private:
-    grammar_state* state_;
-};
-
-// Output is suppressed for the length of a scope.
-class suppression {
-  public:
-    explicit suppression(grammar_state* state) : state_(state) { ++state->suppress_depth; }
-    ~suppression() { --state_->suppress_depth; }
-    suppression(const suppression&) = delete;
-    suppression& operator=(const suppression&) = delete;
-
-  private:
-    grammar_state* state_;
-};
-
-inline bool is_decimal(char character) {
-    return character >= '0' && character <= '9';
 }
 
 // True when `text` stands at the position, before the input's end.
-bool follows(const char* at, const char* text, const grammar_state* state);
+bool follows(const char* at, std::string_view text, const grammar_state* state);
 
-// Consumes one character; any other is a bad name and stays.
-const char* expect(const char* at, char character, grammar_state* state);
-
-// The number is printed as a signed one ("%ld").
-void emit_signed(std::uint64_t value, output_state* state);
-
-// decode_names.cpp
-
-// How a class name prints: whole, or what a constructor or destructor repeats of it.
-struct class_options {
-    bool last_component_only = false;
-    bool destructor = false;
-    bool without_arguments = false;
-};
-
-const char* full_entity(const char* at, grammar_state* state);
-const char* name_only(const char* at, grammar_state* state);
-const char* operand_name(const char* at, grammar_state* state);
-const char* scope_name(const char* at, class_options options, grammar_state* state);
-const char* qualified_name(const char* at, class_options options, grammar_state* state);
-const char* simple_name(const char* at, class_options options, grammar_state* state);
-const char* table_classes(const char* at, grammar_state* state);
-const char* template_arguments(const char* at, grammar_state* state);
-bool begins_template_arguments(const char* at, const grammar_state* state);
-
-// decode_types.cpp
-
-// Bits of a set of qualifiers. The last two belong to functions only.
-enum qualifier : unsigned {
-    is_const = 1,
-    is_volatile = 2,
-    is_restrict = 4,
-    is_lvalue = 8,
-    is_rvalue = 16,
-};
-
-// Reads a run of "C", "V", "Dr", "DL", "DR" (and "S", where `statics` says so).
-const char* read_qualifiers(const char* at, bool statics, unsigned* bits,
-                            const grammar_state* state);
-void emit_function_qualifiers(unsigned bits, grammar_state* state);
-
-const char* type_prefix(const char* at, unsigned qualifiers, grammar_state* state);
-void type_suffix(const char* at, grammar_state* state);
-const char* whole_type(const char* at, grammar_state* state);
-const char* skip_type(const char* at, grammar_state* state);
-const char* builtin_type(const char* at, grammar_state* state);
-const char* parameter_list(const char* at, grammar_state* state);
-const char* skip_parameters(const char* at, grammar_state* state);
-
-struct template_param {
-    std::uint64_t index = 0;
-    std::uint64_t level = 1;
-};
-const char* read_template_param(const char* at, template_param* param, grammar_state* state);
-void emit_template_param_name(std::uint64_t level, std::uint64_t index, int kind,
-                              output_state* state);
-const char* type_template_param(const char* at, grammar_state* state);
-
-// decode_expressions.cpp
-
-const char* expression(const char* at, bool as_operand, grammar_state* state);
-const char* template_argument(const char* at, grammar_state* state);
-
-// decode_literals.cpp
-
-const char* read_literal_length(const char* at, std::uint64_t* length, const char** saved_end,
-                                grammar_state* state);
-const char* emit_literal_value(const char* at, bool boolean, bool null_pointer,
-                               grammar_state* state);
-const char* decode_operand(const char* at, bool as_operand, grammar_state* state);
+}  // namespace scheme0

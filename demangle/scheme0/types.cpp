@@ -1,7 +1,10 @@
-// Scheme 0's types, in two passes over the same input, and lists of parameters.
+// Scheme 0's types, in two passes over the same input.
 #include <cstring>
 
-#include "demangle/scheme0/state.h"
+#include "demangle/scheme0/grammar.h"
+#include "demangle/scheme0/skip.h"
+
+namespace scheme0 {
 
 namespace {
 
@@ -10,14 +13,16 @@ struct code_text {
     const char* text;
 };
 
-constexpr code_text modifiers[] = {
+}  // namespace
+
+static constexpr code_text modifiers[] = {
     {"S", "signed "},
     {"U", "unsigned "},
     {"x", "_Complex "},
 };
 
 // "m16" stands before "m1", which it begins with.
-constexpr code_text builtin_types[] = {
+static constexpr code_text builtin_types[] = {
     {"v", "void"},        {"b", "bool"},       {"c", "char"},           {"w", "wchar_t"},
     {"g", "char16_t"},    {"k", "char32_t"},   {"s", "short"},          {"i", "int"},
     {"l", "long"},        {"L", "long long"},  {"f", "float"},          {"d", "double"},
@@ -26,6 +31,8 @@ constexpr code_text builtin_types[] = {
     {"j", "__nullptr"},   {"u", "auto"},       {"q", "decltype(auto)"},
 };
 
+namespace {
+
 struct wrapping_code {
     char code;
     bool of_type;  // a type, otherwise an expression
@@ -33,7 +40,9 @@ struct wrapping_code {
     const char* closing;
 };
 
-constexpr wrapping_code wrapping_codes[] = {
+}  // namespace
+
+static constexpr wrapping_code wrapping_codes[] = {
     {'t', true, "typeof(", ")"},
     {'p', false, "typeof(", ")"},
     {'y', false, "decltype(", ")"},
@@ -41,18 +50,22 @@ constexpr wrapping_code wrapping_codes[] = {
     {'o', true, "__underlying_type(", ")"},
 };
 
+namespace {
+
 struct qualifier_text {
     unsigned bit;
     const char* text;
 };
 
-constexpr qualifier_text qualifier_texts[] = {
+}  // namespace
+
+static constexpr qualifier_text qualifier_texts[] = {
     {is_const, "const"}, {is_volatile, "volatile"}, {is_restrict, "restrict"},
     {is_lvalue, "&"},    {is_rvalue, "&&"},
 };
 
 // Prints the qualifiers of the set, separated by blanks, each behind one when `apart`.
-void emit_qualifiers(unsigned bits, bool apart, grammar_state* state) {
+static void emit_qualifiers(unsigned bits, bool apart, grammar_state* state) {
     for (const qualifier_text& row : qualifier_texts) {
         if ((bits & row.bit) != 0) {
             if (apart) {
@@ -64,14 +77,14 @@ void emit_qualifiers(unsigned bits, bool apart, grammar_state* state) {
     }
 }
 
-void emit_qualifiers_before_name(unsigned bits, grammar_state* state) {
+static void emit_qualifiers_before_name(unsigned bits, grammar_state* state) {
     if (bits != 0) {
         emit_qualifiers(bits, false, state);
         emit_char(' ', state);
     }
 }
 
-void emit_qualifiers_after_mark(unsigned bits, grammar_state* state) {
+static void emit_qualifiers_after_mark(unsigned bits, grammar_state* state) {
     state->last = tail::mark;
     if (bits != 0) {
         emit_qualifiers(bits, false, state);
@@ -79,14 +92,14 @@ void emit_qualifiers_after_mark(unsigned bits, grammar_state* state) {
     }
 }
 
-bool begins_function_or_array(const char* at, const grammar_state* state) {
+static bool begins_function_or_array(const char* at, const grammar_state* state) {
     unsigned bits = 0;
     const char letter = peek_char(read_qualifiers(at, false, &bits, state), state);
     return letter == 'F' || letter == 'A';
 }
 
 // Between what a declarator follows and the declarator.
-void emit_blank_before_declarator(grammar_state* state) {
+static void emit_blank_before_declarator(grammar_state* state) {
     if (state->last != tail::mark) {
         emit_char(' ', state);
     }
@@ -94,7 +107,7 @@ void emit_blank_before_declarator(grammar_state* state) {
 }
 
 // Opens the declarator of a mark: a parenthesis where a function or an array is meant.
-void open_mark(const char* pointee, grammar_state* state) {
+static void open_mark(const char* pointee, grammar_state* state) {
     if (begins_function_or_array(pointee, state)) {
         emit_char('(', state);
     } else {
@@ -102,19 +115,19 @@ void open_mark(const char* pointee, grammar_state* state) {
     }
 }
 
-void close_mark(const char* pointee, grammar_state* state) {
+static void close_mark(const char* pointee, grammar_state* state) {
     if (begins_function_or_array(pointee, state)) {
         emit_char(')', state);
     }
 }
 
-bool begins_class(const char* at, const grammar_state* state) {
+static bool begins_class(const char* at, const grammar_state* state) {
     const char letter = peek_char(at, state);
-    return letter == 'Z' || letter == 'Q' || is_decimal(letter);
+    return letter == 'Z' || letter == 'Q' || is_digit(letter);
 }
 
 // A class where one is called for: simple, qualified or a template parameter.
-const char* class_name(const char* at, grammar_state* state) {
+static const char* class_name(const char* at, grammar_state* state) {
     if (!begins_class(at, state)) {
         report_bad_name(state);
         return at;
@@ -123,58 +136,33 @@ const char* class_name(const char* at, grammar_state* state) {
                                        : qualified_name(at, {}, state);
 }
 
-// Steps over what `read` reads, once for each position: what precedes a position decides
-// which `read` it is met with.
-template <typename Read>
-const char* skip_once(const char* at, grammar_state* state, Read read) {
-    const std::size_t slot = static_cast<std::size_t>(at - state->base) % state->skips.size();
-    grammar_state::skipped& entry = state->skips[slot];
-    if (!state->skips_filled[slot] || entry.from != at) {
-        const suppression suppressed(state);
-        const std::uint64_t parentheses = state->parentheses;
-        const bool greater_seen = state->greater_seen;
-        state->parentheses = 0;
-        state->greater_seen = false;
-        const char* const end = read(at, state);
-        // The entry may have served another position in the meantime.
-        entry = {at, end, state->greater_seen};
-        state->skips_filled[slot] = state->error_seen == 0;
-        state->parentheses = parentheses;
-        state->greater_seen = greater_seen;
-    }
-    if (entry.greater_seen && state->parentheses == 0) {
-        state->greater_seen = true;
-    }
-    return entry.to;
-}
-
-const char* skip_class(const char* at, grammar_state* state) {
+static const char* skip_class(const char* at, grammar_state* state) {
     return skip_once(at, state, class_name);
 }
 
 // bound := digits | "X" operand | nothing
-const char* array_bound(const char* at, grammar_state* state) {
+static const char* array_bound(const char* at, grammar_state* state) {
     if (peek_char(at, state) == 'X') {
         const nesting level(state);
         return decode_operand(at + 1, false, state);
     }
-    while (peek_char(at, state) == '0' && is_decimal(peek_char(at + 1, state))) {
+    while (peek_char(at, state) == '0' && is_digit(peek_char(at + 1, state))) {
         ++at;
     }
     const char* const digits = at;
-    while (is_decimal(peek_char(at, state))) {
+    while (is_digit(peek_char(at, state))) {
         ++at;
     }
-    emit_bytes(digits, static_cast<std::size_t>(at - digits), state);
+    emit_text({digits, static_cast<std::size_t>(at - digits)}, state);
     return at;
 }
 
-const char* skip_bound(const char* at, grammar_state* state) {
+static const char* skip_bound(const char* at, grammar_state* state) {
     return skip_once(at, state, array_bound);
 }
 
 // array := "A" bound "_" type
-const char* array_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
+static const char* array_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
     at = expect(skip_bound(at + 1, state), '_', state);
     at = type_prefix(at, qualifiers, state);
     emit_blank_before_declarator(state);
@@ -182,7 +170,7 @@ const char* array_prefix(const char* at, unsigned qualifiers, grammar_state* sta
 }
 
 // function := "F" parameters "_" type
-const char* function_prefix(const char* at, grammar_state* state) {
+static const char* function_prefix(const char* at, grammar_state* state) {
     ++state->parentheses;
     at = expect(skip_parameters(at + 1, state), '_', state);
     --state->parentheses;
@@ -192,8 +180,8 @@ const char* function_prefix(const char* at, grammar_state* state) {
 }
 
 // "P" type | "R" type | "E" type
-const char* pointer_prefix(const char* at, const char* sign, unsigned qualifiers,
-                           grammar_state* state) {
+static const char* pointer_prefix(const char* at, const char* sign, unsigned qualifiers,
+                                  grammar_state* state) {
     const char* const pointee = at + 1;
     at = type_prefix(pointee, 0, state);
     open_mark(pointee, state);
@@ -203,7 +191,8 @@ const char* pointer_prefix(const char* at, const char* sign, unsigned qualifiers
 }
 
 // "M" class type
-const char* member_pointer_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
+static const char* member_pointer_prefix(const char* at, unsigned qualifiers,
+                                         grammar_state* state) {
     const char* const owner = at + 1;
     const char* const member = skip_class(owner, state);
     at = type_prefix(member, 0, state);
@@ -217,7 +206,7 @@ const char* member_pointer_prefix(const char* at, unsigned qualifiers, grammar_s
 }
 
 // vector := "B" digits "_" type
-const char* vector_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
+static const char* vector_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
     std::uint64_t size = 0;
     at = expect(read_number(at + 1, &size, state), '_', state);
     emit_qualifiers_before_name(qualifiers, state);
@@ -228,8 +217,8 @@ const char* vector_prefix(const char* at, unsigned qualifiers, grammar_state* st
 }
 
 // "Hi" type | "Hp" type
-const char* bracketed_pointer_prefix(const char* at, const char* opening, unsigned qualifiers,
-                                     grammar_state* state) {
+static const char* bracketed_pointer_prefix(const char* at, const char* opening,
+                                            unsigned qualifiers, grammar_state* state) {
     emit_text(opening, state);
     at = whole_type(at + 2, state);
     emit_char('>', state);
@@ -239,8 +228,8 @@ const char* bracketed_pointer_prefix(const char* at, const char* opening, unsign
 }
 
 // "Hh" type | "Ht" type. The mark follows its type without a blank.
-const char* handle_prefix(const char* at, const char* sign, unsigned qualifiers,
-                          grammar_state* state) {
+static const char* handle_prefix(const char* at, const char* sign, unsigned qualifiers,
+                                 grammar_state* state) {
     const char* const pointee = at + 2;
     at = type_prefix(pointee, 0, state);
     if (begins_function_or_array(pointee, state)) {
@@ -253,7 +242,7 @@ const char* handle_prefix(const char* at, const char* sign, unsigned qualifiers,
     return at;
 }
 
-const char* managed_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
+static const char* managed_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
     switch (peek_char(at + 1, state)) {
         case 'i':
             return bracketed_pointer_prefix(at, "interior_ptr<", qualifiers, state);
@@ -269,14 +258,14 @@ const char* managed_prefix(const char* at, unsigned qualifiers, grammar_state* s
     }
 }
 
-const char* named_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
+static const char* named_prefix(const char* at, unsigned qualifiers, grammar_state* state) {
     emit_qualifiers_before_name(qualifiers, state);
     at = begins_class(at, state) ? class_name(at, state) : builtin_type(at, state);
     state->last = tail::name;
     return at;
 }
 
-const char* wrapped_type(const char* at, const wrapping_code& row, grammar_state* state) {
+static const char* wrapped_type(const char* at, const wrapping_code& row, grammar_state* state) {
     emit_text(row.opening, state);
     ++state->parentheses;
     at = row.of_type ? whole_type(at + 1, state) : expression(at + 1, false, state);
@@ -284,75 +273,6 @@ const char* wrapped_type(const char* at, const wrapping_code& row, grammar_state
     emit_text(row.closing, state);
     return at;
 }
-
-// "T" index | "N" digit index, index := digit | digit digits "_"
-const char* parameter_index(const char* at, std::uint64_t* index, grammar_state* state) {
-    const char* end = at;
-    while (is_decimal(peek_char(end, state))) {
-        ++end;
-    }
-    if (end - at >= 2 && peek_char(end, state) == '_') {
-        read_number(at, index, state);
-        return end + 1;
-    }
-    *index = 0;
-    if (end == at) {
-        report_bad_name(state);
-        return at;
-    }
-    *index = static_cast<std::uint64_t>(*at - '0');
-    return at + 1;
-}
-
-// The parameters of one list that have been met so far.
-struct open_list {
-    std::uint32_t first = 0;  // in the state's array
-    std::uint64_t count = 0;
-};
-
-void note_parameter(std::uint32_t offset, open_list* list, grammar_state* state) {
-    if (list->count + list->first < state->parameters.size()) {
-        state->parameters[list->first + list->count] = offset;
-        ++state->parameter_count;
-    }
-    ++list->count;
-}
-
-void emit_comma(const open_list& list, grammar_state* state) {
-    if (list.count != 0) {
-        emit_text(", ", state);
-    }
-}
-
-// A parameter that repeats an earlier one prints it again from its own letters.
-const char* repeated_parameters(const char* at, open_list* list, grammar_state* state) {
-    std::uint64_t times = 1;
-    if (*at == 'N') {
-        ++at;
-        if (!is_decimal(peek_char(at, state))) {
-            report_bad_name(state);
-            return at;
-        }
-        times = static_cast<std::uint64_t>(*at - '0');
-    }
-    std::uint64_t index = 0;
-    at = parameter_index(at + 1, &index, state);
-    if (index == 0 || index > list->count || list->first + index > state->parameters.size()) {
-        report_bad_name(state);
-        return at;
-    }
-    const std::uint32_t offset = state->parameters[list->first + index - 1];
-    for (; times != 0 && state->error_seen == 0; --times) {
-        emit_comma(*list, state);
-        if (state->suppress_depth == 0) {
-            whole_type(state->base + offset, state);
-        }
-        note_parameter(offset, list, state);
-    }
-    return at;
-}
-
-}  // namespace
 
 const char* read_qualifiers(const char* at, bool statics, unsigned* bits,
                             const grammar_state* state) {
@@ -522,41 +442,6 @@ const char* builtin_type(const char* at, grammar_state* state) {
     return at;
 }
 
-// params := "v" | { type | "T" index | "N" digit index } [ "e" ]
-// Ends before a "_" or at the end of the input; prints no parentheses.
-const char* parameter_list(const char* at, grammar_state* state) {
-    if (peek_char(at, state) == 'v') {
-        return at + 1;
-    }
-    open_list list{state->parameter_count};
-    while (state->error_seen == 0) {
-        const char letter = peek_char(at, state);
-        if (letter == '\0' || letter == '_') {
-            break;
-        }
-        if (letter == 'e') {
-            emit_comma(list, state);
-            emit_text("...", state);
-            ++at;
-            break;
-        }
-        if (letter == 'T' || letter == 'N') {
-            at = repeated_parameters(at, &list, state);
-            continue;
-        }
-        emit_comma(list, state);
-        const auto offset = static_cast<std::uint32_t>(at - state->base);
-        at = whole_type(at, state);
-        note_parameter(offset, &list, state);
-    }
-    state->parameter_count = list.first;
-    return at;
-}
-
-const char* skip_parameters(const char* at, grammar_state* state) {
-    return skip_once(at, state, parameter_list);
-}
-
 // "Z" index [ "_" level ] "Z"
 const char* read_template_param(const char* at, template_param* param, grammar_state* state) {
     at = read_number(at + 1, &param->index, state);
@@ -565,6 +450,15 @@ const char* read_template_param(const char* at, template_param* param, grammar_s
     }
     return expect(at, 'Z', state);
 }
+
+const char* type_template_param(const char* at, grammar_state* state) {
+    template_param param;
+    at = read_template_param(at, &param, state);
+    emit_template_param_name(param.level + state->nesting_level, param.index, 0, state);
+    return at;
+}
+
+}  // namespace scheme0
 
 // Three levels have letters of their own; any other is spelled out.
 void emit_template_param_name(std::uint64_t level, std::uint64_t index, int kind,
@@ -579,11 +473,4 @@ void emit_template_param_name(std::uint64_t level, std::uint64_t index, int kind
         emit_char('_', state);
     }
     emit_number(index, state);
-}
-
-const char* type_template_param(const char* at, grammar_state* state) {
-    template_param param;
-    at = read_template_param(at, &param, state);
-    emit_template_param_name(param.level + state->nesting_level, param.index, 0, state);
-    return at;
 }

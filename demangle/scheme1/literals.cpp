@@ -1,5 +1,6 @@
-// Literals of the Itanium ABI decoder: "L" ... "E", as template arguments and in
-// expressions.
+// Literals: integers, words, floating values from their images, casts of all else.
+#include "demangle/scheme1/literals.h"
+
 #include <array>
 #include <bit>
 #include <charconv>
@@ -7,7 +8,13 @@
 #include <cstdint>
 #include <limits>
 
-#include "demangle/scheme1/state.h"
+#include "demangle/scheme1/encoding.h"
+#include "demangle/scheme1/input.h"
+#include "demangle/scheme1/types.h"
+
+namespace scheme1 {
+
+namespace {
 
 // How the literals of the integer types read.
 struct integer_suffix {
@@ -15,11 +22,13 @@ struct integer_suffix {
     std::string_view suffix;
 };
 
+}  // namespace
+
 static constexpr integer_suffix integer_suffixes[] = {
     {'i', ""}, {'j', "U"}, {'l', "L"}, {'m', "UL"}, {'x', "LL"}, {'y', "ULL"},
 };
 
-// --- Floating values ------------------------------------------------------------
+// ---- Floating values ----
 
 // The fewest digits of "%.*g" that give the value back.
 template <typename Number>
@@ -36,14 +45,14 @@ static void put_floating(Number value, eabi_decode_state* state) {
             break;
         }
     }
-    eabi_put(text.data(), length, state);
+    emit_text({text.data(), length}, state);
 }
 
 static std::uint64_t hexadecimal(std::string_view digits) {
     std::uint64_t value = 0;
     for (const char digit : digits) {
         value = value << 4U |
-                static_cast<std::uint64_t>(eabi_is_digit(digit) ? digit - '0' : digit - 'a' + 10);
+                static_cast<std::uint64_t>(is_digit(digit) ? digit - '0' : digit - 'a' + 10);
     }
     return value;
 }
@@ -110,7 +119,7 @@ static bool valid_image_length(char code, std::size_t length) {
 // The image of a floating value of the type `code`, in lower-case hexadecimal.
 static const char* floating_image(const char* at, char code, eabi_decode_state* state) {
     const char* const start = at;
-    while (eabi_is_digit(*at) || (*at >= 'a' && *at <= 'f')) {
+    while (is_digit(*at) || (*at >= 'a' && *at <= 'f')) {
         ++at;
     }
     const std::string_view image(start, static_cast<std::size_t>(at - start));
@@ -131,31 +140,31 @@ static const char* floating_image(const char* at, char code, eabi_decode_state* 
 
 // "C" floating-type image "_" image "E", behind the type.
 static const char* complex_value(const char* at, char code, eabi_decode_state* state) {
-    eabi_put('(', state);
+    emit_char('(', state);
     at = floating_image(at, code, state);
-    at = eabi_require(at, '_', state);
-    eabi_put(", ", state);
+    at = expect(at, '_', state);
+    emit_text(", ", state);
     at = floating_image(at, code, state);
-    eabi_put(')', state);
+    emit_char(')', state);
     return at;
 }
 
-// --- Everything else ------------------------------------------------------------
+// ---- Everything else ----
 
 // [ "n" ] digits, as they are written.
 static const char* signed_digits(const char* at, eabi_decode_state* state) {
     if (*at == 'n') {
-        eabi_put('-', state);
+        emit_char('-', state);
         ++at;
     }
     const char* const start = at;
-    while (eabi_is_digit(*at)) {
+    while (is_digit(*at)) {
         ++at;
     }
     if (at == start) {
         report_bad_name(state);
     }
-    eabi_put(start, static_cast<std::size_t>(at - start), state);
+    emit_text({start, static_cast<std::size_t>(at - start)}, state);
     return at;
 }
 
@@ -170,45 +179,47 @@ static const char* cast_value(const char* type, const char* at, eabi_decode_stat
     // A string shows its type and no characters.
     const bool is_array = *type == 'A' || (*type == 'K' && type[1] == 'A');
     if (*at == 'E' && is_array) {
-        eabi_put("\"...\"", state);
+        emit_text("\"...\"", state);
         return at;
     }
     return signed_digits(at, state);
 }
 
 // literal ::= "L" type value "E" | "L_Z" encoding "E"
-const char* eabi_literal(const char* at, eabi_decode_state* state) {
+const char* literal(const char* at, eabi_decode_state* state) {
     ++at;
-    const eabi_level level(state);
+    const nesting level(state);
     if (state->error_seen != 0) {
         return at;
     }
     if (at[0] == '_' && at[1] == 'Z') {
-        const unsigned lambda_flag = state->lambda_flag;
+        const unsigned char lambda_flag = state->lambda_flag;
         state->lambda_flag = 0;
         at = eabi_encoding(at + 2, true, state);
         state->lambda_flag = lambda_flag;
-        return eabi_require(at, 'E', state);
+        return expect(at, 'E', state);
     }
     for (const integer_suffix& row : integer_suffixes) {
         if (row.code == *at) {
             at = signed_digits(at + 1, state);
-            eabi_put(row.suffix, state);
-            return eabi_require(at, 'E', state);
+            emit_text(row.suffix, state);
+            return expect(at, 'E', state);
         }
     }
     if (at[0] == 'b' && (at[1] == '0' || at[1] == '1') && at[2] == 'E') {
-        eabi_put(at[1] == '0' ? "false" : "true", state);
+        emit_text(at[1] == '0' ? "false" : "true", state);
         return at + 3;
     }
     if (at[0] == 'D' && at[1] == 'n') {
-        eabi_put("nullptr", state);
-        return eabi_require(at[2] == '0' ? at + 3 : at + 2, 'E', state);
+        emit_text("nullptr", state);
+        return expect(at[2] == '0' ? at + 3 : at + 2, 'E', state);
     }
     const char* const type = at;
-    eabi_put('(', state);
-    at = eabi_whole_type(at, true, state);
-    eabi_put(')', state);
-    at = cast_value(eabi_spelled_type(type, state), at, state);
-    return eabi_require(at, 'E', state);
+    emit_char('(', state);
+    at = whole_type(at, state);
+    emit_char(')', state);
+    at = cast_value(spelled_type(type, state), at, state);
+    return expect(at, 'E', state);
 }
+
+}  // namespace scheme1

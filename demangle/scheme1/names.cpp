@@ -1,8 +1,19 @@
-// Names of the Itanium ABI decoder: unscoped, nested and local names. Called by the
-// encodings, the types and the expressions.
-#include "demangle/scheme1/state.h"
+// Nested names, local names, and what is left of names.
+#include "demangle/scheme1/names.h"
 
-// --- Nested names ---------------------------------------------------------------
+#include "demangle/scheme1/encoding.h"
+#include "demangle/scheme1/expressions.h"
+#include "demangle/scheme1/input.h"
+#include "demangle/scheme1/substitutions.h"
+#include "demangle/scheme1/template_args.h"
+#include "demangle/scheme1/types.h"
+#include "demangle/scheme1/unqualified_names.h"
+
+namespace scheme1 {
+
+// ---- Nested names ----
+
+namespace {
 
 // How far a prefix has been read.
 struct prefix_progress {
@@ -15,18 +26,20 @@ struct prefix_progress {
 struct prefix_component {
     const char* end;
     bool enter = true;
-    eabi_subst_kind kind = subst_prefix;
+    subst_kind kind = subst_prefix;
 };
+
+}  // namespace
 
 // A component that is neither a plain source name nor an argument list:
 // "S" substitution | "T" parameter | "D" decltype | "M" | unqualified-name
-[[gnu::noinline]] static prefix_component read_component(const char* at, bool first,
-                                                         prefix_progress* progress,
-                                                         eabi_component* component,
-                                                         eabi_decode_state* state) {
+OUT_OF_LINE static prefix_component read_component(const char* at, bool first,
+                                                   prefix_progress* progress,
+                                                   last_component* component,
+                                                   eabi_decode_state* state) {
     const prefix_progress before = *progress;
     *progress = {.named = before.named};
-    if (*at == 'S' && !eabi_is_module_reference(at, state)) {
+    if (*at == 'S' && !is_module_reference(at, state)) {
         if (!first) {
             report_bad_name(state);
             return {at, false};
@@ -34,8 +47,8 @@ struct prefix_component {
         if (at[1] != 't') {
             return {eabi_substitution(at, subst_whole, 0, false, component, state), false};
         }
-        eabi_put("std", state);
-        component->last_name = eabi_abbreviation_name | static_cast<unsigned char>('t');
+        emit_text("std", state);
+        component->last_name = abbreviation_name | static_cast<unsigned char>('t');
         progress->std_only = true;
         return {at + 2, false};
     }
@@ -44,44 +57,41 @@ struct prefix_component {
         return {at + 1, false};
     }
     if (!first) {
-        eabi_put("::", state);
+        emit_text("::", state);
     }
     if (*at == 'T') {
-        *component = {.last_name = eabi_last_name_at(at, state)};
+        *component = {.last_name = last_name_at(at, state)};
         return {eabi_template_param(at, state), true, first ? subst_template_param : subst_prefix};
     }
     if (*at == 'D' && (at[1] == 't' || at[1] == 'T')) {
         *component = {};
-        return {eabi_decltype(at, state)};
+        return {decltype_of(at, state)};
     }
     progress->named = true;
-    return {eabi_unqualified_name(at, component, state), true,
+    return {unqualified_name(at, component, state), true,
             first ? subst_name : subst_prefix_and_name};
 }
 
 // prefix ::= component+. Every beginning of it that another component follows is entered.
-const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
-                        eabi_name_record* record, eabi_component* component,
-                        eabi_decode_state* state) {
+const char* prefix(const char* at, const char* bound, bool whole_is_type, name_record* record,
+                   last_component* component, eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
     prefix_progress progress;
-    unsigned flags_before = 0;  // of the component before the last
+    char kind_before = ' ';  // of the component before the last
     while (state->error_seen == 0 && at != bound && *at != 'E') {
         const char* const here = at;
         const bool first = here == start;
-        flags_before = component->flags;
+        kind_before = component->kind;
         prefix_component read{at};
-        if (eabi_is_digit(*at)) {  // by far the most frequent
-            if (state->steps_left == 0) {
-                report_bad_name(state);
+        if (is_digit(*at)) {  // by far the most frequent
+            if (!count_step(state)) {
                 break;
             }
-            --state->steps_left;
-            at = eabi_plain_source_name(at, !first, state);
-            *component = {.last_name = eabi_last_name_at(here, state)};
+            at = plain_source_name(at, !first, state);
+            *component = {.last_name = last_name_at(here, state)};
             if (*at == 'B') {
-                at = eabi_abi_tags(at, state);
+                at = abi_tags(at, state);
             }
             progress = {.named = true};
             read.kind = first ? subst_name : subst_prefix_and_name;
@@ -90,8 +100,8 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
                 report_bad_name(state);
                 break;
             }
-            at = eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
-            component->flags &= ~static_cast<unsigned>(entry_ends_in_less);
+            at = template_args(at, wants_blank(*component), state);
+            component->flags &= static_cast<unsigned char>(~ends_in_less);
             progress = {.named = true, .has_args = true};
         } else {
             read = read_component(at, first, &progress, component, state);
@@ -103,30 +113,30 @@ const char* eabi_prefix(const char* at, const char* bound, bool whole_is_type,
         }
     }
     // A constructor counts also when what follows it is bad.
-    if (state->error_seen != 0 && eabi_kind(*component) == ' ') {
-        component->flags = flags_before;
+    if (state->error_seen != 0 && component->kind == ' ') {
+        component->kind = kind_before;
     }
     if (bound == nullptr && !progress.named) {
         report_bad_name(state);
     }
     if (record != nullptr) {
-        record->no_return_type = !progress.has_args || eabi_carries_no_return_type(*component);
-        record->ctor_dtor_kind = eabi_kind(*component);
+        record->no_return_type = !progress.has_args || carries_no_return_type(*component);
+        record->ctor_dtor_kind = component->kind;
     }
     return at;
 }
 
 // nested-name ::= "N" { "K" | "V" | "r" } [ "R" | "O" ] prefix "E"
-static const char* nested_name(const char* at, bool is_type, eabi_name_record* record,
-                               eabi_component* component, eabi_decode_state* state) {
+static const char* nested_name(const char* at, bool is_type, name_record* record,
+                               last_component* component, eabi_decode_state* state) {
     ++at;
     if (*at == 'H' && state->extended && record != nullptr) {
         record->explicit_object = true;
         ++at;
     }
-    for (; eabi_qualifier_bit(*at) != 0; ++at) {
+    for (; qualifier_bit(*at) != 0; ++at) {
         if (record != nullptr) {
-            record->cv_qualifiers |= eabi_qualifier_bit(*at);
+            record->cv_qualifiers |= qualifier_bit(*at);
         }
     }
     if (*at == 'R' || *at == 'O') {
@@ -135,65 +145,60 @@ static const char* nested_name(const char* at, bool is_type, eabi_name_record* r
         }
         ++at;
     }
-    at = eabi_prefix(at, nullptr, is_type, record, component, state);
-    return eabi_require(at, 'E', state);
+    at = prefix(at, nullptr, is_type, record, component, state);
+    return expect(at, 'E', state);
 }
 
-// --- Local names ----------------------------------------------------------------
+// ---- Local names ----
 
 // "_" digit  |  "__" number "_"
-[[gnu::noinline]] static const char* discriminator(const char* at, eabi_decode_state* state) {
-    if (*at != '_' || (!eabi_is_digit(at[1]) && at[1] != '_')) {
+OUT_OF_LINE static const char* discriminator(const char* at, eabi_decode_state* state) {
+    if (*at != '_' || (!is_digit(at[1]) && at[1] != '_')) {
         return at;
     }
     std::uint64_t number = 0;
     if (at[1] == '_') {
-        at = eabi_require(eabi_number(at + 2, &number, state), '_', state);
+        at = expect(read_number(at + 2, &number, state), '_', state);
     } else {
         number = static_cast<std::uint64_t>(at[1] - '0');
         at += 2;
     }
-    eabi_put(" (instance ", state);
-    eabi_put_number(static_cast<std::int64_t>(number + 2), state);
-    eabi_put(')', state);
+    emit_text(" (instance ", state);
+    emit_signed(static_cast<std::int64_t>(number + 2), state);
+    emit_char(')', state);
     return at;
 }
 
 // "d" [ [ "n" ] number ] "_": the default argument that an entity stands in.
-[[gnu::noinline]] static const char* default_argument(const char* at, eabi_decode_state* state) {
-    ++at;
-    std::int64_t number = -1;
-    if (*at != '_') {
-        const bool negative = *at == 'n';
-        std::uint64_t value = 0;
-        at = eabi_number(at + (negative ? 1 : 0), &value, state);
-        number = static_cast<std::int64_t>(negative ? 0 - value : value);
-        if (negative && value > 1) {  // -1 is what "d_" says too
+OUT_OF_LINE static const char* default_argument(const char* at, eabi_decode_state* state) {
+    signed_number number{.negative = true, .size = 1};  // what "d_" stands for
+    if (*++at != '_') {
+        at = read_signed_number(at, &number, state);
+        if (number.negative && number.size > 1) {
             report_bad_name(state);
         }
     }
-    at = eabi_require(at, '_', state);
-    eabi_put("[default argument ", state);
-    eabi_put_number(static_cast<std::int64_t>(static_cast<std::uint64_t>(number) + 2), state);
-    eabi_put(" (from end)]::", state);
+    at = expect(at, '_', state);
+    emit_text("[default argument ", state);
+    emit_signed(static_cast<std::int64_t>(static_cast<std::uint64_t>(number.value()) + 2), state);
+    emit_text(" (from end)]::", state);
     return at;
 }
 
-static const char* name_part(const char* at, eabi_name_record* record, eabi_component* component,
+static const char* name_part(const char* at, name_record* record, last_component* component,
                              eabi_decode_state* state);
 
 // local-name ::= "Z" encoding "E" ( "s" | [ default argument ] name ) [ discriminator ]
-[[gnu::noinline]] static const char* local_name(const char* at, eabi_name_record* record,
-                                                eabi_component* component,
-                                                eabi_decode_state* state) {
-    const unsigned lambda_flag = state->lambda_flag;
+OUT_OF_LINE static const char* local_name(const char* at, name_record* record,
+                                          last_component* component, eabi_decode_state* state) {
+    const unsigned char lambda_flag = state->lambda_flag;
     state->lambda_flag = 0;
     at = eabi_encoding(at + 1, true, state);
     state->lambda_flag = lambda_flag;
-    at = eabi_require(at, 'E', state);
-    eabi_put("::", state);
+    at = expect(at, 'E', state);
+    emit_text("::", state);
     if (*at == 's') {
-        eabi_put("string", state);
+        emit_text("string", state);
         record->no_return_type = true;
         return discriminator(at + 1, state);
     }
@@ -207,30 +212,30 @@ static const char* name_part(const char* at, eabi_name_record* record, eabi_comp
     return discriminator(at, state);
 }
 
-// --- All names ------------------------------------------------------------------
+// ---- All names ----
 
 // A name that template arguments may follow; it is entered before them.
-static const char* unscoped_name(const char* at, eabi_name_record* record,
-                                 eabi_component* component, eabi_decode_state* state) {
+static const char* unscoped_name(const char* at, name_record* record, last_component* component,
+                                 eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
     if (*at == 'S' && at[1] == 't') {
-        eabi_put("std::", state);
+        emit_text("std::", state);
         at += 2;
     }
-    at = eabi_unqualified_name(at, component, state);
+    at = unqualified_name(at, component, state);
     if (*at == 'I') {
         eabi_add_substitution(start, subst_name, start, *component, text_at, state);
-        at = eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
-        record->no_return_type = eabi_carries_no_return_type(*component);
+        at = template_args(at, wants_blank(*component), state);
+        record->no_return_type = carries_no_return_type(*component);
     } else {
         record->no_return_type = true;
     }
-    record->ctor_dtor_kind = eabi_kind(*component);
+    record->ctor_dtor_kind = component->kind;
     return at;
 }
 
-static const char* name_part(const char* at, eabi_name_record* record, eabi_component* component,
+static const char* name_part(const char* at, name_record* record, last_component* component,
                              eabi_decode_state* state) {
     switch (*at) {
         case 'B':
@@ -241,14 +246,13 @@ static const char* name_part(const char* at, eabi_name_record* record, eabi_comp
         case 'Z':
             return local_name(at, record, component, state);
         case 'S':
-            if (at[1] != 't' && !eabi_is_module_reference(at, state)) {
+            if (at[1] != 't' && !is_module_reference(at, state)) {
                 at = eabi_substitution(at, subst_whole, 0, false, component, state);
                 record->no_return_type = true;
-                record->ctor_dtor_kind = eabi_kind(*component);
+                record->ctor_dtor_kind = component->kind;
                 if (*at == 'I') {
-                    at =
-                        eabi_template_args(at, (component->flags & entry_ends_in_less) != 0, state);
-                    record->no_return_type = eabi_carries_no_return_type(*component);
+                    at = template_args(at, wants_blank(*component), state);
+                    record->no_return_type = carries_no_return_type(*component);
                 }
                 return at;
             }
@@ -259,23 +263,15 @@ static const char* name_part(const char* at, eabi_name_record* record, eabi_comp
     return unscoped_name(at, record, component, state);
 }
 
-const char* eabi_name(const char* at, eabi_name_record* record, unsigned mode,
-                      eabi_decode_state* state) {
-    *record = eabi_name_record{};
-    eabi_component component;
-    const eabi_silence silent(state, (mode & mode_print) == 0);
-    return name_part(at, record, &component, state);
-}
-
 // class-enum-type ::= name, entered as a whole.
-const char* eabi_class_type(const char* at, eabi_component* component, eabi_decode_state* state) {
+const char* class_type(const char* at, last_component* component, eabi_decode_state* state) {
     if (*at == 'N') {
         return nested_name(at, true, nullptr, component, state);
     }
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
-    eabi_name_record record;
-    eabi_subst_kind kind = subst_type;
+    name_record record;
+    subst_kind kind = subst_type;
     if (*at == 'B') {
         report_bad_name(state);
         return at;
@@ -288,4 +284,21 @@ const char* eabi_class_type(const char* at, eabi_component* component, eabi_deco
     }
     eabi_add_substitution(start, kind, start, *component, text_at, state);
     return at;
+}
+
+const char* name_once(const char* at, eabi_decode_state* state) {
+    name_record record;
+    return eabi_name(at, &record, mode_both, state);
+}
+
+}  // namespace scheme1
+
+using namespace scheme1;
+
+const char* eabi_name(const char* at, name_record* record, unsigned mode,
+                      eabi_decode_state* state) {
+    *record = name_record{};
+    last_component component;
+    const silence silent(state, (mode & mode_print) == 0);
+    return name_part(at, record, &component, state);
 }

@@ -1,5 +1,13 @@
-// Requires-expressions of the Itanium ABI decoder. Called by the expressions.
-#include "demangle/scheme1/unresolved_names.h"
+// Requires-expressions.
+#include "demangle/scheme1/requirements.h"
+
+#include "demangle/scheme1/expression_parts.h"
+#include "demangle/scheme1/expressions.h"
+#include "demangle/scheme1/names.h"
+#include "demangle/scheme1/skip.h"
+#include "demangle/scheme1/types.h"
+
+namespace scheme1 {
 
 // "X" expression [ "N" ] [ "R" constraint ] | "T" type | "Q" expression
 static const char* requirement(const char* at, eabi_decode_state* state) {
@@ -10,63 +18,64 @@ static const char* requirement(const char* at, eabi_decode_state* state) {
     }
     ++at;
     if (kind == 'T') {
-        eabi_put("typename ", state);
-        at = eabi_whole_type(at, true, state);
+        emit_text("typename ", state);
+        at = whole_type(at, state);
     } else if (kind == 'Q') {
-        eabi_put("requires ", state);
-        at = eabi_expression(at, state);
+        emit_text("requires ", state);
+        at = expression(at, state);
     } else {
         const char* const start = at;
         bool shows_greater = false;
-        at = eabi_skip_expression(at, &shows_greater, state);
+        at = skip_expression(at, &shows_greater, state);
         if (shows_greater) {
-            eabi_show_greater(state);
+            show_greater(state);
         }
         const bool compound = *at == 'N' || *at == 'R';
         if (state->suppress_depth == 0) {
-            const eabi_no_record no_record(state);
-            eabi_put(compound ? "{" : "", state);
-            eabi_expression(start, state);
-            eabi_put(compound ? "}" : "", state);
+            const no_record unrecorded(state);
+            emit_text(compound ? "{" : "", state);
+            expression(start, state);
+            emit_text(compound ? "}" : "", state);
         }
         if (*at == 'N') {
-            eabi_put(" noexcept", state);
+            emit_text(" noexcept", state);
             ++at;
         }
         if (*at == 'R') {
-            eabi_put(" -> ", state);
-            eabi_name_record record;
-            at = eabi_name(at + 1, &record, mode_both, state);
+            emit_text(" -> ", state);
+            at = name_once(at + 1, state);
         }
     }
-    eabi_put(';', state);
+    emit_char(';', state);
     return at;
 }
 
 // "rQ" parameter type+ "_" requirement+ "E" | "rq" requirement+ "E"
-const char* eabi_requires_expression(const char* at, eabi_decode_state* state) {
-    eabi_put("requires", state);
+const char* requires_expression(const char* at, eabi_decode_state* state) {
+    emit_text("requires", state);
     const bool has_parameters = at[1] == 'Q';
     at += 2;
     if (has_parameters) {
-        eabi_open_parenthesis(state);
+        open_parenthesis(state);
         if (at[0] == 'v' && at[1] == '_') {
             at += 2;
         } else {
-            at = eabi_whole_type(at, true, state);
+            at = whole_type(at, state);
             while (*at != '_' && state->error_seen == 0) {
-                eabi_put(", ", state);
-                at = eabi_whole_type(at, true, state);
+                emit_text(", ", state);
+                at = whole_type(at, state);
             }
-            at = eabi_require(at, '_', state);
+            at = expect(at, '_', state);
         }
-        eabi_close_parenthesis(state);
+        close_parenthesis(state);
     }
-    eabi_put(" {", state);
+    emit_text(" {", state);
     do {
-        eabi_put(' ', state);
+        emit_char(' ', state);
         at = requirement(at, state);
     } while (*at != 'E' && state->error_seen == 0);
-    eabi_put(" }", state);
-    return eabi_require(at, 'E', state);
+    emit_text(" }", state);
+    return expect(at, 'E', state);
 }
+
+}  // namespace scheme1

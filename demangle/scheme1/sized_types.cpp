@@ -1,11 +1,17 @@
-// Arrays, vectors and the numeric types whose names carry a size, of the Itanium ABI
-// decoder. Called by the types.
-#include "demangle/scheme1/function_types.h"
+// Arrays, vectors and the numeric types whose names carry a size.
+#include "demangle/scheme1/sized_types.h"
+
+#include "demangle/scheme1/expressions.h"
+#include "demangle/scheme1/input.h"
+#include "demangle/scheme1/skip.h"
+#include "demangle/scheme1/types.h"
+
+namespace scheme1 {
 
 // The "_" behind digits at `at`, null where there is none: digits without one begin
 // a name.
 static const char* bound_digits_end(const char* at) {
-    while (eabi_is_digit(*at)) {
+    while (is_digit(*at)) {
         ++at;
     }
     return *at == '_' ? at : nullptr;
@@ -14,54 +20,54 @@ static const char* bound_digits_end(const char* at) {
 // digits "_" | expression "_" | "_", the bound of an array or the size of a vector.
 static const char* put_bound(const char* at, eabi_decode_state* state) {
     if (const char* const digits_end = bound_digits_end(at)) {
-        eabi_put(at, static_cast<std::size_t>(digits_end - at), state);
+        emit_text({at, static_cast<std::size_t>(digits_end - at)}, state);
         return digits_end + 1;
     }
-    return eabi_require(eabi_expression(at, state), '_', state);
+    return expect(expression(at, state), '_', state);
 }
 
 static const char* skip_bound(const char* at, bool* shows_greater, eabi_decode_state* state) {
     if (const char* const digits_end = bound_digits_end(at)) {
         return digits_end + 1;
     }
-    return eabi_require(eabi_skip_expression(at, shows_greater, state), '_', state);
+    return expect(skip_expression(at, shows_greater, state), '_', state);
 }
 
 // The bound between parentheses.
 static const char* put_enclosed_bound(const char* at, eabi_decode_state* state) {
     ++state->parentheses;
-    eabi_put('(', state);
+    emit_char('(', state);
     at = put_bound(at, state);
-    eabi_put(')', state);
+    emit_char(')', state);
     --state->parentheses;
     return at;
 }
 
 // array-type ::= "A" bound type
-const char* eabi_array_prefix(const char* at, unsigned cv, bool allow_template_args,
-                              eabi_decode_state* state) {
+const char* array_prefix(const char* at, unsigned cv, bool allow_template_args,
+                         eabi_decode_state* state) {
     bool shows_greater = false;
     at = skip_bound(at + 1, &shows_greater, state);
     at = eabi_type(at, cv, allow_template_args, state);
     state->shape = (state->shape & (shape_mark | shape_greater)) | shape_suffix | shape_direct;
     if (shows_greater) {
-        eabi_show_greater(state);
+        show_greater(state);
         state->shape |= shape_greater;
     }
     return at;
 }
 
-const char* eabi_array_suffix(const char* at, bool marked, eabi_decode_state* state) {
-    eabi_put(marked ? ")[" : "[", state);
+const char* array_suffix(const char* at, bool marked, eabi_decode_state* state) {
+    emit_text(marked ? ")[" : "[", state);
     // The bound's "_" is read; the bracket still belongs to it.
     at = put_bound(at + 1, state);
-    eabi_put(']', state);
+    emit_char(']', state);
     return at;
 }
 
 // "Dv" size type, "DB" and "DU" size "_", "DF" width ( "_" | "x" | "b" ).
-const char* eabi_sized_type(const char* at, unsigned cv, bool allow_template_args,
-                            eabi_decode_state* state) {
+const char* sized_type(const char* at, unsigned cv, bool allow_template_args,
+                       eabi_decode_state* state) {
     const char* const start = at;
     const char kind = at[1];
     eabi_cv_qualifiers(cv, true, state);
@@ -69,14 +75,14 @@ const char* eabi_sized_type(const char* at, unsigned cv, bool allow_template_arg
         const std::uint64_t text_at = state->out_len;
         const char* const bound = at[2] == '_' ? at + 3 : at + 2;
         bool ignored = false;
-        at = eabi_whole_type(skip_bound(bound, &ignored, state), allow_template_args, state);
-        eabi_put(" __vector", state);
+        at = whole_type(skip_bound(bound, &ignored, state), state, allow_template_args);
+        emit_text(" __vector", state);
         if (state->suppress_depth == 0) {
-            const eabi_no_record no_record(state);
+            const no_record unrecorded(state);
             put_enclosed_bound(bound, state);
         }
         state->shape = 0;
-        eabi_enter_type(start, text_at, true, allow_template_args, state);
+        enter_type(start, text_at, true, allow_template_args, state);
         return at;
     }
     if (kind != 'F') {
@@ -84,20 +90,20 @@ const char* eabi_sized_type(const char* at, unsigned cv, bool allow_template_arg
             report_bad_name(state);
             return at;
         }
-        eabi_put(kind == 'B' ? "_BitInt" : "unsigned _BitInt", state);
+        emit_text(kind == 'B' ? "_BitInt" : "unsigned _BitInt", state);
         return put_enclosed_bound(at + 2, state);
     }
     std::uint64_t width = 0;
     const char* const digits = at + 2;
-    at = eabi_number(digits, &width, state);
+    at = read_number(digits, &width, state);
     const std::string_view text(digits, static_cast<std::size_t>(at - digits));
     if (*at == 'b' && text == "16") {
-        eabi_put("std::bfloat16_t", state);
+        emit_text("std::bfloat16_t", state);
     } else if (*at == '_' || *at == 'x') {
-        eabi_put("_Float", state);
-        eabi_put(text, state);
+        emit_text("_Float", state);
+        emit_text(text, state);
         if (*at == 'x') {
-            eabi_put('x', state);
+            emit_char('x', state);
         }
     } else {
         report_bad_name(state);
@@ -105,3 +111,5 @@ const char* eabi_sized_type(const char* at, unsigned cv, bool allow_template_arg
     }
     return at + 1;
 }
+
+}  // namespace scheme1

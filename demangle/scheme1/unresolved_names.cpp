@@ -1,49 +1,50 @@
-// Names in expressions of the Itanium ABI decoder that depend on template parameters and
-// so stand as they were written: "T1::x", "f<T1>". Called by the expressions.
+// Names that depend on template parameters, which compilers write in more ways than one.
 #include "demangle/scheme1/unresolved_names.h"
 
-// source-name [ template-args ]
-const char* eabi_simple_id(const char* at, eabi_decode_state* state) {
-    at = eabi_abi_tags(eabi_source_name(at, state), state);
-    return *at == 'I' ? eabi_template_args(at, false, state) : at;
-}
+#include "demangle/scheme1/expression_parts.h"
+#include "demangle/scheme1/skip.h"
+#include "demangle/scheme1/substitutions.h"
+#include "demangle/scheme1/template_args.h"
+#include "demangle/scheme1/types.h"
+#include "demangle/scheme1/unqualified_names.h"
 
-// A template parameter, decltype or substitution, with arguments if any; what
-// stands in front of "::".
-static const char* unresolved_type(const char* at, eabi_decode_state* state) {
-    return eabi_whole_type(at, true, state);
+namespace scheme1 {
+
+// source-name [ template-args ]
+const char* simple_id(const char* at, eabi_decode_state* state) {
+    at = abi_tags(source_name(at, state), state);
+    return *at == 'I' ? template_args(at, false, state) : at;
 }
 
 // base-unresolved-name ::= simple-id | [ "on" ] operator-name [ args ] | "dn" destructor-name
-const char* eabi_base_unresolved_name(const char* at, eabi_decode_state* state) {
-    if (eabi_is_digit(*at)) {
-        return eabi_simple_id(at, state);
+const char* base_unresolved_name(const char* at, eabi_decode_state* state) {
+    if (is_digit(*at)) {
+        return simple_id(at, state);
     }
-    if (eabi_code_is(at, "dn")) {
-        eabi_put('~', state);
+    if (code_is(at, "dn")) {
+        emit_char('~', state);
         at += 2;
-        return eabi_is_digit(*at) ? eabi_simple_id(at, state) : unresolved_type(at, state);
+        return is_digit(*at) ? simple_id(at, state) : whole_type(at, state);
     }
-    if (eabi_code_is(at, "on")) {
+    if (code_is(at, "on")) {
         at += 2;
     }
     if (*at < 'a' || *at > 'z') {
         report_bad_name(state);
         return at;
     }
-    eabi_component component;
-    at = eabi_unqualified_name(at, &component, state);
-    return *at == 'I' ? eabi_template_args(at, (component.flags & entry_ends_in_less) != 0, state)
-                      : at;
+    last_component component;
+    at = unqualified_name(at, &component, state);
+    return *at == 'I' ? template_args(at, wants_blank(component), state) : at;
 }
 
 // simple-id+ "E": the classes between the first one and the name.
 static const char* qualifier_levels(const char* at, eabi_decode_state* state) {
     do {
-        at = eabi_simple_id(at, state);
-        eabi_put("::", state);
+        at = simple_id(at, state);
+        emit_text("::", state);
     } while (*at != 'E' && state->error_seen == 0);
-    return eabi_require(at, 'E', state);
+    return expect(at, 'E', state);
 }
 
 // What stands at `at`, behind "sr": one class and the member, or classes that an "E" ends.
@@ -51,34 +52,34 @@ static const char* qualifier_levels(const char* at, eabi_decode_state* state) {
 static bool look_for_one_class(const char** position, eabi_decode_state* state) {
     const char*& at = *position;
     at = eabi_type(at, 0, true, state);
-    if (!eabi_is_digit(*at) || state->error_seen != 0) {
+    if (!is_digit(*at) || state->error_seen != 0) {
         return false;
     }
-    at = eabi_simple_id(at, state);
-    if (eabi_is_digit(*at) || state->error_seen != 0) {
+    at = simple_id(at, state);
+    if (is_digit(*at) || state->error_seen != 0) {
         return false;
     }
-    if (*at != 'E' ||
-        !(eabi_is_digit(at[1]) || eabi_code_is(at + 1, "on") || eabi_code_is(at + 1, "dn"))) {
+    if (*at != 'E' || !(is_digit(at[1]) || code_is(at + 1, "on") || code_is(at + 1, "dn"))) {
         return true;
     }
     state->doubts |= doubt_one_class;
     return (state->second_readings & doubt_one_class) != 0;
 }
 
-// The bit of a position that the state has a bit for, else 0.
-static unsigned looked_bit(std::size_t position) {
-    return position / 8 < sizeof(eabi_looked::known) ? 1U << position % 8 : 0;
+// Where the answer for a position is kept: one bit in the first part of a name, else a
+// skip record, which others may displace.
+static unsigned answer_bit(std::size_t position) {
+    return position / 8 < sizeof(one_class_answers::known) ? 1U << position % 8 : 0;
 }
 
-// Whether the answer for a position is known, and which; far into the name only some are.
+// Whether the answer for a position is known; if so, which it is.
 static bool recall_one_class(const char* at, bool* found, const eabi_decode_state* state) {
     const auto position = static_cast<std::size_t>(at - state->input);
-    if (const unsigned bit = looked_bit(position)) {
-        *found = state->looked_in_use && (state->looked.found[position / 8] & bit) != 0;
-        return state->looked_in_use && (state->looked.known[position / 8] & bit) != 0;
+    if (const unsigned bit = answer_bit(position)) {
+        *found = state->answers_in_use && (state->one_class.yes[position / 8] & bit) != 0;
+        return state->answers_in_use && (state->one_class.known[position / 8] & bit) != 0;
     }
-    const eabi_skipped* const known = eabi_recall_skipped(at, state);
+    const skip_record* const known = recall_skipped(at, state);
     *found = known != nullptr && known->flag;
     return known != nullptr;
 }
@@ -86,30 +87,30 @@ static bool recall_one_class(const char* at, bool* found, const eabi_decode_stat
 static void remember_one_class(const char* at, const char* end, bool found,
                                eabi_decode_state* state) {
     const auto position = static_cast<std::size_t>(at - state->input);
-    const unsigned bit = looked_bit(position);
+    const unsigned bit = answer_bit(position);
     if (bit == 0) {
-        eabi_remember_skipped(at, end, found, state);
+        remember_skipped(at, end, found, state);
         return;
     }
-    if (!state->looked_in_use) {
-        state->looked = {};
-        state->looked_in_use = true;
+    if (!state->answers_in_use) {
+        state->one_class = {};
+        state->answers_in_use = true;
     }
-    state->looked.known[position / 8] |= static_cast<std::uint8_t>(bit);
+    state->one_class.known[position / 8] |= static_cast<std::uint8_t>(bit);
     if (found) {
-        state->looked.found[position / 8] |= static_cast<std::uint8_t>(bit);
+        state->one_class.yes[position / 8] |= static_cast<std::uint8_t>(bit);
     }
 }
 
-// The same, looked for once and not for every level around.
-// Entries are made on the way, for what refers to them within, and taken back: the name
-// is still to be read.
+// look_for_one_class, once for each position: where names nest, each level around would look
+// again. Looking enters components, for what refers to them further on in the same name;
+// they are taken back, because the name is still to be read.
 static bool at_one_class(const char* at, eabi_decode_state* state) {
     bool found = false;
     if (recall_one_class(at, &found, state)) {
         return found;
     }
-    const eabi_silence silent(state);
+    const silence silent(state);
     const std::uint64_t entries = state->subst_count;
     const char* end = at;
     found = look_for_one_class(&end, state);
@@ -123,8 +124,7 @@ static bool at_unresolved_levels(const char* at, eabi_decode_state* state) {
     if (*at != 'N') {
         return false;
     }
-    if (at[1] == 'T' || at[1] == 'D' ||
-        (at[1] == 'S' && eabi_is_dependent_reference(at + 1, state))) {
+    if (at[1] == 'T' || at[1] == 'D' || (at[1] == 'S' && is_dependent_reference(at + 1, state))) {
         state->doubts |= doubt_dependent_levels;
         return (state->second_readings & doubt_dependent_levels) == 0;
     }
@@ -136,17 +136,19 @@ static bool at_unresolved_levels(const char* at, eabi_decode_state* state) {
 }
 
 // "sr" type name | "sr" simple-id+ "E" name | "srN" type simple-id+ "E" name
-const char* eabi_scoped_name(const char* at, eabi_decode_state* state) {
+const char* scoped_name(const char* at, eabi_decode_state* state) {
     at += 2;
-    if (eabi_is_digit(*at) && !at_one_class(at, state)) {
+    if (is_digit(*at) && !at_one_class(at, state)) {
         at = qualifier_levels(at, state);
     } else if (at_unresolved_levels(at, state)) {
-        at = unresolved_type(at + 1, state);
-        eabi_put("::", state);
+        at = whole_type(at + 1, state);
+        emit_text("::", state);
         at = qualifier_levels(at, state);
     } else {
-        at = unresolved_type(at, state);
-        eabi_put("::", state);
+        at = whole_type(at, state);
+        emit_text("::", state);
     }
-    return eabi_base_unresolved_name(at, state);
+    return base_unresolved_name(at, state);
 }
+
+}  // namespace scheme1

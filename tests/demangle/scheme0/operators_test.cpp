@@ -20,7 +20,7 @@ Found lookup(const char* letters, std::size_t readable) {
     decode_state state;
     state.input_end = letters + readable;
     Found found;
-    const operator_code* const row = lookup_operator_code(letters, &state, &found.length);
+    const scheme0::operator_code* const row = lookup_operator_code(letters, &state, &found.length);
     found.text = row == nullptr ? "none" : row->text;
     return found;
 }

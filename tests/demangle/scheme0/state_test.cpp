@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "demangle/output.h"
+#include "demangle/scheme0/state.h"
 
 namespace {
 
@@ -92,7 +92,7 @@ TEST(Scheme0State, BufferOfSizeOneGetsTheNulWithTheFirstCharacter) {
 TEST(Scheme0State, EmptyTextDoesNothing) {
     Output out(0);
     emit_text("", &out.state);
-    emit_bytes("abc", 0, &out.state);
+    emit_text({"abc", 0}, &out.state);
     EXPECT_EQ(out.state.overflowed, 0);
     EXPECT_EQ(out.state.out_len, 0U);
 }
@@ -100,7 +100,7 @@ TEST(Scheme0State, EmptyTextDoesNothing) {
 TEST(Scheme0State, BytesAtOnceGiveWhatSingleCharactersGive) {
     for (std::size_t size = 0; size <= 8; ++size) {
         Output at_once(size);
-        emit_bytes("abcdef", 6, &at_once.state);
+        emit_text({"abcdef", 6}, &at_once.state);
         Output one_by_one(size);
         for (const char letter : "abcdef"sv) {
             emit_char(letter, &one_by_one.state);
