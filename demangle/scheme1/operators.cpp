@@ -101,6 +101,7 @@ static constexpr operator_row vendor_operators[] = {
     {"v23max", operator_form::greater, 2, ">?", "", always},
     {"v18__real__", operator_form::enclosing, 1, "__real(", ")", always},
     {"v18__imag__", operator_form::enclosing, 1, "__imag(", ")", always},
+    {"v19clihandle", operator_form::prefix, 1, "%", "", always},
     {"v112clisafe_cast", operator_form::named_cast, 1, "safe_cast", "", always},
 };
 

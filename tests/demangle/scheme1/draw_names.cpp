@@ -82,6 +82,7 @@ const OperatorRow operator_rows[] = {
     {"v23max", ">?", ""},
     {"v18__real__", "__real(", ")"},
     {"v18__imag__", "__imag(", ")"},
+    {"v19clihandle", "%", ""},
     {"v112clisafe_cast", "safe_cast", ""},
     {"v39builtinab", "builtin-operation-ab", ""},
     {"v212clisubscript", "subscript", ""},
