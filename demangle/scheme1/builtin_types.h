@@ -37,12 +37,12 @@ inline constexpr builtin_type builtin_types[] = {
 
 // Rows by the last letter of the code, for codes of one length and names of one mode,
 // 1-based; 0 for none.
-consteval std::array<unsigned char, 256> index_builtin_types(std::size_t code_length,
+constexpr std::array<unsigned char, 256> index_builtin_types(std::size_t code_length,
                                                              names_mode mode) {
     std::array<unsigned char, 256> index{};
     for (std::size_t row = 0; row < std::size(builtin_types); ++row) {
         if (builtin_types[row].code.size() == code_length && builtin_types[row].mode <= mode) {
-            index[static_cast<std::size_t>(builtin_types[row].code.back())] =
+            index[static_cast<unsigned char>(builtin_types[row].code.back())] =
                 static_cast<unsigned char>(row + 1);
         }
     }

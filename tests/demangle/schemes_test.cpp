@@ -59,7 +59,7 @@ TEST(Schemes, TextLengthAndNeededSizeAreToldApart) {
 
 TEST(Schemes, ABufferThatIsTooSmallIsAnErrorAndTellsWhatItTakes) {
     for (const auto& [name, scheme] : {std::pair{"f__1AFi", 0}, {"_ZN1A1fEi", 1}}) {
-        for (const std::size_t size : {0, 1, 5, 9}) {
+        for (const std::size_t size : {0U, 1U, 5U, 9U}) {
             const decoded_name decoded = decode_name(name, {.scheme = scheme}, size);
             EXPECT_TRUE(decoded.result.error);
             EXPECT_TRUE(decoded.result.overflow);

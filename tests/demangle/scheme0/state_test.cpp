@@ -1,12 +1,12 @@
 // The decoding state's primitives: what they write, count and read at their bounds.
+#include "demangle/scheme0/state.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstring>
 #include <string>
 #include <string_view>
-
-#include "demangle/scheme0/state.h"
 
 namespace {
 
