@@ -1,0 +1,224 @@
+// Everything on the page: the units, their files with equal ones taken together, and
+// their functions. Texts and code are unpacked when they are first shown.
+
+import { Text } from "@codemirror/state";
+import { chunkNames, hasChunk, takeChunk, takeJson } from "./chunks.ts";
+import type { StartHead, UnitHead } from "./format.ts";
+import { loadUnit, type Unit } from "./unit.ts";
+
+// A source file, with what all units together have from it.
+export class SourceFile {
+    name = ""; // the shortest end of the path that no other file has
+    instructions = 0;
+    readonly units: { unit: number; file: number }[] = []; // and its number there
+    private text: Promise<Text> | null = null;
+    private heat: Uint32Array | null = null;
+
+    constructor(
+        private readonly heads: UnitHead[],
+        readonly number: number,
+        readonly path: string,
+        readonly textChunk: string | null,
+        public lines: number,
+        readonly system: boolean,
+    ) {}
+
+    // A source that was not found has as many empty lines as code comes from.
+    get missing(): boolean {
+        return this.textChunk === null;
+    }
+
+    load(): Promise<Text> {
+        this.text ??= this.textChunk
+            ? takeChunk(this.textChunk).then((text) => Text.of(linesOf(text)))
+            : Promise.resolve(Text.of(new Array<string>(Math.max(this.lines, 1)).fill("")));
+        return this.text;
+    }
+
+    numberIn(unit: number): number {
+        return this.units.find((entry) => entry.unit === unit)?.file ?? -1;
+    }
+
+    // By line, how many instructions it has in all units; lines count from 1.
+    heatByLine(): Uint32Array {
+        if (!this.heat) {
+            let size = this.lines + 1;
+            const each = (add: (line: number, count: number) => void): void => {
+                for (const { unit, file } of this.units) {
+                    const head = this.heads[unit].files[file];
+                    let line = 0;
+                    head.heat_line.forEach((step, i) => add((line += step), head.heat_count[i]));
+                }
+            };
+            each((line) => (size = Math.max(size, line + 1)));
+            const heat = new Uint32Array(size);
+            each((line, count) => (heat[line] += count));
+            this.heat = heat;
+        }
+        return this.heat;
+    }
+}
+
+function linesOf(text: string): string[] {
+    const lines = text.split("\n");
+    // A newline ends a line; it does not begin another one.
+    if (lines.length > 1 && lines.at(-1) === "") {
+        lines.pop();
+    }
+    return text.includes("\r")
+        ? lines.map((line) => (line.endsWith("\r") ? line.slice(0, -1) : line))
+        : lines;
+}
+
+export interface CodeFunction {
+    unit: number;
+    index: number; // in the unit's function columns
+    name: string;
+    symbol: string;
+    file: SourceFile | null;
+    line: number;
+    row: number;
+    rows: number;
+    instructions: number;
+    inlined: number;
+}
+
+export class Project {
+    readonly files: SourceFile[] = []; // those with most code first
+    readonly functions: CodeFunction[] = [];
+    readonly instructions: number;
+    readonly bySymbol = new Map<string, CodeFunction[]>();
+    private readonly fileOfUnit: SourceFile[][] = [];
+    private readonly units = new Map<number, Promise<Unit>>();
+
+    constructor(
+        readonly heads: UnitHead[],
+        readonly start: StartHead | null,
+    ) {
+        this.instructions = heads.reduce((sum, head) => sum + head.instructions, 0);
+        this.addFiles();
+        heads.forEach((head, unit) => this.addFunctions(head, unit));
+    }
+
+    private addFiles(): void {
+        const byKey = new Map<string, SourceFile>();
+        this.heads.forEach((head, unit) => {
+            this.fileOfUnit[unit] = head.files.map((entry, index) => {
+                const key = JSON.stringify([entry.path, entry.text]);
+                let file = byKey.get(key);
+                if (!file) {
+                    file = new SourceFile(
+                        this.heads,
+                        byKey.size,
+                        entry.path,
+                        entry.text,
+                        entry.lines,
+                        entry.system,
+                    );
+                    byKey.set(key, file);
+                    this.files.push(file);
+                }
+                file.lines = Math.max(file.lines, entry.lines);
+                file.instructions += entry.heat_count.reduce((sum, count) => sum + count, 0);
+                file.units.push({ unit, file: index });
+                return file;
+            });
+        });
+        nameFiles(this.files);
+        this.files.sort((a, b) => b.instructions - a.instructions || compare(a.name, b.name));
+    }
+
+    private addFunctions(head: UnitHead, unit: number): void {
+        const columns = head.functions;
+        for (let i = 0; i < columns.row.length; ++i) {
+            const added: CodeFunction = {
+                unit,
+                index: i,
+                name: columns.name[i],
+                symbol: columns.symbol[i],
+                file: this.fileOfUnit[unit][columns.file[i]] ?? null,
+                line: columns.line[i],
+                row: columns.row[i],
+                rows: columns.rows[i],
+                instructions: columns.instructions[i],
+                inlined: columns.inlined[i],
+            };
+            this.functions.push(added);
+            const same = this.bySymbol.get(added.symbol);
+            if (same) {
+                same.push(added);
+            } else {
+                this.bySymbol.set(added.symbol, [added]);
+            }
+        }
+    }
+
+    fileOf(unit: number, file: number): SourceFile {
+        return this.fileOfUnit[unit][file];
+    }
+
+    unit(number: number): Promise<Unit> {
+        let unit = this.units.get(number);
+        if (!unit) {
+            unit = loadUnit(number, this.heads[number]);
+            this.units.set(number, unit);
+        }
+        return unit;
+    }
+
+    // The page that shows a unit, where this one only lists it.
+    pageOf(unit: number): string | null {
+        return hasChunk(`${unit}/code`) || this.units.has(unit)
+            ? null
+            : (this.start?.pages[unit] ?? null);
+    }
+
+    // The file that a name in an address stands for: its name, its path or an end of it.
+    fileNamed(name: string): SourceFile | null {
+        return (
+            this.files.find((file) => file.name === name || file.path === name) ??
+            this.files.find((file) => file.path.endsWith("/" + name)) ??
+            null
+        );
+    }
+
+    functionNamed(name: string): CodeFunction | null {
+        return (
+            this.bySymbol.get(name)?.[0] ??
+            this.functions.find((f) => f.name === name) ??
+            this.functions.find((f) => f.name.startsWith(name + "(")) ??
+            null
+        );
+    }
+}
+
+export function compare(a: string, b: string): number {
+    return a < b ? -1 : a > b ? 1 : 0;
+}
+
+// Gives each file the shortest end of its path that is its alone. Files of one path but
+// different texts share a name.
+function nameFiles(files: SourceFile[]): void {
+    let open = files;
+    for (let parts = 1; open.length > 0; ++parts) {
+        const taken = new Map<string, Set<string>>();
+        for (const file of open) {
+            file.name = file.path.split("/").slice(-parts).join("/") || file.path;
+            const paths = taken.get(file.name) ?? new Set();
+            taken.set(file.name, paths.add(file.path));
+        }
+        open = open.filter((file) => taken.get(file.name)!.size > 1 && file.name !== file.path);
+    }
+}
+
+export async function loadProject(): Promise<Project> {
+    const heads: Promise<UnitHead>[] = [];
+    for (const name of chunkNames()) {
+        const unit = /^(\d+)\/unit$/.exec(name);
+        if (unit) {
+            heads[Number(unit[1])] = takeJson<UnitHead>(name);
+        }
+    }
+    const start = hasChunk("start") ? await takeJson<StartHead>("start") : null;
+    return new Project(await Promise.all(heads), start);
+}

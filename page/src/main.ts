@@ -1,0 +1,430 @@
+// Starts the page: reads the data, joins the panes with the views around them, the keys
+// and the address, and says when it can be used.
+
+import "./style_sheets.ts";
+import { addressOfLine, addressOfRow, setAddress, targetOf } from "./address.ts";
+import type { CodeFunction, Project, SourceFile } from "./data/project.ts";
+import { loadProject } from "./data/project.ts";
+import { count, h, percent, visible } from "./dom.ts";
+import { type KeyRow, startKeys } from "./keys.ts";
+import type { Pane } from "./panes/pane.ts";
+import { findNext, findPrevious, openSearchPanel } from "./panes/find.ts";
+import { Reader } from "./reader.ts";
+import { startDivider } from "./views/divider.ts";
+import { FileList } from "./views/file_list.ts";
+import { openFindEverywhere } from "./views/find_everywhere.ts";
+import { openFileJump, openFunctionJump } from "./views/function_jump.ts";
+import { openHelp } from "./views/help.ts";
+import { commandLine, madeAt, Overview } from "./views/overview.ts";
+import { preparePrint, startPrint } from "./views/print.ts";
+import { Status } from "./views/status.ts";
+import { currentTheme, startTheme, toggleTheme } from "./views/theme.ts";
+import { startTips } from "./views/tip.ts";
+
+function element(selector: string): HTMLElement {
+    return document.querySelector<HTMLElement>(selector)!;
+}
+
+// Where the list of files has no room beside the panes.
+const narrow = matchMedia("(max-width: 1000px)");
+
+// Moves are written to the address once they pause.
+const addressPause = 150;
+
+async function start(): Promise<void> {
+    const project = await loadProject();
+    const readerElement = element("#reader");
+    const overviewElement = element("#overview");
+    const onlyOverview = project.heads.every((_, unit) => project.pageOf(unit) !== null);
+    let lastPane: Pane | null = null;
+    let addressTimer = 0;
+
+    // The head of the page.
+    const title = project.start?.title ?? titleOf(project);
+    document.title = `${visible(title)} \u2013 clist`;
+    element("#title").append(h("bdi", null, visible(title)));
+    const head = project.heads[0];
+    const made =
+        project.heads.length === 1 && head.command.length > 0
+            ? commandLine(head.command)
+            : project.heads.length > 1
+              ? `${count(project.heads.length, "unit")}, ${head.program}, ${madeAt(head.made)}`
+              : `${head.program}, ${madeAt(head.made)}`;
+    element("#made").append(visible(made));
+    element("#made").dataset["tip"] = project.heads.length > 1 ? made : madeTip(project);
+
+    const isOverview = (): boolean => !overviewElement.hidden;
+    const show = (view: "overview" | "reader"): void => {
+        overviewElement.hidden = view !== "overview";
+        readerElement.hidden = view !== "reader";
+        document.documentElement.dataset["view"] = view;
+        overviewButton.setAttribute("aria-pressed", String(view === "overview"));
+        if (view === "overview") {
+            overview.show();
+        }
+    };
+    const openFunction = (f: CodeFunction): void => {
+        const page = project.pageOf(f.unit);
+        if (page !== null) {
+            location.href = `${encodeURI(page)}#${encodeURIComponent(f.symbol)}`;
+            return;
+        }
+        show("reader");
+        void reader.showFunction(f).then(() => reader.code.focus());
+    };
+    const openLine = (file: SourceFile, line: number): void => {
+        show("reader");
+        void reader.showLine(file, line).then(() => reader.source.focus());
+    };
+
+    const overview = new Overview(overviewElement, project, openFunction);
+    const files = new FileList(element("#files"), project, (file) => {
+        if (narrow.matches) {
+            toggleFiles(); // it covers the panes
+        }
+        void reader.showLine(file, firstLine(file)).then(() => reader.source.focus());
+    });
+    const status = new Status(element("#status"), project, {
+        walk: (step) => void reader.walk(step),
+        line: openLine,
+    });
+    const sourceHead = element("#source .pane-head");
+    const codeHead = element("#code .pane-head");
+    const unitChoice = project.heads.length > 1 ? unitSelect(project) : null;
+    unitChoice?.addEventListener("change", () => void reader.showUnit(Number(unitChoice.value)));
+
+    const reader = new Reader(project, element("#source"), element("#code"), {
+        linked(link, place) {
+            status.show(link, place);
+            files.setLinked(link?.origin === "code" ? link.file : null);
+        },
+        shown(file, unit, top) {
+            files.setCurrent(file);
+            sourceHead.replaceChildren(...(file ? describeFile(file) : []));
+            if (unitChoice) {
+                unitChoice.value = String(unit);
+            }
+            codeHead.replaceChildren(
+                ...(unitChoice ? [unitChoice] : []),
+                ...(top ? describeFunction(top) : [h("span", { class: "muted" }, "no function")]),
+            );
+        },
+        moved(place, far) {
+            clearTimeout(addressTimer);
+            const write = (): void => {
+                const f = place.side === "code" ? reader.functionAt(place.unit, place.row) : null;
+                if (place.side === "source") {
+                    setAddress(addressOfLine(place.file, place.line), far);
+                } else if (f) {
+                    setAddress(addressOfRow(project, f, place.row), far);
+                }
+            };
+            if (far) {
+                write();
+            } else {
+                addressTimer = window.setTimeout(write, addressPause);
+            }
+            const { unit } = reader.code;
+            const f = reader.currentFunction;
+            if (unit && f) {
+                void preparePrint(project, unit, f);
+            }
+        },
+    });
+    reader.source.element.addEventListener("focusin", () => (lastPane = reader.source));
+    reader.code.element.addEventListener("focusin", () => (lastPane = reader.code));
+    startDivider(element("#divider"), readerElement);
+
+    const goToAddress = async (): Promise<boolean> => {
+        const target = targetOf(project, location.hash);
+        if (target === "overview" || (target && onlyOverview)) {
+            show("overview");
+        } else if (target && "file" in target) {
+            show("reader");
+            await reader.showLine(target.file, target.line, false);
+        } else if (target) {
+            show("reader");
+            await reader.showRow(target.function.unit, target.function.row + target.row, false);
+        }
+        return target !== null;
+    };
+
+    const pane = (): Pane => lastPane ?? reader.source;
+    const inPane = (action: (pane: Pane) => void) => (): void => {
+        if (!isOverview()) {
+            action(pane());
+        }
+    };
+    const toggleOverview = (): void => {
+        if (onlyOverview) {
+            return;
+        }
+        show(isOverview() ? "reader" : "overview");
+        setAddress(isOverview() ? "#overview" : "#", true);
+        if (!isOverview() && !reader.code.unit) {
+            void showFirst(project, reader);
+        }
+    };
+    const filesShown = (): boolean => getComputedStyle(element("#files")).display !== "none";
+    const toggleFiles = (): void => {
+        const shown = filesShown();
+        document.documentElement.dataset["files"] = shown ? "hidden" : "shown";
+        filesButton.setAttribute("aria-pressed", String(!shown));
+    };
+    const toggleAll = (): void => {
+        if (isOverview()) {
+            return;
+        }
+        const all = !reader.code.all;
+        allButton.setAttribute("aria-pressed", String(all));
+        void reader.showAll(all);
+    };
+    const jump = (): void => openFunctionJump(project, openFunction);
+    const everywhere = (): void => {
+        const { state } = pane().view;
+        const { from, to } = state.selection.main;
+        const selected = state.sliceDoc(from, Math.min(to, from + 200)).split("\n")[0];
+        openFindEverywhere(project, reader.source.file, selected, {
+            line: openLine,
+            row: (unit, row) => {
+                show("reader");
+                void reader.showRow(unit, row).then(() => reader.code.focus());
+            },
+        });
+    };
+
+    const keys: KeyRow[] = [
+        { keys: ["Enter"], group: "Source and code", label: "Go to the other side", run: null },
+        {
+            keys: ["n"],
+            group: "Source and code",
+            label: "Next place of the line\u2019s code",
+            run: inPane(() => void reader.walk(1)),
+        },
+        {
+            keys: ["p"],
+            group: "Source and code",
+            label: "Previous place",
+            run: inPane(() => void reader.walk(-1)),
+        },
+        {
+            keys: ["i"],
+            group: "Source and code",
+            label: "Where the code was inlined",
+            run: inPane(() => void reader.goToCallSite()),
+        },
+        {
+            keys: ["s"],
+            group: "Source and code",
+            label: "To the source pane",
+            run: inPane(() => reader.source.focus()),
+        },
+        {
+            keys: ["c"],
+            group: "Source and code",
+            label: "To the code pane",
+            run: inPane(() => reader.code.focus()),
+        },
+        {
+            keys: ["]"],
+            group: "Source and code",
+            label: "Next function",
+            run: inPane(() => void reader.walkFunctions(1)),
+        },
+        {
+            keys: ["["],
+            group: "Source and code",
+            label: "Previous function",
+            run: inPane(() => void reader.walkFunctions(-1)),
+        },
+        { keys: ["f", "Ctrl+P"], group: "Go and find", label: "Go to a function", run: jump },
+        {
+            keys: ["e"],
+            group: "Go and find",
+            label: "Go to a file",
+            run: () => openFileJump(project, (file) => openLine(file, firstLine(file))),
+        },
+        {
+            keys: ["/", "Ctrl+F"],
+            group: "Go and find",
+            label: "Find in the pane",
+            run: inPane((at) => openSearchPanel(at.view)),
+        },
+        {
+            keys: ["F3", "Ctrl+G"],
+            group: "Go and find",
+            label: "Next match",
+            run: inPane((at) => findNext(at.view)),
+        },
+        {
+            keys: ["Shift+F3", "Ctrl+Shift+G"],
+            group: "Go and find",
+            label: "Previous match",
+            run: inPane((at) => findPrevious(at.view)),
+        },
+        {
+            keys: ["F", "Ctrl+Shift+F"],
+            group: "Go and find",
+            label: "Find in all files and all code",
+            run: onlyOverview ? jump : everywhere,
+        },
+        { keys: ["Alt+\u2190"], group: "Go and find", label: "Back", run: null },
+        {
+            keys: ["o"],
+            group: "View",
+            label: "Overview: chart, functions, files",
+            run: toggleOverview,
+        },
+        { keys: ["a"], group: "View", label: "All of the assembly", run: toggleAll },
+        { keys: ["b"], group: "View", label: "List of files", run: toggleFiles },
+        { keys: ["t"], group: "View", label: "Light or dark", run: toggleTheme },
+        {
+            keys: ["Ctrl+Enter"],
+            group: "View",
+            label: "Print the function (the browser\u2019s print key does, too)",
+            run: () => print(),
+        },
+        { keys: ["?"], group: "View", label: "This card", run: () => openHelp(keys) },
+    ];
+
+    const button = (label: string, key: string, sign: string, run: () => void): HTMLElement =>
+        h(
+            "button",
+            { type: "button", "aria-label": label, "data-tip": `${label} (${key})`, click: run },
+            h("span", { class: "sign", "data-sign": sign }),
+            h("span", { class: "word" }, label),
+        );
+    const switchButton = (...args: Parameters<typeof button>): HTMLElement => {
+        const made = button(...args);
+        made.setAttribute("aria-pressed", "false");
+        return made;
+    };
+    const inReader = (made: HTMLElement): HTMLElement => {
+        made.classList.add("reader-only");
+        return made;
+    };
+    const overviewButton = switchButton("Overview", "o", "\u25a6", toggleOverview);
+    const filesButton = inReader(switchButton("Files", "b", "\u2630", toggleFiles));
+    const allButton = inReader(switchButton("All assembly", "a", "\u2261", toggleAll));
+    const findButton = button(
+        "Find",
+        "/",
+        "\u2315",
+        inPane((at) => openSearchPanel(at.view)),
+    );
+    element(".actions").append(
+        overviewButton,
+        filesButton,
+        button("Function", "f", "\u0192", jump),
+        inReader(findButton),
+        allButton,
+        button("Theme", "t", "\u25d0", toggleTheme),
+        button("Keys", "?", "?", () => openHelp(keys)),
+    );
+
+    startTips();
+    startTheme(() => {
+        document.documentElement.style.colorScheme = currentTheme();
+        reader.source.strip.draw();
+        reader.code.strip.draw();
+        if (isOverview()) {
+            overview.show();
+        }
+    });
+    startKeys(keys);
+    startPrint(project, () => {
+        const { unit } = reader.code;
+        const f = isOverview() ? null : reader.currentFunction;
+        return unit && f ? { unit, function: f } : null;
+    });
+
+    element("#loading").remove();
+    element("header.masthead").hidden = false;
+    if (!(await goToAddress())) {
+        if (project.heads.length > 1) {
+            show("overview");
+        } else {
+            show("reader");
+            await showFirst(project, reader);
+        }
+    }
+    addEventListener("popstate", () => {
+        if (location.hash) {
+            void goToAddress();
+        } else if (project.heads.length > 1) {
+            show("overview");
+        } else {
+            show("reader");
+        }
+    });
+    filesButton.setAttribute("aria-pressed", String(filesShown()));
+    document.documentElement.dataset["ready"] = "true";
+}
+
+function titleOf(project: Project): string {
+    const names = project.heads.map((head) => head.name);
+    return names.length === 1 ? names[0] : `${names[0]} and ${names.length - 1} more`;
+}
+
+function madeTip(project: Project): string {
+    const head = project.heads[0];
+    return [
+        commandLine(head.command),
+        head.compiler,
+        head.target,
+        `${head.program}, ${madeAt(head.made)}`,
+    ]
+        .filter(Boolean)
+        .map(visible)
+        .join("\n");
+}
+
+function firstLine(file: SourceFile): number {
+    return Math.max(
+        1,
+        file.heatByLine().findIndex((instructions) => instructions > 0),
+    );
+}
+
+async function showFirst(project: Project, reader: Reader): Promise<void> {
+    // The project's own code before that of the system.
+    const own = project.files.find((file) => !file.system && file.instructions > 0);
+    const first = project.functions.find((f) => f.file === own) ?? project.functions[0];
+    if (first) {
+        await reader.showFirst(first);
+    } else {
+        await reader.showUnit(0);
+    }
+}
+
+function unitSelect(project: Project): HTMLSelectElement {
+    return h(
+        "select",
+        { "aria-label": "Unit" },
+        ...project.heads.map((head, i) => h("option", { value: i }, visible(head.name))),
+    );
+}
+
+function describeFile(file: SourceFile): (Node | string)[] {
+    return [
+        h("bdi", { class: "name", "data-tip": visible(file.path) }, visible(file.name)),
+        h("span", { class: "muted" }, count(file.instructions, "instruction")),
+        file.missing ? h("span", { class: "warning" }, "source not found") : "",
+    ];
+}
+
+function describeFunction(f: CodeFunction): Node[] {
+    return [
+        h("bdi", { class: "name", "data-tip": visible(f.name) }, visible(f.name)),
+        h(
+            "span",
+            { class: "muted" },
+            `${count(f.instructions, "instruction")}, ${percent(f.inlined, f.instructions)} inlined`,
+        ),
+    ];
+}
+
+start().catch((error: unknown) => {
+    element("#loading").textContent = `The page cannot be shown: ${String(error)}`;
+    throw error;
+});

@@ -1,0 +1,61 @@
+// Goes to a function by a few letters of its name, or to a file.
+
+import type { CodeFunction, Project, SourceFile } from "../data/project.ts";
+import { count, h, visible } from "../dom.ts";
+import { fit } from "../text/names.ts";
+import { type Choice, openChooser } from "./chooser.ts";
+
+const mostShown = 60;
+
+// The best of `items` by how well `text` fits their names; all of them, in their order,
+// when there is no text.
+function best<T>(items: T[], text: string, nameOf: (item: T) => string): T[] {
+    if (!text) {
+        return items.slice(0, mostShown);
+    }
+    return items
+        .map((item) => ({ item, score: fit(text, nameOf(item)) }))
+        .filter((entry) => entry.score >= 0)
+        .sort((a, b) => b.score - a.score)
+        .slice(0, mostShown)
+        .map((entry) => entry.item);
+}
+
+export function openFunctionJump(project: Project, choose: (f: CodeFunction) => void): void {
+    const bySize = project.functions.toSorted((a, b) => b.instructions - a.instructions);
+    openChooser({
+        label: "Go to a function",
+        placeholder: "Function: a few letters of its name",
+        name: "function-jump",
+        find(text, show) {
+            const found = best(bySize, text.trim(), (f) => f.name);
+            show(
+                found.map((f): Choice => ({
+                    label: h("bdi", null, visible(f.name)),
+                    detail: `${f.file ? `${visible(f.file.name)}:${f.line} \u00b7 ` : ""}${count(f.instructions, "instruction")}`,
+                    choose: () => choose(f),
+                })),
+                found.length === 0 ? "No function fits." : "",
+            );
+        },
+    });
+}
+
+export function openFileJump(project: Project, choose: (file: SourceFile) => void): void {
+    openChooser({
+        label: "Go to a file",
+        placeholder: "File: a few letters of its name",
+        name: "file-jump",
+        find(text, show) {
+            const found = best(project.files, text.trim(), (file) => file.path);
+            show(
+                found.map((file): Choice => ({
+                    label: h("bdi", null, visible(file.name)),
+                    detail: `${visible(file.path)} \u00b7 ${count(file.instructions, "instruction")}`,
+                    choose: () => choose(file),
+                })),
+                found.length === 0 ? "No file fits." : "",
+            );
+        },
+    });
+}

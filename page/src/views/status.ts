@@ -1,0 +1,138 @@
+// The line at the bottom: what is marked, how much code that is and where, and the chain
+// of call sites, each of which can be gone to.
+
+import type { Link } from "../data/link.ts";
+import type { Project, SourceFile } from "../data/project.ts";
+import { count, h, visible } from "../dom.ts";
+import { shortName } from "../text/names.ts";
+
+export interface StatusActions {
+    walk(step: 1 | -1): void;
+    line(file: SourceFile, line: number): void;
+}
+
+// So many functions or places stand in the line.
+const mostNamed = 4;
+
+export class Status {
+    private readonly summary = h("p", { class: "summary", role: "status" });
+    private readonly chain = h("p", { class: "chain" });
+    private readonly place = h("span", { class: "place-number" });
+    private readonly walker: HTMLElement;
+
+    constructor(
+        element: HTMLElement,
+        private readonly project: Project,
+        private readonly actions: StatusActions,
+    ) {
+        const step = (sign: string, label: string, by: 1 | -1): HTMLElement =>
+            h(
+                "button",
+                {
+                    type: "button",
+                    "aria-label": label,
+                    "data-tip": label,
+                    click: () => actions.walk(by),
+                },
+                sign,
+            );
+        this.walker = h(
+            "span",
+            { class: "walker" },
+            step("\u2039", "Previous place (p)", -1),
+            this.place,
+            step("\u203a", "Next place (n)", 1),
+        );
+        element.append(this.walker, this.summary, this.chain);
+    }
+
+    show(link: Link | null, place: number): void {
+        const places = link?.places.length ?? 0;
+        this.walker.classList.toggle("idle", places === 0);
+        this.place.textContent =
+            places === 0 ? "\u2013" : `${place >= 0 ? place + 1 : "\u2013"} of ${places}`;
+        this.summary.replaceChildren(...this.describe(link));
+        this.chain.replaceChildren(...(link ? this.chainOf(link) : []));
+    }
+
+    private describe(link: Link | null): (Node | string)[] {
+        if (!link) {
+            return ["Point at a line to see what belongs to it; ? shows the keys."];
+        }
+        if (!link.file) {
+            return ["no line"];
+        }
+        const place = h("b", null, `${visible(link.file.name)}:${link.line}`);
+        if (link.places.length === 0) {
+            return [place, " has no code here"];
+        }
+        const parts = [];
+        if (link.instructions > 0) {
+            parts.push(count(link.instructions, "instruction"));
+        }
+        if (link.inlinedInstructions > 0) {
+            parts.push(`${count(link.inlinedInstructions, "instruction")} inlined here`);
+        }
+        return [place, ` ${parts.join(", ")} in ${count(link.places.length, "place")}`];
+    }
+
+    private site(file: SourceFile, line: number, text: string): HTMLElement {
+        return h(
+            "button",
+            {
+                type: "button",
+                class: "site",
+                "data-tip": `${visible(file.path)}:${line}`,
+                click: () => this.actions.line(file, line),
+            },
+            text,
+        );
+    }
+
+    private chainOf(link: Link): (Node | string)[] {
+        const { unit } = link;
+        if (link.frame >= 0) {
+            const frames = unit.chain(link.frame);
+            return frames.flatMap((frame, i) => {
+                const file = this.project.fileOf(unit.number, frame.file);
+                const place = `${visible(file.name)}:${frame.line}`;
+                const name = visible(shortName(frame.function));
+                return [
+                    i === 0 ? "" : " inlined into ",
+                    h("span", { class: "function-name" }, name),
+                    ...(frames.length === 1 ? [] : [" ", this.site(file, frame.line, place)]),
+                ];
+            });
+        }
+        return [
+            ...this.sitesOf(
+                "inlines",
+                link.inlinedFunctions.map((f) => ({ ...f, text: visible(shortName(f.name)) })),
+            ),
+            ...this.sitesOf(
+                "inlined at",
+                link.callSites.map((at) => ({
+                    ...at,
+                    text: `${visible(at.file.name)}:${at.line}`,
+                })),
+            ),
+        ];
+    }
+
+    private sitesOf(
+        title: string,
+        sites: { file: SourceFile; line: number; text: string }[],
+    ): (Node | string)[] {
+        if (sites.length === 0) {
+            return [];
+        }
+        const rest = sites.length - mostNamed;
+        return [
+            ` ${title}`,
+            ...sites
+                .slice(0, mostNamed)
+                .flatMap(({ file, line, text }) => [" ", this.site(file, line, text)]),
+            rest > 0 ? ` and ${rest} more` : "",
+        ];
+    }
+}

@@ -1,0 +1,317 @@
+// Finding and going: in both panes, over everything, by function, by key, by address.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import type { Page } from "playwright-core";
+import { code, eventually, line, marked, ready, source, useBrowser, withPage } from "./browser.ts";
+import { pageOf } from "./made_page.ts";
+import { box, long, other, sum } from "./samples.ts";
+
+useBrowser();
+
+const sumPage = pageOf(sum);
+const boxPage = pageOf(box);
+
+for (const [pane, key, text, found] of [
+    ["Source", "s", "total", "1 of 3"],
+    ["Code", "c", "%edx", "1 of 5"],
+] as const) {
+    test(`find in the ${pane} pane`, () =>
+        withPage(sumPage, async (page) => {
+            await page.keyboard.press(key);
+            await page.keyboard.press("Control+Home");
+            await page.keyboard.press("/");
+            await page.keyboard.type(text);
+            const bar = page.getByRole("region", { name: pane }).getByRole("search");
+            await page.keyboard.press("Enter");
+            await eventually(() => bar.getByRole("status").innerText(), found);
+            await page.keyboard.press("Enter");
+            await eventually(() => bar.getByRole("status").innerText(), found.replace("1", "2"));
+            await page.keyboard.press("Shift+Enter");
+            await eventually(() => bar.getByRole("status").innerText(), found);
+            await bar.getByRole("button", { name: "Next match" }).click();
+            await eventually(() => bar.getByRole("status").innerText(), found.replace("1", "2"));
+            await bar.getByRole("textbox").press("Escape");
+            await eventually(() => bar.count(), 0);
+        }));
+}
+
+test("the browser's own find key finds here, too; capitals, words and expressions count when asked", () =>
+    withPage(sumPage, async (page) => {
+        await page.keyboard.press("Control+f");
+        const bar = page.getByRole("search");
+        await bar.getByRole("textbox").fill("INT");
+        const told = (): Promise<string> => bar.getByRole("status").innerText();
+        await eventually(told, "7");
+        await bar.getByRole("button", { name: "Match case" }).click();
+        await eventually(told, "none");
+        await bar.getByRole("button", { name: "Match case" }).click();
+        await bar.getByRole("textbox").fill("s");
+        await bar.getByRole("button", { name: "Whole words" }).click();
+        await eventually(told, "none");
+        await bar.getByRole("button", { name: "Whole words" }).click();
+        await bar.getByRole("button", { name: "Regular expression" }).click();
+        await bar.getByRole("textbox").fill("int (sum|total)");
+        await eventually(told, "2");
+        await bar.getByRole("textbox").fill("(");
+        await eventually(told, "not an expression");
+    }));
+
+test("what is found in a pane links as if one had moved there", () =>
+    withPage(sumPage, async (page) => {
+        await page.keyboard.press("s");
+        await page.keyboard.press("/");
+        await page.keyboard.type("int i = 0");
+        await page.keyboard.press("Enter");
+        await eventually(async () => (await marked(code(page), "linked")).length, 4);
+    }));
+
+const choices = (page: Page): Promise<string[]> =>
+    page.getByRole("dialog").getByRole("option").locator(".choice-label").allInnerTexts();
+
+test("find over all files and all code", () =>
+    withPage(pageOf(sum, other), async (page) => {
+        await page.keyboard.press("Control+Shift+f");
+        await page.keyboard.type("clamp");
+        await eventually(
+            async () => (await choices(page)).map((text) => text.trim()).sort(),
+            [
+                '#include "clamp.h"',
+                '#include "clamp.h"',
+                "int limit(int x) { return clamp(x); }",
+                "return clamp(x * 3);",
+                "static inline int clamp(int x) {",
+            ],
+        );
+        await page.getByRole("combobox", { name: /all files/ }).fill("edi,%edi");
+        await eventually(() => choices(page), []);
+        await page.getByRole("combobox", { name: /all files/ }).fill("100, %edi");
+        await eventually(() => choices(page), ["cmpl\t$100, %edi"]);
+        await page.keyboard.press("Enter");
+        await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
+        assert.equal(await page.getByRole("combobox", { name: "Unit" }).inputValue(), "1");
+    }));
+
+test("small letters find capitals, capitals only capitals", () =>
+    withPage(sumPage, async (page) => {
+        await page.keyboard.press("F");
+        await page.keyboard.type("keeps x");
+        await eventually(async () => (await choices(page)).length, 1);
+        await page.getByRole("combobox").fill("KEEPS X");
+        await eventually(async () => (await choices(page)).length, 0);
+    }));
+
+for (const [letters, name] of [
+    ["scale", "scale"],
+    ["sca", "scale"],
+    ["sl", "scale"],
+    ["um", "sum"],
+]) {
+    test(`the letters ${letters} go to the function ${name}`, () =>
+        withPage(sumPage, async (page) => {
+            await page.keyboard.press("f");
+            await page.keyboard.type(letters);
+            await page.keyboard.press("Enter");
+            await eventually(
+                () => code(page).locator(".cm-activeLine").first().innerText(),
+                `${name}:`,
+            );
+        }));
+}
+
+test("the list of functions is chosen from with arrows or the mouse, and closed with Escape", () =>
+    withPage(sumPage, async (page) => {
+        await page.getByRole("button", { name: "Function" }).click();
+        await eventually(() => choices(page), ["sum", "scale"]);
+        await page.keyboard.press("ArrowDown");
+        assert.equal(
+            await page.getByRole("option", { name: "scale" }).getAttribute("aria-selected"),
+            "true",
+        );
+        await page.keyboard.press("ArrowUp");
+        await page.keyboard.press("Escape");
+        await eventually(() => page.getByRole("dialog").count(), 0);
+        await page.keyboard.press("Control+p");
+        await page.getByRole("option", { name: "scale" }).click();
+        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "scale:");
+    }));
+
+test("a file is gone to by a few letters", () =>
+    withPage(sumPage, async (page) => {
+        await page.keyboard.press("e");
+        await page.keyboard.type("clh");
+        await page.keyboard.press("Enter");
+        await line(source(page), "static inline int clamp").waitFor();
+    }));
+
+test("the card of keys opens with ? and names every key that the page takes", () =>
+    withPage(sumPage, async (page) => {
+        await page.keyboard.press("?");
+        const card = page.getByRole("dialog", { name: "Keys" });
+        await card.waitFor();
+        const keys = await card.locator("kbd").allInnerTexts();
+        for (const key of [
+            "Enter",
+            "n",
+            "p",
+            "i",
+            "s",
+            "c",
+            "[",
+            "]",
+            "f",
+            "e",
+            "/",
+            "F",
+            "o",
+            "a",
+            "b",
+            "t",
+            "?",
+        ]) {
+            assert.ok(keys.includes(key), key);
+        }
+        await page.keyboard.press("Escape");
+        await eventually(() => card.count(), 0);
+    }));
+
+test("keys for functions, files and views", () =>
+    withPage(sumPage, async (page) => {
+        await page.keyboard.press("]");
+        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "scale:");
+        await page.keyboard.press("[");
+        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "sum:");
+        await page.keyboard.press("b");
+        await eventually(() => page.getByRole("navigation", { name: "Files" }).isVisible(), false);
+        await page.keyboard.press("b");
+        await eventually(() => page.getByRole("navigation", { name: "Files" }).isVisible(), true);
+        await page.keyboard.press("o");
+        await page.getByRole("main", { name: "Overview" }).waitFor();
+        await page.keyboard.press("o");
+        await code(page).waitFor();
+        await page.keyboard.press("t");
+        assert.equal(await page.locator("html").getAttribute("data-theme"), "dark");
+    }));
+
+test("everything can be reached with the Tab key", () =>
+    withPage(sumPage, async (page) => {
+        const reached = new Set<string>();
+        for (let i = 0; i < 30; ++i) {
+            await page.keyboard.press("Tab");
+            reached.add(
+                await page.evaluate(() => {
+                    const at = document.activeElement!;
+                    return at.getAttribute("aria-label") ?? at.textContent.trim().slice(0, 40);
+                }),
+            );
+        }
+        for (const name of [
+            "Overview",
+            "Files",
+            "Function",
+            "Find",
+            "All assembly",
+            "Theme",
+            "Keys",
+            "sum.c11",
+            "sum.c",
+            "Width of the panes",
+            "Instructions",
+        ]) {
+            assert.ok(reached.has(name), `${name} in ${[...reached].join(", ")}`);
+        }
+    }));
+
+const addresses: [hash: string, marks: string[], cursor: string][] = [
+    ["#sum.c:10", ["for (int i = 0; i < n; i++)"], "testl %esi, %esi"],
+    ["#/src/demo/sum.c:10", ["for (int i = 0; i < n; i++)"], "testl %esi, %esi"],
+    ["#demo/sum.c:10", ["for (int i = 0; i < n; i++)"], "testl %esi, %esi"],
+    ["#clamp.h:4", ["return x < 100 ? x : 100;"], "cmpl $100, %edx"],
+    ["#scale", [], "scale:"],
+    ["#scale+1", ["return clamp(x * 3);"], "leal (%rdi,%rdi,2), %eax"],
+];
+for (const [hash, marks, cursor] of addresses) {
+    test(`the address ${hash} shows its place`, () =>
+        withPage(
+            sumPage,
+            async (page) => {
+                await eventually(() => marked(source(page), "linked"), marks);
+                const at = await code(page).locator(".cm-activeLine").first().innerText();
+                assert.ok(at.replace(/\s+/g, " ").trim().startsWith(cursor), at);
+            },
+            { hash },
+        ));
+}
+
+for (const hash of [
+    "#_Z4openN4shop3boxE",
+    "#open(shop::box)",
+    "#open%28shop%3A%3Abox%29",
+    "#open",
+]) {
+    test(`a function is known by its symbol and its name: ${hash}`, () =>
+        withPage(
+            boxPage,
+            async (page) => {
+                const at = await code(page).locator(".cm-activeLine").first().innerText();
+                assert.equal(at, "open(shop::box):");
+            },
+            { hash },
+        ));
+}
+
+for (const hash of [
+    "#nothing.c:7",
+    "#%E0%A4%A",
+    "#no_such_function",
+    "#sum.c:99999999999",
+    "#:",
+    "#+1",
+]) {
+    test(`an address that names nothing here opens the page all the same: ${hash}`, () =>
+        withPage(sumPage, (page) => line(code(page), "sum:").waitFor(), { hash }));
+}
+
+const hashOf = (page: Page): Promise<string> => page.evaluate(() => location.hash);
+
+test("the address follows the moves, and leads back when it is sent to someone", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "total += scale").click();
+        await eventually(() => hashOf(page), "#sum.c:11");
+        await page.keyboard.press("ArrowUp");
+        await eventually(() => hashOf(page), "#sum.c:10");
+        await line(code(page), "scale:").click();
+        await eventually(() => hashOf(page), "#scale");
+        await page.keyboard.press("ArrowDown");
+        await eventually(() => hashOf(page), "#scale+1");
+        await page.reload();
+        await ready(page);
+        await eventually(() => marked(source(page), "linked"), ["return clamp(x * 3);"]);
+    }));
+
+test("Back returns from a jump", () =>
+    withPage(pageOf(long()), async (page) => {
+        await line(source(page), "line_3(void)").click();
+        await eventually(() => hashOf(page), "#long.c:3");
+        await page.keyboard.press("f");
+        await page.keyboard.type("function_900");
+        await page.keyboard.press("Enter");
+        await eventually(() => hashOf(page), "#function_900");
+        await page.goBack();
+        await eventually(() => marked(source(page), "linked"), ["int line_3(void);"]);
+    }));
+
+test("a function that several units have is told apart in the address", () => {
+    const first = { ...other, name: "a.c" };
+    const second = { ...other, name: "b.c" };
+    return withPage(
+        pageOf(first, second),
+        async (page) => {
+            const unit = page.getByRole("combobox", { name: "Unit" });
+            assert.equal(await unit.inputValue(), "1");
+            await line(code(page), "ret").click();
+            await eventually(() => hashOf(page), "#b.c:limit+2");
+        },
+        { hash: "#b.c:limit" },
+    );
+});

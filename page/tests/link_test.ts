@@ -1,0 +1,344 @@
+// Source and code linked both ways.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import type { Page } from "playwright-core";
+import { code, eventually, line, marked, source, useBrowser, withPage } from "./browser.ts";
+import { pageOf } from "./made_page.ts";
+import { long, other, sum } from "./samples.ts";
+
+useBrowser();
+
+const sumPage = pageOf(sum);
+const status = (page: Page): Promise<string> =>
+    page
+        .locator("#status")
+        .innerText()
+        .then((text) => text.replace(/\s+/g, " "));
+
+test("pointing at a source line marks its code, wherever it lies", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "for (int i").hover();
+        await eventually(
+            () => marked(code(page), "linked"),
+            ["testl %esi, %esi", "jle .L1", "addq $4, %rdi", "jne .L3"],
+        );
+        assert.match(await status(page), /sum\.c:10 4 instructions in 2 places/);
+    }));
+
+test("pointing at code marks its line, and the line's other code", () =>
+    withPage(sumPage, async (page) => {
+        await line(code(page), "jne").hover();
+        await eventually(() => marked(source(page), "linked"), ["for (int i = 0; i < n; i++)"]);
+        assert.equal((await marked(code(page), "linked")).length, 4);
+    }));
+
+test("a line without code marks nothing, and says so", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "#include").hover();
+        await eventually(() => marked(source(page), "linked"), []);
+        assert.deepEqual(await marked(code(page), "linked"), []);
+        assert.match(await status(page), /sum\.c:1 has no code here/);
+    }));
+
+test("code without a line marks nothing, and says so", () =>
+    withPage(sumPage, async (page) => {
+        await line(code(page), "nop").hover();
+        await eventually(() => marked(source(page), "linked"), []);
+        await eventually(() => status(page), "no line");
+    }));
+
+test("moving the cursor marks as pointing does, in both directions", () =>
+    withPage(sumPage, async (page) => {
+        await page.mouse.move(0, 0);
+        await page.keyboard.press("s");
+        await page.keyboard.press("Control+Home");
+        for (let i = 0; i < 9; ++i) {
+            await page.keyboard.press("ArrowDown");
+        }
+        await eventually(async () => (await marked(code(page), "linked")).length, 4);
+        await page.keyboard.press("c");
+        await page.keyboard.press("Control+Home");
+        await page.keyboard.press("ArrowDown");
+        await eventually(() => marked(source(page), "linked"), ["int total = 0; /* starts"]);
+    }));
+
+test("when the mouse leaves, what the cursor is at is marked again", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "for (int i").click();
+        await line(source(page), "return total").hover();
+        await eventually(() => marked(code(page), "linked"), []);
+        await page.mouse.move(5, 5);
+        await eventually(async () => (await marked(code(page), "linked")).length, 4);
+    }));
+
+async function cursorLine(page: Page, pane: "Source" | "Code"): Promise<string> {
+    const text = await page
+        .getByRole("region", { name: pane })
+        .locator(".cm-activeLine")
+        .first()
+        .innerText();
+    return text.replace(/\s+/g, " ").trim();
+}
+
+test("a click goes to the other side", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "for (int i").click();
+        await eventually(() => cursorLine(page, "Code"), "testl %esi, %esi");
+        await line(code(page), "ret").first().click();
+        await eventually(() => cursorLine(page, "Source"), "}");
+    }));
+
+test("a click goes to another file where the code comes from there", () =>
+    withPage(sumPage, async (page) => {
+        await line(code(page), "cmovg").click();
+        await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
+    }));
+
+test("Enter goes to the other side, and the keys are then there", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "for (int i").click();
+        await page.keyboard.press("Enter");
+        assert.ok(
+            await code(page)
+                .locator(".cm-content")
+                .evaluate((e) => e === document.activeElement),
+        );
+        assert.equal(await cursorLine(page, "Code"), "testl %esi, %esi");
+        for (let i = 0; i < 3; ++i) {
+            await page.keyboard.press("ArrowDown"); // jle, .L3:, movl
+        }
+        await page.keyboard.press("Enter");
+        assert.ok(
+            await source(page)
+                .locator(".cm-content")
+                .evaluate((e) => e === document.activeElement),
+        );
+        assert.equal(await cursorLine(page, "Source"), "total += scale(a[i]);");
+    }));
+
+test("a far jump brings both sides into view", () =>
+    withPage(pageOf(long()), async (page) => {
+        await page.keyboard.press("s");
+        await page.keyboard.press("Control+End");
+        await page.keyboard.press("ArrowUp");
+        // Line 19,999 has the last code.
+        await page.keyboard.press("Enter");
+        await eventually(() => marked(code(page), "linked"), ["movl $9999, %eax"]);
+        assert.ok(await code(page).locator(".cm-line.linked").isVisible());
+    }));
+
+test("keys go through the places, and around", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "for (int i").click();
+        const place = page.locator(".place-number");
+        await eventually(() => place.innerText(), "1 of 2");
+        await page.keyboard.press("n");
+        await eventually(() => place.innerText(), "2 of 2");
+        await eventually(() => marked(code(page), "current-place"), ["addq $4, %rdi", "jne .L3"]);
+        assert.equal((await marked(code(page), "linked")).length, 4, "all stay marked");
+        await page.keyboard.press("n");
+        await eventually(() => place.innerText(), "1 of 2");
+        await page.keyboard.press("p");
+        await eventually(() => place.innerText(), "2 of 2");
+        await page.getByRole("button", { name: /^Previous place/ }).click();
+        await eventually(() => place.innerText(), "1 of 2");
+        await page.getByRole("button", { name: /^Next place/ }).click();
+        await eventually(() => place.innerText(), "2 of 2");
+    }));
+
+test("clicking the same line again goes to its next place", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "for (int i").click();
+        await eventually(() => cursorLine(page, "Code"), "testl %esi, %esi");
+        await page.waitForTimeout(600); // two clicks, not a double one
+        await line(source(page), "for (int i").click();
+        await eventually(() => cursorLine(page, "Code"), "addq $4, %rdi");
+    }));
+
+// Colours on the strip from top to bottom: where there are marks, in tenths of it.
+async function stripMarks(
+    page: Page,
+    pane: "Source" | "Code",
+    variable: string,
+): Promise<number[]> {
+    return page
+        .getByRole("region", { name: pane })
+        .locator("canvas.strip")
+        .evaluate((element, name) => {
+            const canvas = element as HTMLCanvasElement;
+            const probe = document.createElement("canvas").getContext("2d")!;
+            probe.fillStyle = getComputedStyle(canvas).getPropertyValue(name);
+            probe.fillRect(0, 0, 1, 1);
+            const wanted = probe.getImageData(0, 0, 1, 1).data;
+            const context = canvas.getContext("2d")!;
+            const column = context.getImageData(2, 0, 1, canvas.height).data;
+            const tenths = new Set<number>();
+            for (let y = 0; y < canvas.height; ++y) {
+                if ([0, 1, 2].every((i) => column[4 * y + i] === wanted[i])) {
+                    tenths.add(Math.floor((10 * y) / canvas.height));
+                }
+            }
+            return [...tenths];
+        }, variable);
+}
+
+test("the strip shows where in the whole text the marked code lies", () => {
+    // Line 1 has code in the first and in the last function.
+    const unit = long();
+    unit.functions.at(-1)!.rows.push(["\tret", ["function_0", "/src/long.c", 1]]);
+    return withPage(pageOf(unit), async (page) => {
+        await line(source(page), "line_1(void)").hover();
+        await eventually(() => stripMarks(page, "Code", "--strip-linked"), [0, 9]);
+        await eventually(() => stripMarks(page, "Source", "--strip-linked"), [0]);
+    });
+});
+
+test("a click on the strip goes there", () =>
+    withPage(pageOf(long()), async (page) => {
+        const strip = source(page).locator("canvas.strip");
+        const box = (await strip.boundingBox())!;
+        await strip.click({ position: { x: 5, y: box.height / 2 } });
+        await line(source(page), "line_10000(void)").waitFor();
+    }));
+
+test("inlined code says what it is and where it was inlined", () =>
+    withPage(sumPage, async (page) => {
+        const notes = await code(page).locator(".inlined-note").allInnerTexts();
+        assert.deepEqual(
+            notes.map((note) => note.trim()),
+            [
+                "\u21b3 scale inlined at sum.c:11",
+                "\u21b3 clamp inlined at sum.c:4",
+                "\u21b3 clamp inlined at sum.c:4",
+            ],
+        );
+        assert.deepEqual(await marked(code(page), "inlined-row"), [
+            "leal (%rdx,%rdx,2), %edx \u21b3 scale inlined at sum.c:11",
+            "cmpl $100, %edx \u21b3 clamp inlined at sum.c:4",
+            "cmovg %ecx, %edx",
+            "cmpl $100, %eax \u21b3 clamp inlined at sum.c:4",
+        ]);
+        await line(code(page), "cmovg").hover();
+        await eventually(
+            async () =>
+                /clamp clamp\.h:4 inlined into scale sum\.c:4 inlined into sum sum\.c:11/.test(
+                    await status(page),
+                ),
+            true,
+        );
+    }));
+
+test("bars beside the code show how deep it was inlined", () =>
+    withPage(sumPage, async (page) => {
+        const bars = code(page).locator(".bar-column .bars");
+        const depths = await bars.evaluateAll((all) => all.map((e) => e.childElementCount));
+        assert.deepEqual(depths.slice(1), [1, 2, 2, 1]);
+    }));
+
+test("code inlined at a line is marked apart from the line's own", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "total += scale").hover();
+        await eventually(
+            () => marked(code(page), "linked"),
+            ["movl (%rdi), %edx", "addl %edx, %eax"],
+        );
+        assert.deepEqual(
+            (await marked(code(page), "inlined-here")).map((text) => text.split(" ")[0]),
+            ["leal", "cmpl", "cmovg"],
+        );
+        assert.match(
+            await status(page),
+            /sum\.c:11 2 instructions, 3 instructions inlined here in 1 place.*inlines scale/,
+        );
+    }));
+
+test("a line whose code was inlined says where", () =>
+    withPage(sumPage, async (page) => {
+        await line(source(page), "return clamp(x * 3)").hover();
+        await eventually(
+            async () =>
+                /sum\.c:4 2 instructions, 3 instructions inlined here.*inlined at sum\.c:11/.test(
+                    await status(page),
+                ),
+            true,
+        );
+        await eventually(() => marked(source(page), "call-site"), ["total += scale(a[i]);"]);
+    }));
+
+test("signs beside the source tell of inlining, in both directions", () =>
+    withPage(sumPage, async (page) => {
+        const sign = (mark: string): Promise<string | null> =>
+            source(page).locator(`.inlined-sign:has(${mark})`).last().getAttribute("data-tip");
+        assert.equal(await sign(".inlines"), "Inlined here, with instructions:\n  scale: 3");
+        await page.evaluate(() => (location.hash = "#clamp.h:4"));
+        await eventually(
+            () => sign(".inlined"),
+            "Inlined into, with instructions:\n  sum (sum.c:11): 2\n  scale (sum.c:4): 1",
+        );
+    }));
+
+test("the chain of call sites leads to each of them", () =>
+    withPage(sumPage, async (page) => {
+        await line(code(page), "cmovg").click();
+        await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
+        await page.locator("#status").getByRole("button", { name: "sum.c:11" }).click();
+        await eventually(() => marked(source(page), "linked"), ["total += scale(a[i]);"]);
+        // And by key, one step up.
+        await line(code(page), "cmovg").click();
+        await page.keyboard.press("i");
+        await eventually(() => marked(source(page), "linked"), ["return clamp(x * 3);"]);
+    }));
+
+test("the file of what is pointed at is marked in the list", () =>
+    withPage(sumPage, async (page) => {
+        await line(code(page), "cmovg").hover();
+        await eventually(
+            () => page.locator("#files .linked-file .file-name").allInnerTexts(),
+            ["clamp.h"],
+        );
+    }));
+
+test("the heat column tells the instructions of each line, copies and inlined ones included", () =>
+    withPage(sumPage, async (page) => {
+        const cells = source(page).locator("[data-instructions]");
+        const told = (): Promise<(string | null)[]> =>
+            cells.evaluateAll((all) => all.map((e) => e.getAttribute("data-instructions")));
+        // Lines 4, 5, 8, 10, 11, 13.
+        assert.deepEqual(await told(), ["2", "1", "1", "4", "2", "1"]);
+        await cells.nth(3).hover();
+        await eventually(() => page.locator("#tip").innerText(), "4 instructions");
+        // The more, the hotter: orange leaves less and less green.
+        const green = await cells.evaluateAll((all) =>
+            [1, 3].map((i) => {
+                const colour = getComputedStyle(all[i]).backgroundColor;
+                return Number(/srgb [\d.]+ ([\d.]+)/.exec(colour)![1]);
+            }),
+        );
+        assert.ok(green[1] < green[0], String(green));
+        await page.evaluate(() => (location.hash = "#clamp.h:4"));
+        await eventually(told, ["3"]);
+    }));
+
+test("in a project the heat counts all units, and places go on in the next one", () =>
+    withPage(
+        pageOf(sum, other),
+        async (page) => {
+            await eventually(
+                () => source(page).locator("[data-instructions]").getAttribute("data-instructions"),
+                "4",
+            );
+            const unit = page.getByRole("combobox", { name: "Unit" });
+            const place = page.locator(".place-number");
+            assert.equal(await unit.inputValue(), "0");
+            await eventually(() => place.innerText(), "1 of 2");
+            await page.keyboard.press("n");
+            await eventually(() => place.innerText(), "2 of 2");
+            await page.keyboard.press("n");
+            await eventually(() => unit.inputValue(), "1");
+            await eventually(() => marked(code(page), "linked").then((rows) => rows.length), 1);
+            await page.keyboard.press("n");
+            await eventually(() => unit.inputValue(), "0");
+        },
+        { hash: "#clamp.h:4" },
+    ));

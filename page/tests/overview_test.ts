@@ -1,0 +1,227 @@
+// The start page: chart, tables, how the page was made, and projects of many pages.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import type { Page } from "playwright-core";
+import { treemap } from "../src/views/chart.ts";
+import { code, eventually, line, marked, ready, source, useBrowser, withPage } from "./browser.ts";
+import { pageOf, startPageOf } from "./made_page.ts";
+import { box, long, other, sum } from "./samples.ts";
+
+useBrowser();
+
+const overview = (page: Page): ReturnType<Page["getByRole"]> =>
+    page.getByRole("main", { name: "Overview" });
+const cells = (page: Page): ReturnType<Page["locator"]> => overview(page).locator(".cell");
+const column = async (page: Page, table: string, number: number): Promise<string[]> =>
+    page
+        .getByRole("group", { name: table, exact: true })
+        .locator(`tbody td:nth-child(${number})`)
+        .allInnerTexts();
+
+test("the chart shows functions by size and by inlined share", () =>
+    withPage(pageOf(sum), async (page) => {
+        await page.keyboard.press("o");
+        assert.equal(await cells(page).count(), 2);
+        const areas = await cells(page).evaluateAll((rects) =>
+            rects.map((rect) => {
+                const { width, height } = rect.getBoundingClientRect();
+                return width * height;
+            }),
+        );
+        // 11 instructions to 4; the gaps between the rectangles take a little.
+        assert.ok(Math.abs(areas[0] / areas[1] - 11 / 4) < 0.1, String(areas));
+        assert.deepEqual(
+            await cells(page).evaluateAll((all) => all.map((e) => e.getAttribute("aria-label"))),
+            [
+                "sum, 11 instructions, 27\u202f% inlined, sum.c:8",
+                "scale, 4 instructions, 25\u202f% inlined, sum.c:4",
+            ],
+        );
+        const fills = await cells(page).evaluateAll((rects) =>
+            rects.map((rect) => getComputedStyle(rect).fill),
+        );
+        assert.equal(fills[0], fills[1], "27 % and 25 % round to one colour");
+    }));
+
+test("more inlined is another colour", () =>
+    withPage(
+        pageOf(sum, box),
+        async (page) => {
+            const fills = await cells(page).evaluateAll((rects) =>
+                rects.map((rect) => getComputedStyle(rect).fill),
+            );
+            assert.equal(new Set(fills).size, 2); // 27 % and 25 %, and 50 %
+        },
+        { hash: "#overview" },
+    ));
+
+test("a click on the chart goes to the function, and so does Enter", () =>
+    withPage(pageOf(sum), async (page) => {
+        await page.keyboard.press("o");
+        await cells(page).nth(1).click();
+        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "scale:");
+        await page.keyboard.press("o");
+        await cells(page).first().focus();
+        await page.keyboard.press("ArrowRight");
+        await page.keyboard.press("ArrowLeft");
+        await page.keyboard.press("Enter");
+        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "sum:");
+    }));
+
+test("pointing at the chart says what it is", () =>
+    withPage(
+        pageOf(box),
+        async (page) => {
+            await cells(page).first().hover();
+            await eventually(
+                () => page.locator("#tip").innerText(),
+                "open(shop::box)\n4 instructions, 50\u202f% inlined\nbox.cpp:6",
+            );
+        },
+        { hash: "#overview" },
+    ));
+
+test("areas of the chart fill it and do not overlap", () => {
+    const areas = [60, 30, 20, 10, 5, 5, 1, 1, 1];
+    const boxes = treemap(areas, { x: 0, y: 0, width: 300, height: 200 });
+    const total = areas.reduce((a, b) => a + b);
+    boxes.forEach((at, i) => {
+        assert.ok(Math.abs(at.width * at.height - (areas[i] / total) * 60_000) < 0.01);
+        assert.ok(at.x >= 0 && at.y >= 0 && at.x + at.width < 300.01 && at.y + at.height < 200.01);
+    });
+    boxes.forEach((a, i) =>
+        boxes.slice(i + 1).forEach((b) => {
+            const wide = Math.min(a.x + a.width, b.x + b.width) - Math.max(a.x, b.x);
+            const high = Math.min(a.y + a.height, b.y + b.height) - Math.max(a.y, b.y);
+            assert.ok(wide < 0.01 || high < 0.01);
+        }),
+    );
+});
+
+test("a page of one unit opens in the panes, a page of several on the start page", async () => {
+    await withPage(pageOf(sum), (page) => code(page).waitFor());
+    await withPage(pageOf(sum, other), (page) => overview(page).waitFor());
+});
+
+test("the start page lists functions and files with their sizes", () =>
+    withPage(pageOf(sum, other), async (page) => {
+        assert.deepEqual(await column(page, "Functions", 1), ["sum", "scale", "limit"]);
+        assert.deepEqual(await column(page, "Functions", 2), ["11", "4", "2"]);
+        assert.deepEqual(await column(page, "Functions", 3), [
+            "27\u202f%",
+            "25\u202f%",
+            "50\u202f%",
+        ]);
+        assert.deepEqual(await column(page, "Functions", 4), ["sum.c:8", "sum.c:4", "other.c:3"]);
+        assert.deepEqual(await column(page, "Functions", 5), ["sum.c", "sum.c", "other.c"]);
+        // The header that both units have is one file.
+        assert.deepEqual(await column(page, "Source files", 1), ["sum.c", "clamp.h", "other.c"]);
+        assert.deepEqual(await column(page, "Source files", 2), ["11", "4", "1"]);
+        assert.deepEqual(await column(page, "Source files", 4), ["13", "5", "3"]);
+        assert.deepEqual(await overview(page).locator(".fact b").allInnerTexts(), [
+            "2",
+            "3",
+            "17",
+            "29\u202f%",
+            "3",
+        ]);
+    }));
+
+test("the tables are sorted by their heads", () =>
+    withPage(pageOf(sum, other), async (page) => {
+        const functions = page.getByRole("group", { name: "Functions", exact: true });
+        const head = (name: string): ReturnType<typeof functions.getByRole> =>
+            functions.getByRole("columnheader", { name });
+        assert.equal(await head("Instructions").getAttribute("aria-sort"), "descending");
+        await head("Instructions").getByRole("button").click();
+        assert.equal(await head("Instructions").getAttribute("aria-sort"), "ascending");
+        assert.deepEqual(await column(page, "Functions", 1), ["limit", "scale", "sum"]);
+        await head("Function").getByRole("button").click();
+        assert.deepEqual(await column(page, "Functions", 1), ["limit", "scale", "sum"]);
+        await head("Function").getByRole("button").click();
+        assert.deepEqual(await column(page, "Functions", 1), ["sum", "scale", "limit"]);
+        await head("Inlined").getByRole("button").click();
+        assert.deepEqual(await column(page, "Functions", 1), ["limit", "sum", "scale"]);
+    }));
+
+test("the tables are searched", () =>
+    withPage(pageOf(sum, other), async (page) => {
+        const search = overview(page).getByRole("searchbox", { name: "Search functions" });
+        await search.fill("OTHER lim");
+        assert.deepEqual(await column(page, "Functions", 1), ["limit"]);
+        await search.fill("nothing");
+        assert.deepEqual(await column(page, "Functions", 1), []);
+        await overview(page)
+            .getByRole("searchbox", { name: "Search source files" })
+            .fill("include/");
+        assert.deepEqual(await column(page, "Source files", 1), ["clamp.h"]);
+    }));
+
+test("long tables are shown in parts", () =>
+    withPage(
+        pageOf(long()),
+        async (page) => {
+            assert.equal((await column(page, "Functions", 1)).length, 200);
+            await overview(page).getByText("200 of 1,000 shown").waitFor();
+            await overview(page).getByRole("button", { name: "Show more" }).first().click();
+            assert.equal((await column(page, "Functions", 1)).length, 1000);
+        },
+        { hash: "#overview" },
+    ));
+
+test("names in the tables lead to their places", () =>
+    withPage(pageOf(sum, other), async (page) => {
+        await overview(page).getByRole("link", { name: "limit" }).click();
+        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "limit:");
+        await page.keyboard.press("o");
+        await overview(page).getByRole("link", { name: "clamp.h" }).click();
+        await line(source(page), "#pragma once").waitFor();
+    }));
+
+test("the page says how and when it was made", () =>
+    withPage(
+        pageOf(box),
+        async (page) => {
+            const made = (await overview(page).locator(".made").innerText()).replace(/\s+/g, " ");
+            assert.match(made, /g\+\+ -O2 -std=c\+\+20 '-DNAME=a b' -c box\.cpp/);
+            assert.match(
+                made,
+                /GNU C17 12\.2\.0 \u00b7 x86_64-linux-gnu \u00b7 clist 1\.2\.3, 4 May 2026/,
+            );
+        },
+        { hash: "#overview" },
+    ));
+
+test("a project of many pages: the start page leads to the page of each unit", () =>
+    withPage(startPageOf("demo", [sum, other]), async (page) => {
+        assert.equal(await page.title(), "demo \u2013 clist");
+        assert.deepEqual(await column(page, "Functions", 1), ["sum", "scale", "limit"]);
+        assert.equal(await cells(page).count(), 3);
+        await overview(page).getByRole("link", { name: "limit" }).click();
+        await ready(page);
+        await eventually(() => page.title(), "other.c \u2013 clist");
+        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "limit:");
+        await page.goBack();
+        await ready(page);
+        await cells(page).nth(1).click();
+        await eventually(() => page.title(), "sum.c \u2013 clist");
+        await ready(page);
+        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "scale:");
+        await page.goBack();
+        await ready(page);
+        await overview(page).getByRole("link", { name: "clamp.h" }).click();
+        await eventually(() => page.title(), "sum.c \u2013 clist");
+        await ready(page);
+        await line(source(page), "#pragma once").waitFor();
+    }));
+
+test("from the start page a function is found by a few letters", () =>
+    withPage(startPageOf("demo", [sum, other]), async (page) => {
+        await page.keyboard.press("f");
+        await page.keyboard.type("lim");
+        await page.keyboard.press("Enter");
+        await eventually(() => page.title(), "other.c \u2013 clist");
+        await ready(page);
+        await eventually(() => marked(source(page), "linked"), []);
+    }));

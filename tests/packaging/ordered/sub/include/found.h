@@ -1,1 +1,0 @@
-#define FOUND 4

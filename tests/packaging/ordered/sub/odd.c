@@ -1,3 +1,0 @@
-auto of_odd() {
-    return 5;
-}

@@ -1,1 +1,0 @@
-#error "only shown in editors, not compiled"
