@@ -9,8 +9,12 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
+#include <span>
 #include <string_view>
 
 #include "support/safealloc.h"
@@ -30,13 +34,92 @@ static void store(part_buffer& buffer, std::string_view part) {
 // digits of the process id behind the letters.
 static std::array<char, 6> tmp_prefix{"Ze000"};
 
+constexpr std::string_view digits =
+    "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+static_assert(digits.size() == 62);
+
 static void set_tmp_prefix(unsigned long pid) {
-    constexpr std::string_view digits =
-        "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    static_assert(digits.size() == 62);
     tmp_prefix[2] = digits[pid / 3844 % 62];
     tmp_prefix[3] = digits[pid / 62 % 62];
     tmp_prefix[4] = digits[pid % 62];
+}
+
+static bool is_directory(const char* name) {
+    struct stat status {};
+    return stat(name, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+// Where a temporary file goes: $TMPDIR, which is not believed with borrowed rights, `dir`, or
+// the system's folder, the first of them that is one.
+static const char* temporary_folder(const char* dir) {
+    const bool is_trusted = getuid() == geteuid() && getgid() == getegid();
+    const char* const named = is_trusted ? std::getenv("TMPDIR") : nullptr;
+    for (const char* const folder : {named, dir, P_tmpdir}) {
+        if (folder != nullptr && is_directory(folder)) {
+            return folder;
+        }
+    }
+    return nullptr;
+}
+
+// Digits that another call, or another process, hardly gets.
+static void set_random_digits(std::span<char> place) {
+    static std::uint64_t state = 0;
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    state += static_cast<std::uint64_t>(now.tv_nsec) * 1000003 +
+             static_cast<std::uint64_t>(now.tv_sec) + reinterpret_cast<std::uintptr_t>(&state);
+    std::uint64_t mixed = (state ^ state >> 30) * 0xbf58476d1ce4e5b9;
+    mixed = (mixed ^ mixed >> 27) * 0x94d049bb133111eb;
+    mixed ^= mixed >> 31;
+    for (char& digit : place) {
+        digit = digits[mixed % digits.size()];
+        mixed /= digits.size();
+    }
+}
+
+// What the C library's tempnam gives for tmp_prefix: the name of no file, in memory of
+// malloc; null, and errno tells why. Linkers warn of any program that mentions tempnam.
+static char* temporary_name(const char* dir) {
+    constexpr std::size_t random_digits = 6;
+    constexpr int most_attempts = 62 * 62 * 62;
+    const char* const folder = temporary_folder(dir);
+    if (folder == nullptr) {
+        errno = ENOENT;
+        return nullptr;
+    }
+    std::string_view base = folder;
+    while (base.size() > 1 && base.ends_with('/')) {
+        base.remove_suffix(1);
+    }
+    const std::size_t fixed = base.size() + 1 + tmp_prefix.size() - 1;
+    if (fixed + random_digits + 1 > FILENAME_MAX) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    auto* const name = static_cast<char*>(std::malloc(fixed + random_digits + 1));
+    if (name == nullptr) {
+        return nullptr;
+    }
+    *std::copy(base.begin(), base.end(), name) = '/';
+    std::copy_n(tmp_prefix.begin(), tmp_prefix.size() - 1, name + base.size() + 1);
+    name[fixed + random_digits] = '\0';
+    const int errno_before = errno;
+    int failure = EEXIST;
+    for (int attempt = 0; attempt < most_attempts && failure == EEXIST; ++attempt) {
+        set_random_digits({name + fixed, random_digits});
+        struct stat status {};
+        if (lstat(name, &status) != 0) {
+            failure = errno;
+        }
+    }
+    if (failure == ENOENT) {
+        errno = errno_before;
+        return name;
+    }
+    std::free(name);
+    errno = failure;
+    return nullptr;
 }
 
 // The listing in progress.
@@ -228,7 +311,7 @@ char* fn_realname(const char* name) {
 char* fn_tmpnam(char* dst, const char* /*ignored*/, const char* dir) {
     errno = 0;
     set_tmp_prefix(static_cast<unsigned long>(getpid()));
-    char* const name = tempnam(dir, tmp_prefix.data());
+    char* const name = temporary_name(dir);
     if (name == nullptr) {
         std::fprintf(stderr, "ERROR: cannot create temporary file name; %s\n",
                      errno == ENOMEM ? "out of memory" : "check directory permissions");

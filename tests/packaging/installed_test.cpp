@@ -211,7 +211,7 @@ TEST(Installed, IsFoundByPkgConfig) {
         "$1 $3 -std=c++20 consumer/consumer.cpp -o $2/shared"
         " $(pkg-config --cflags --libs $libraries)\n"
         "$1 $3 -std=c++20 consumer/consumer.cpp -o $2/static $(pkg-config --cflags $libraries)"
-        " -Wl,-Bstatic $(pkg-config --libs $libraries) -Wl,-Bdynamic\n",
+        " -Wl,--fatal-warnings -Wl,-Bstatic $(pkg-config --libs $libraries) -Wl,-Bdynamic\n",
         {CXX, scratch.path(), CXX_FLAGS}, options);
     expect_consumer(scratch / "shared", with_variable("LD_LIBRARY_PATH", lib()));
     expect_consumer(scratch / "static");

@@ -46,7 +46,6 @@ int __real_fclose(FILE* stream);
 std::size_t __real_fread(void* to, std::size_t size, std::size_t count, FILE* stream);
 std::size_t __real_fwrite(const void* from, std::size_t size, std::size_t count, FILE* stream);
 int __real_rename(const char* from, const char* to);
-char* __real_tempnam(const char* dir, const char* prefix);
 pid_t __real_getpid();
 void (*__real_signal(int sig, void (*handler)(int)))(int);
 
@@ -99,18 +98,6 @@ int __wrap_rename(const char* from, const char* to) {
         return -1;
     }
     return __real_rename(from, to);
-}
-
-char* __wrap_tempnam(const char* dir, const char* prefix) {
-    faults.errno_at_tempnam = errno;
-    faults.tempnam_prefix = prefix;
-    if (faults.tempnam_fails) {
-        if (faults.tempnam_error != 0) {
-            errno = faults.tempnam_error;
-        }
-        return nullptr;
-    }
-    return __real_tempnam(dir, prefix);
 }
 
 pid_t __wrap_getpid() {

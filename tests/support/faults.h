@@ -20,11 +20,7 @@ struct Faults {
     int rename_error = 0;            // not 0: rename fails with this errno
     int failing_close = 0;           // the fclose that fails, counting from 1
     int failing_write = 0;           // the fwrite that is one byte short, counting from 1
-    bool tempnam_fails = false;      // tempnam gives null ...
-    int tempnam_error = 0;           // ... and sets errno to this, unless it is 0
     pid_t pid = 0;                   // not 0: what getpid gives
-    std::string tempnam_prefix;      // the prefix that tempnam was last called with
-    int errno_at_tempnam = -1;       // errno when it was
     std::vector<std::string> trace;  // opens, reads, writes and closes, in order
     std::vector<FILE*> opened;       // what fopen gave, which the trace numbers from 1
     std::vector<int> signals;        // the signals that got a handler, in order

@@ -1,6 +1,7 @@
 // The functions that ask the file system or change it, on real files: full devices,
 // removed directories and a second file system where the machine has one.
 #include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -713,6 +714,54 @@ TEST(TemporaryName, LiesInTheSystemsFolderWithoutAnother) {
     }
     EXPECT_PRED2(is_temporary_name, temporary_name(nullptr, nullptr).out, P_tmpdir);
     EXPECT_PRED2(is_temporary_name, temporary_name("/nowhere", "/nowhere").out, P_tmpdir);
+}
+
+// The C library's own function, which linkers warn of, is the standard.
+TEST(TemporaryName, LiesWhereTheCLibraryPutsIt) {
+    using name_function = char* (*)(const char*, const char*);
+    const auto tempnam_of_system = reinterpret_cast<name_function>(dlsym(RTLD_DEFAULT, "tempnam"));
+    if (tempnam_of_system == nullptr) {
+        GTEST_SKIP() << "the C library's symbols cannot be looked up";
+    }
+    const ScratchFolder scratch;
+    const std::string file = scratch.write("file", "");
+    fs::create_directory_symlink(scratch.path(), scratch / "link");
+    const std::string some = scratch.path();
+    const std::string folders[] = {
+        some, some + "/",  some + "///", scratch / "link", some + "//.//", file, "/", "//",
+        "",   "/nowhere/", "."};
+    for (const std::string& tmpdir : folders) {
+        for (const std::string& dir : folders) {
+            const Finished run = in_child([&] {
+                setenv("TMPDIR", tmpdir.c_str(), 1);
+                char* const expected = tempnam_of_system(dir.c_str(), "Ze000");
+                char* const name = fn_tmpnam(nullptr, nullptr, dir.c_str());
+                std::printf("%s\n%s", expected, name);
+                std::free(expected);
+                std::free(name);
+            });
+            const std::size_t end = run.out.find('\n');
+            ASSERT_NE(end, std::string::npos);
+            const std::string theirs = run.out.substr(0, end);
+            const std::string ours = run.out.substr(end + 1);
+            EXPECT_EQ(ours.size(), theirs.size()) << ours;
+            EXPECT_EQ(ours.substr(0, ours.rfind('/')), theirs.substr(0, theirs.rfind('/')));
+        }
+    }
+}
+
+TEST(TemporaryName, AFolderThatMayNotBeSearchedIsAFailure) {
+    const ScratchFolder scratch;
+    fs::create_directory(scratch / "closed");
+    chmod(scratch.path().c_str(), 0755);
+    chmod((scratch / "closed").c_str(), 0);
+    const Finished run = in_child([&] {
+        become_unprivileged();
+        unsetenv("TMPDIR");
+        fn_tmpnam(nullptr, nullptr, (scratch / "closed").c_str());
+    });
+    EXPECT_EQ(run.err, "ERROR: cannot create temporary file name; check directory permissions\n");
+    EXPECT_EQ(run.status, 1);
 }
 
 TEST(TemporaryName, AFolderThatCannotBeWrittenIsTakenAllTheSame) {
