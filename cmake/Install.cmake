@@ -51,6 +51,19 @@ endfunction()
 interlist_pkgconfig(support "File names, checked allocation and signal reports for tools")
 interlist_pkgconfig(demangle "Demangler for two C++ name mangling schemes")
 
+# A tree for a package may be put anywhere; any other one can be called by its name.
+set(pc_files ${CMAKE_INSTALL_LIBDIR}/pkgconfig/interlist-*.pc)
+install(CODE "
+  if(NOT CMAKE_INSTALL_PREFIX MATCHES /_CPack_Packages/)
+    get_filename_component(prefix \"\${CMAKE_INSTALL_PREFIX}\" ABSOLUTE)
+    file(GLOB files \"\$ENV{DESTDIR}\${prefix}/${pc_files}\")
+    foreach(file IN LISTS files)
+      file(READ \${file} text)
+      string(REGEX REPLACE \"prefix=[^\n]*\" \"prefix=\${prefix}\" text \"\${text}\")
+      file(WRITE \${file} \"\${text}\")
+    endforeach()
+  endif()")
+
 install(DIRECTORY docs/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
   FILES_MATCHING PATTERN "*.1")
 install(FILES README.md CONTRIBUTING.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

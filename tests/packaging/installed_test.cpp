@@ -201,6 +201,17 @@ TEST(Installed, IsNotFoundByCMakeUnderAnotherMajorVersion) {
     EXPECT_NE(run.err.find("version: 8.3.12"), string::npos) << run.err;
 }
 
+TEST(Installed, PkgConfigCallsItsFoldersByName) {
+    const ScratchFolder scratch;
+    output_of({CMAKE, "--install", BUILD_DIR, "--prefix", "tree"}, in_folder(scratch.path()));
+    const RunOptions options =
+        with_variable("PKG_CONFIG_PATH", scratch / "tree/" LIBDIR "/pkgconfig");
+    EXPECT_EQ(shell("pkg-config --cflags --libs interlist-support interlist-demangle", {}, options),
+              "-I" + (scratch / "tree/include/interlist") + " -L" + (scratch / "tree/" LIBDIR) +
+                  " -linterlist-support -linterlist-demangle \n");
+}
+
+// The tree has been moved.
 TEST(Installed, IsFoundByPkgConfig) {
     const ScratchFolder scratch;
     const RunOptions options = with_variable("PKG_CONFIG_PATH", lib() + "/pkgconfig");
@@ -209,9 +220,11 @@ TEST(Installed, IsFoundByPkgConfig) {
     shell(
         "libraries='interlist-support interlist-demangle'\n"
         "$1 $3 -std=c++20 consumer/consumer.cpp -o $2/shared"
-        " $(pkg-config --cflags --libs $libraries)\n"
-        "$1 $3 -std=c++20 consumer/consumer.cpp -o $2/static $(pkg-config --cflags $libraries)"
-        " -Wl,--fatal-warnings -Wl,-Bstatic $(pkg-config --libs $libraries) -Wl,-Bdynamic\n",
+        " $(pkg-config --define-prefix --cflags --libs $libraries)\n"
+        "$1 $3 -std=c++20 consumer/consumer.cpp -o $2/static $(pkg-config --define-prefix --cflags "
+        "$libraries)"
+        " -Wl,--fatal-warnings -Wl,-Bstatic $(pkg-config --define-prefix --libs $libraries) "
+        "-Wl,-Bdynamic\n",
         {CXX, scratch.path(), CXX_FLAGS}, options);
     expect_consumer(scratch / "shared", with_variable("LD_LIBRARY_PATH", lib()));
     expect_consumer(scratch / "static");

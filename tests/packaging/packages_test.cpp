@@ -60,11 +60,36 @@ TEST_F(DebianPackage, SaysWhatItIsAndNeeds) {
 TEST_F(DebianPackage, TellsTheSystemOfItsSharedLibraries) {
     const string folder = unpacked_package().scratch / "control";
     output_of({"dpkg-deb", "-e", unpacked_package().package, folder});
-    EXPECT_NE(shell("cat $1/triggers $1/postinst 2>&1 || :", {folder}).find("ldconfig"),
-              string::npos);
+    EXPECT_EQ(read_file(folder + "/triggers"), "activate-noawait ldconfig\n");
+    EXPECT_EQ(files_below(folder), (std::set<string>{"control", "md5sums", "shlibs", "triggers"}));
     const string shlibs = read_file(folder + "/shlibs");
     EXPECT_NE(shlibs.find("libinterlist-demangle 8 interlist"), string::npos) << shlibs;
     EXPECT_NE(shlibs.find("libinterlist-support 8 interlist"), string::npos) << shlibs;
+}
+
+// The licence is its owner's to state.
+TEST_F(DebianPackage, HasNothingForLintianToSayButOfTheLicence) {
+    if (!has_command("lintian")) {
+        GTEST_SKIP() << "no lintian here";
+    }
+    const Finished run =
+        run_program({"lintian", "--allow-root", "--fail-on", "error,warning", "--suppress-tags",
+                     "no-copyright-file", unpacked_package().package});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "");
+}
+
+TEST_F(DebianPackage, HasAChangelog) {
+    const string text = output_of(
+        {"gzip", "-dc", unpacked_package().root + "/usr/share/doc/interlist/changelog.gz"});
+    EXPECT_TRUE(text.starts_with("interlist (8.3.12) ")) << text;
+}
+
+TEST_F(DebianPackage, GivesPkgConfigItsFoldersByName) {
+    const string folder = unpacked_package().root + "/usr/lib/pkgconfig";
+    EXPECT_EQ(shell("pkg-config --variable=includedir interlist-support interlist-demangle", {},
+                    with_variable("PKG_CONFIG_PATH", folder)),
+              "/usr/include /usr/include\n");
 }
 
 TEST_F(DebianPackage, BelongsToRoot) {
