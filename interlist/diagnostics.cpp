@@ -61,6 +61,8 @@ struct signal_phrase {
     const char* phrase;
 };
 
+}  // namespace
+
 constexpr signal_phrase signal_phrases[] = {
     {SIGILL, "executed an illegal instruction"},
     {SIGTRAP, "received a TRAP signal"},
@@ -73,111 +75,69 @@ constexpr signal_phrase signal_phrases[] = {
     {SIGXFSZ, "exceeded the file size limit"},
 };
 
-const char* phrase_of(int signal_number) {
+static const char* phrase_of(int signal_number) {
     const auto* const found =
         std::find_if(std::begin(signal_phrases), std::end(signal_phrases),
                      [=](const signal_phrase& row) { return row.signal_number == signal_number; });
     return found == std::end(signal_phrases) ? "experienced a fatal internal fault" : found->phrase;
 }
 
-// A report is put together here and written with as few calls as it takes,
-// without the C library's streams, which the signal may have interrupted.
-// Standard error is unbuffered, so the two do not get out of order.
-class report {
-  public:
-    void add(std::string_view text) {
-        while (!text.empty()) {
-            const std::size_t taken = text.copy(text_.data() + used_, text_.size() - used_);
-            used_ += taken;
-            text.remove_prefix(taken);
-            if (used_ == text_.size()) {
-                write_out();
-            }
-        }
-    }
-
-    void add_number(unsigned number) {
-        std::array<char, 16> digits{};
-        const char* const end =
-            std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-        add({digits.data(), static_cast<std::size_t>(end - digits.data())});
-    }
-
-    void write_out() {
-        const char* from = text_.data();
-        while (used_ > 0) {
-            const ssize_t put = write(STDERR_FILENO, from, used_);
-            if (put <= 0) {
-                break;
-            }
-            from += put;
-            used_ -= static_cast<std::size_t>(put);
-        }
-        used_ = 0;
-    }
-
-  private:
-    std::array<char, 4096> text_{};
-    std::size_t used_ = 0;
-};
-
-void close_quietly(FILE*& stream) {
-    if (stream != nullptr) {
-        static_cast<void>(std::fclose(stream));
-        stream = nullptr;
-    }
+static void report_ended_from_outside(output_stream& report, std::string_view name,
+                                      std::string_view how) {
+    add_text(report, "[");
+    add_text(report, name);
+    add_text(report, how);
 }
 
-void report_ended_from_outside(report& text, std::string_view name, std::string_view how) {
-    text.add("[");
-    text.add(name);
-    text.add(how);
-    text.write_out();
+static void add_number(output_stream& report, unsigned number) {
+    std::array<char, 16> digits{};
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    add_text(report, {digits.data(), static_cast<std::size_t>(end - digits.data())});
 }
 
-void report_internal_error(report& text, std::string_view name, const char* phrase) {
-    text.add("\nINTERNAL ERROR: ");
-    text.add(name);
-    text.add(" ");
-    text.add(phrase);
-    text.add(" while\n");
-    text.write_out();
-    std::fflush(nullptr);
-    text.add("                processing file ");
-    text.add(assy_file_name);
+static void report_internal_error(output_stream& report, std::string_view name,
+                                  const char* phrase) {
+    add_text(report, "\nINTERNAL ERROR: ");
+    add_text(report, name);
+    add_text(report, " ");
+    add_text(report, phrase);
+    add_text(report, " while\n                processing file ");
+    add_text(report, assy_file_name);
     // A C line's number beside the assembly file's name: the pairing is meant.
     if (curr_line != 0) {
-        text.add(" line ");
-        text.add_number(curr_line);
+        add_text(report, " line ");
+        add_number(report, curr_line);
     }
-    text.add(
-        "\n\n"
-        "This is a serious problem.  Please contact Customer\n"
-        "Support with this message and a copy of the input file\n"
-        "and help us to continue to make the tools more robust.\n\n");
-    text.write_out();
-    std::fflush(nullptr);
+    add_text(report,
+             "\n\n"
+             "This is a serious problem.  Please contact Customer\n"
+             "Support with this message and a copy of the input file\n"
+             "and help us to continue to make the tools more robust.\n\n");
 }
 
-}  // namespace
-
+// The signal may have interrupted anything, an allocation or the C library's streams in
+// the middle of their work, so nothing of these is called here and no lock is taken:
+// text goes to the descriptors, and the program is left without the exit handlers.
+// Standard output holds nothing back, because main() takes its buffer away.
 void signal_handler(int signal_number) {
-    report text;
+    std::array<char, 4096> text;
+    output_stream report{.descriptor = STDERR_FILENO, .buffer = text.data(), .size = text.size()};
     const std::string_view name = prog_name == nullptr ? "" : prog_name;
     switch (signal_number) {
         case SIGHUP:
         case SIGINT:
-            report_ended_from_outside(text, name, " forced exit]\n");
+            report_ended_from_outside(report, name, " forced exit]\n");
             break;
         case SIGTERM:
-            report_ended_from_outside(text, name, " received a terminate signal]\n");
+            report_ended_from_outside(report, name, " received a terminate signal]\n");
             break;
         default:
-            report_internal_error(text, name, phrase_of(signal_number));
-            flush_output(list_output);
-            close_quietly(LIST);
-            close_quietly(ASSY);
-            close_quietly(CFILE);
+            report_internal_error(report, name, phrase_of(signal_number));
     }
-    end_program(2);
+    flush_output(report);
+    rescue_output(list_output);
+    close(list_output.descriptor);
+    close(assy_input.descriptor);
+    close(cfile_input.descriptor);
+    _exit(2);
 }

@@ -27,5 +27,6 @@ void copy_text(char (&buffer)[buffer_size], std::string_view text);
 
 // The handler of every signal that is caught: reports the signal on standard
 // error, leaves the listing on disk as far as it got, and ends the program with
-// status 2.
+// status 2, at once and without the exit handlers. Never waits, whatever it has
+// interrupted.
 [[noreturn]] void signal_handler(int signal_number);

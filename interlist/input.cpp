@@ -93,8 +93,9 @@ void attach_input(input_stream& input, FILE* file) {
     if (file == nullptr) {
         return;
     }
+    input.descriptor = fileno(file);
     struct stat status {};
-    input.whole_blocks = fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode);
+    input.whole_blocks = fstat(input.descriptor, &status) == 0 && S_ISREG(status.st_mode);
     if (input.whole_blocks) {
         // The window is the buffer.
         std::setvbuf(file, nullptr, _IONBF, 0);

@@ -16,6 +16,7 @@ constexpr std::size_t nothing_held = std::numeric_limits<std::size_t>::max();
 
 struct input_stream {
     FILE* file = nullptr;
+    int descriptor = -1;     // the file's
     char* window = nullptr;  // at least twice as large as the longest line asked for
     std::size_t size = 0;
     std::size_t at = 0;   // next byte, as an index into the window

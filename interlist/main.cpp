@@ -29,6 +29,7 @@ static void close_stream(FILE*& stream, const char* name) {
 
 int main(int argc, char** argv) {
     prog_name = argv[0];
+    std::setvbuf(stdout, nullptr, _IONBF, 0);  // the signal handler does not flush it
     install_signal_handler();
     try {
         init(argc, argv);

@@ -1,14 +1,21 @@
 // Reports of fatal signals and internal failures.
 #include "support/zesignalsupport.h"
 
+#include <sys/uio.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <iterator>
+#include <string_view>
 
 namespace {
 
@@ -34,9 +41,6 @@ constexpr signal_phrase signal_phrases[] = {
 constexpr int handled_signals[] = {SIGILL, SIGABRT, SIGFPE, SIGSEGV, SIGTERM, SIGINT,
                                    SIGHUP, SIGTRAP, SIGBUS, SIGSYS,  SIGXCPU, SIGXFSZ};
 
-// Called once before a fault ends the process; no signal handler itself.
-static void (*callback)(int) = nullptr;
-
 // The formatted texts keep their contents between calls.
 static std::array<char, 2048> signal_text_buffer{};
 static std::array<char, 2048> append_text_buffer{};
@@ -56,20 +60,47 @@ static const char* phrase_of(int sig) {
 }
 
 // A process dies of its first fault: a report that a later one starts, out of the
-// cleanup for instance, repeats the first phrase.
+// cleanup for instance, repeats the first phrase. Whoever is first settles it, without
+// a lock that a second signal could wait for.
 static const char* describe_signal(int sig) {
-    static const char* const phrase = phrase_of(sig);
-    return phrase;
+    static std::atomic<const char*> phrase = nullptr;
+    const char* settled = nullptr;
+    const char* const mine = phrase_of(sig);
+    return phrase.compare_exchange_strong(settled, mine) ? mine : settled;
+}
+
+// Writes to standard error's descriptor, in one piece where it takes that: its stream may
+// be what the signal has interrupted.
+static void write_error(std::initializer_list<std::string_view> texts) {
+    std::array<iovec, 4> parts{};
+    std::transform(texts.begin(), texts.end(), parts.begin(), [](std::string_view text) {
+        return iovec{const_cast<char*>(text.data()), text.size()};
+    });
+    const ssize_t at_once = writev(STDERR_FILENO, parts.data(), static_cast<int>(texts.size()));
+    auto written = static_cast<std::size_t>(std::max<ssize_t>(at_once, 0));
+    for (std::string_view rest : texts) {
+        const std::size_t here = std::min(written, rest.size());
+        written -= here;
+        rest.remove_prefix(here);
+        while (!rest.empty()) {
+            const ssize_t more = write(STDERR_FILENO, rest.data(), rest.size());
+            if (more > 0) {
+                rest.remove_prefix(static_cast<std::size_t>(more));
+            } else if (more == 0 || errno != EINTR) {
+                return;
+            }
+        }
+    }
 }
 
 [[noreturn]] static void report_fault(int sig, const char* name, bool with_detail) {
-    std::fprintf(stderr, "\nINTERNAL ERROR: %s %s\n", name, describe_signal(sig));
+    write_error({"\nINTERNAL ERROR: ", name, " ", describe_signal(sig)});
     if (with_detail && signal_text_buffer[0] != '\0') {
-        std::fprintf(stderr, "                  %s\n", signal_text_buffer.data());
+        write_error({"\n                  ", signal_text_buffer.data()});
     }
-    std::fputs("\n", stderr);
+    write_error({"\n\n"});
     std::fflush(nullptr);
-    std::fputs(support_message_text(), stderr);
+    write_error({support_message_text()});
     std::fflush(nullptr);
     if (callback != nullptr) {
         callback(sig);
@@ -77,6 +108,8 @@ static const char* describe_signal(int sig) {
     try_gen_corefile(sig);
     std::_Exit(2);
 }
+
+void (*callback)(int) = nullptr;
 
 const char* support_message_text() {
     return "This is caused by a defect in the Ze C Source Interlister.\n"
@@ -106,11 +139,11 @@ void install_common_handlers(void (*handler)(int), void (*cleanup)(int)) {
 void common_signal_handler(int sig, const char* tool, const char* fmt, ...) {
     const char* const name = is_valid(tool) ? tool : "unknown";
     if (sig == SIGTERM) {
-        std::fprintf(stderr, "[%s received a terminate signal]\n", name);
+        write_error({"[", name, " received a terminate signal]\n"});
         std::_Exit(2);
     }
     if (sig == SIGINT || sig == SIGHUP) {
-        std::fprintf(stderr, "[%s forced exit]\n", name);
+        write_error({"[", name, " forced exit]\n"});
         std::_Exit(2);
     }
     va_list arguments;

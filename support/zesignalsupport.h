@@ -18,10 +18,14 @@ const char* support_message_text();
 // this platform it does nothing: the system's own core files serve.
 void try_gen_corefile(int sig);
 
+// The cleanup function: common_signal_handler calls it with the signal number before it
+// ends the process on a fault, and never after a terminating signal. No signal handler
+// itself. Null until install_common_handlers sets it; a tool may set it as well.
+extern void (*callback)(int);
+
 // Installs `handler` with signal() for SIGILL, SIGABRT, SIGFPE, SIGSEGV, SIGTERM,
-// SIGINT, SIGHUP, SIGTRAP, SIGBUS, SIGSYS, SIGXCPU and SIGXFSZ. `cleanup` is not a
-// handler itself: common_signal_handler calls it with the signal number before it ends
-// the process on a fault. It may be null, and the last one installed counts.
+// SIGINT, SIGHUP, SIGTRAP, SIGBUS, SIGSYS, SIGXCPU and SIGXFSZ, and makes `cleanup`, which
+// may be null, the callback.
 void install_common_handlers(void (*handler)(int), void (*cleanup)(int));
 
 // Reports the signal `sig` on standard error for the tool named `tool` ("unknown" when
@@ -29,6 +33,7 @@ void install_common_handlers(void (*handler)(int), void (*cleanup)(int));
 // run, and streams are flushed only where this says so.
 //   SIGTERM          "[TOOL received a terminate signal]"
 //   SIGINT, SIGHUP   "[TOOL forced exit]"
+//                    both without the C library's streams, whatever was interrupted
 //   any other        an empty line, "INTERNAL ERROR: TOOL PHRASE", the detail behind
 //                    eighteen blanks when there is one, an empty line; then the support
 //                    text, with all output streams flushed before and after it; then the

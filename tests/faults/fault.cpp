@@ -228,17 +228,18 @@ std::optional<faulted_run> run_with_failing_call(const std::vector<std::string>&
     return run;
 }
 
-std::optional<faulted_run> run_with_failing_allocation(const std::vector<std::string>& argv,
-                                                       RunOptions options, const fault& what) {
+std::optional<faulted_run> run_with_failing_function(const std::vector<std::string>& argv,
+                                                     RunOptions options, const fault& what) {
     if (!std::string_view(FAULTS_SANITIZED).empty()) {
-        return std::nullopt;  // the sanitizer's allocator is not to be replaced
+        return std::nullopt;  // its own functions are not to be replaced
     }
     std::array<int, 2> mark{};
     if (pipe2(mark.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         return std::nullopt;
     }
-    options.set["LD_PRELOAD"] = FAILING_ALLOCATIONS;
-    options.set["FAILING_ALLOCATION"] = std::to_string(what.nth) + (what.lasting ? "+" : "");
+    options.set["LD_PRELOAD"] = INTERPOSED;
+    options.set["INTERPOSED"] = std::string(what.function) + " " + std::to_string(what.nth) +
+                                (what.lasting ? "+ " : " ") + std::to_string(what.signal_number);
     options.before_start = [at = mark[1], more = options.before_start] {
         if (more) {
             more();
@@ -260,5 +261,5 @@ std::optional<faulted_run> run_with_failing_allocation(const std::vector<std::st
 std::optional<faulted_run> run_with_fault(const std::vector<std::string>& argv, RunOptions options,
                                           const fault& what) {
     return what.calls != nullptr ? run_with_failing_call(argv, std::move(options), what)
-                                 : run_with_failing_allocation(argv, std::move(options), what);
+                                 : run_with_failing_function(argv, std::move(options), what);
 }

@@ -1,8 +1,9 @@
 // Runs a built program with one thing going wrong: the n-th system call of a kind
-// fails, the n-th allocation fails, or a signal arrives there. The kernel fails the
-// calls (a seccomp filter hands them to the test), so it makes no difference whether
-// the program, the C library or the C++ library makes them. What the dynamic loader
-// and a sanitizer's run-time library do for themselves is not counted.
+// fails, the n-th call of a function of the C library fails, or a signal arrives there.
+// The kernel fails the system calls (a seccomp filter hands them to the test), so it
+// makes no difference whether the program, the C library or the C++ library makes them.
+// What the dynamic loader and a sanitizer's run-time library do for themselves is not
+// counted. Functions are taken by a library that is loaded in front of the C library.
 #pragma once
 
 #include <optional>
@@ -23,7 +24,8 @@ struct call_kind {
 std::span<const call_kind> call_kinds();
 
 struct fault {
-    const call_kind* calls = nullptr;  // null: allocations
+    const call_kind* calls = nullptr;  // null: a function
+    const char* function = "malloc";   // one that interposed.cpp takes; all that allocate
     int nth = 1;                       // the first call that is met, from 1
     bool lasting = false;              // so do all behind it, but for those on standard error
     int signal_number = 0;             // raised inside the call in place of a failure

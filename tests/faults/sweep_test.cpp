@@ -131,7 +131,7 @@ TEST_P(EveryFault, KeepsThePromise) {
     bool possible = true;
     int descriptor = -1;
     const outcome whole = run_once(*each, nullptr, hit, descriptor, possible);
-    fault what{calls, 1, lasting, 0};
+    fault what{.calls = calls, .lasting = lasting};
     for (; hit; ++what.nth) {
         SCOPED_TRACE("call " + std::to_string(what.nth));
         hit = false;
@@ -153,7 +153,7 @@ TEST(Faults, ReachTheProgram) {
     const scenario& each = program_under_test().scenarios.front();
     for (const call_kind& kind : call_kinds()) {
         if (kind.name == std::string("write")) {
-            const fault what{&kind, 1, true, 0};
+            const fault what{.calls = &kind, .lasting = true};
             bool hit = false;
             bool possible = true;
             int descriptor = -1;

@@ -144,6 +144,7 @@ TEST(Installed, SharedLibrariesExportThePublicNamesOnly) {
                                                         "INTERLIST_8",
                                                         "buildid",
                                                         "buildid_of",
+                                                        "callback",
                                                         "common_signal_handler",
                                                         "cstr_to_fn",
                                                         "file_is_empty",

@@ -13,6 +13,8 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "tests/support/child.h"
@@ -362,6 +364,57 @@ TEST(SignalReport, AFaultRunsNoExitHandlers) {
     EXPECT_EQ(run.status, 2);
 }
 
+// Standard error's stream as a signal may find it: in the middle of its work, for good.
+TEST(SignalReport, TerminatingSignalsDoNotWaitForAStream) {
+    for (const int sig : {SIGTERM, SIGINT, SIGHUP}) {
+        const Finished run = in_child([sig] {
+            alarm(20);
+            std::thread([] { flockfile(stderr); }).detach();
+            while (ftrylockfile(stderr) == 0) {
+                funlockfile(stderr);
+                std::this_thread::yield();
+            }
+            common_signal_handler(sig, "t", nullptr);
+        });
+        EXPECT_EQ(run.err,
+                  sig == SIGTERM ? "[t received a terminate signal]\n" : "[t forced exit]\n");
+        EXPECT_EQ(run.status, 2);
+    }
+}
+
+namespace {
+
+int signal_inside_a_flush = 0;
+
+// Interrupts the flush of its stream once.
+ssize_t raise_inside(void* /*cookie*/, const char* text, std::size_t size) {
+    if (const int sig = std::exchange(signal_inside_a_flush, 0)) {
+        std::raise(sig);
+    }
+    return write(STDOUT_FILENO, text, size);
+}
+
+}  // namespace
+
+TEST(SignalReport, EverySignalMayInterruptAFlush) {
+    for (const int sig : {SIGILL, SIGABRT, SIGFPE, SIGSEGV, SIGTERM, SIGINT, SIGHUP, SIGTRAP,
+                          SIGBUS, SIGSYS, SIGXCPU, SIGXFSZ}) {
+        const Finished run = in_child([sig] {
+            alarm(20);
+            install_common_handlers([](int s) { common_signal_handler(s, "t", nullptr); }, nullptr);
+            FILE* const stream =
+                fopencookie(nullptr, "w", {nullptr, raise_inside, nullptr, nullptr});
+            std::fputs("pending", stream);
+            signal_inside_a_flush = sig;
+            std::fflush(stream);
+        });
+        const bool is_fault = sig != SIGTERM && sig != SIGINT && sig != SIGHUP;
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.err.starts_with(is_fault ? "\nINTERNAL ERROR: t " : "[t "), true);
+        EXPECT_EQ(run.err.ends_with(support_text), is_fault);
+    }
+}
+
 TEST(SignalReport, ClosedStreamsDoNotKeepTheProcessAlive) {
     const Finished run = in_child([] {
         std::fclose(stdout);
@@ -370,6 +423,26 @@ TEST(SignalReport, ClosedStreamsDoNotKeepTheProcessAlive) {
     });
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.status, 2);
+}
+
+TEST(Callback, IsNullUntilAHandlerIsInstalled) {
+    const Finished run = in_child([] {
+        std::printf("%d ", callback == nullptr);
+        install_common_handlers(ignore_signal, say_cleanup);
+        std::printf("%d ", callback == say_cleanup);
+        install_common_handlers(ignore_signal, nullptr);
+        std::printf("%d", callback == nullptr);
+    });
+    EXPECT_EQ(run.out, "1 1 1");
+}
+
+TEST(Callback, CanBeSetByItself) {
+    const Finished run = in_child([] {
+        callback = say_cleanup;
+        common_signal_handler(SIGFPE, "t", nullptr);
+    });
+    EXPECT_EQ(run.err,
+              report("INTERNAL ERROR: t received a floating point exception") + "cleanup 8\n");
 }
 
 TEST(CoreFile, TheHookDoesNothing) {

@@ -7,8 +7,14 @@
 #include <support/safealloc.h>
 #include <support/zesignalsupport.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+
+static void ignore(int) {}
+static void leave_well(int) {
+    std::_Exit(0);
+}
 
 int main() {
     char name[32] = "prog.asm";
@@ -32,5 +38,13 @@ int main() {
 
     std::free(safemalloc(16));
     buildid(stdout, "Build Number ");
-    return support_message_text()[0] == '\0' ? 1 : 0;
+
+    // One variable, on both sides of a shared library's border.
+    install_common_handlers(ignore, ignore);
+    if (callback != ignore) {
+        return 1;
+    }
+    callback = leave_well;
+    std::puts(support_message_text());
+    common_signal_handler(SIGFPE, "consumer", nullptr);
 }
