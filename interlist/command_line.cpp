@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "interlist/diagnostics.h"
+#include "interlist/files.h"
 #include "interlist/listing_output.h"
 #include "interlist/number.h"
 #include "interlist/state.h"
@@ -100,7 +101,7 @@ static void derive_listing_name() {
 }
 
 static void open_files() {
-    ASSY = std::fopen(assy_file_name, "rb");
+    ASSY = open_file(assy_file_name, "rb");
     if (ASSY == nullptr) {
         file_error("Cannot open input file", assy_file_name);
     }

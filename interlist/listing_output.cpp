@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "interlist/diagnostics.h"
+#include "interlist/files.h"
 #include "interlist/output.h"
 #include "interlist/state.h"
 
@@ -46,7 +47,7 @@ static void fill(char with, std::size_t count) {
 }
 
 void begin_listing() {
-    LIST = std::fopen(temp_file_name, "w");
+    LIST = open_file(temp_file_name, "w");
     if (LIST == nullptr) {
         file_error("Cannot open temp file", temp_file_name);
     }

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "interlist/diagnostics.h"
+#include "interlist/files.h"
 #include "interlist/line_reader.h"
 #include "interlist/source_position.h"
 #include "interlist/state.h"
@@ -35,7 +36,7 @@ void open_cfile(const char* name) {
     if (std::strcmp(name, curr_open_file_name) == 0) {
         return;
     }
-    FILE* const opened = std::fopen(name, "r");
+    FILE* const opened = open_file(name, "r");
     if (opened == nullptr) {
         file_warn("Cannot open source file", name);
     }

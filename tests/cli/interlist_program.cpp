@@ -287,6 +287,41 @@ TEST_F(Program, ReportsAListingThatCannotBeWritten) {
     expect({"prog.asm", "/dev/full"}, 0, "", "");
 }
 
+TEST_F(Program, KeepsClosedStandardDescriptorsClosed) {
+    const std::string missing = "\t.ifile\t\"no.c\"\n\t.ifunc\t1\nA\n\t.iendfunc\t2\n";
+    const std::string found = "\t.ifile\t\"a.c\"\n\t.ifunc\t1\nB\n\t.iendfunc\t2\n";
+    folder.write("a.c", "one\n");
+    const std::string assembly = folder.write("prog.asm", missing + found);
+    const std::string listing = "A\n" + rule + comment(1, "one") + rule + "B\n";
+    for (int closed = 1; closed < 8; ++closed) {
+        RunOptions options;
+        options.before_start = [closed] {
+            for (int descriptor = 0; descriptor < 3; ++descriptor) {
+                if ((closed & 1 << descriptor) != 0) {
+                    close(descriptor);
+                }
+            }
+        };
+        const Finished finished = run({"-z", "prog.asm", "prog.cl"}, options);
+        EXPECT_EQ(finished.status, 0) << closed;
+        EXPECT_EQ(finished.out, "");
+        EXPECT_EQ(folder.read("prog.cl"), listing) << closed;
+        EXPECT_EQ(folder.read("prog.asm"), missing + found) << closed;
+        EXPECT_EQ(finished.err.empty(), (closed & 4) != 0);
+    }
+}
+
+TEST_F(Program, FindsNoListingBehindAClosedStandardOutput) {
+    folder.write("prog.asm", "a\n");
+    RunOptions options;
+    options.before_start = [] { close(1); };
+    const Finished finished = run({"prog.asm", "/dev/stdout"}, options);
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.err,
+              ">> WARNING: Cannot open temp file '/dev/stdout': No such file or directory\n");
+    EXPECT_EQ(folder.read("prog.asm"), "a\n");
+}
+
 TEST_F(Program, ReportsTheFileSizeLimit) {
     folder.write("prog.asm", repeated('\n', 300000));
     RunOptions options;

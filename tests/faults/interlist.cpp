@@ -1,4 +1,6 @@
 // The interlister, every way that it reads and writes.
+#include <unistd.h>
+
 #include <algorithm>
 #include <sstream>
 
@@ -43,6 +45,12 @@ static std::vector<scenario> scenarios() {
          {{"a.c", source}, {"p.asm", plain}, {"x.lst", "old\n"}},
          "",
          {"x.lst"}},
+        {"a_closed_standard_input",
+         {"p.asm"},
+         {{"a.c", source}, {"p.asm", plain}},
+         "",
+         {"p.cl"},
+         {STDIN_FILENO}},
         {"empty", {"p.asm"}, {{"p.asm", ""}}, "", {"p.cl"}},
         {"no_directives", {"p.asm"}, {{"p.asm", lines("\tnop ", 30000)}}, "", {"p.cl"}},
         {"no_source", {"p.asm"}, {{"p.asm", plain}}, "", {"p.cl"}},

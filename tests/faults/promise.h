@@ -18,6 +18,7 @@ struct scenario {
     std::map<std::string, std::string> files;  // that are there before
     std::string input;                         // on standard input
     std::vector<std::string> outputs;          // files that the run writes
+    std::vector<int> closed = {};              // descriptors that it starts without
 };
 
 using snapshot = std::map<std::string, std::string>;  // all files of a folder

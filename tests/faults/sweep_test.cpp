@@ -20,6 +20,11 @@ outcome run_once(const scenario& each, const fault* what, bool& hit, int& descri
     RunOptions options;
     options.directory = folder.path();
     options.input = each.input;
+    options.before_start = [&each] {
+        for (const int absent : each.closed) {
+            close(absent);
+        }
+    };
     std::vector<std::string> words{program_under_test().path};
     words.insert(words.end(), each.arguments.begin(), each.arguments.end());
     outcome result;
