@@ -4,9 +4,12 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstring>
+#include <tuple>
 
-// After a jump little is read at first: a jump often serves one short function.
+// Little is read at first, and after a jump: it often serves one short function.
 constexpr std::size_t first_read = 4096;
 
 static std::size_t less_or_zero(std::size_t value, std::size_t by) {
@@ -89,7 +92,10 @@ bool refill_or_meet_end(input_stream& input) {
 }
 
 void attach_input(input_stream& input, FILE* file) {
-    input = {.file = file, .window = input.window, .size = input.size, .read_size = input.size};
+    input = {.file = file,
+             .window = input.window,
+             .size = input.size,
+             .read_size = std::min(input.size, first_read)};
     if (file == nullptr) {
         return;
     }
@@ -151,33 +157,45 @@ bool next_piece(input_stream& input, std::size_t limit, std::string_view& piece)
     return true;
 }
 
-// These two searches test whole blocks without a branch a byte, which compilers
-// turn into vector code, and then look closer.
-constexpr std::size_t block_size = 64;
+// These two searches test whole blocks of bytes at once and then look closer. Where a
+// comparison holds, its result has all bits set.
+using block = unsigned char __attribute__((vector_size(16)));
 
-static unsigned char equals(char byte, char other) {
-    return static_cast<unsigned char>(byte == other);
+static block block_at(const char* from) {
+    block bytes;
+    std::memcpy(&bytes, from, sizeof bytes);
+    return bytes;
+}
+
+constexpr std::size_t block_count = 4;  // that are looked at before the result is
+
+static block all_equal_to(char byte) {
+    return block{} + static_cast<unsigned char>(byte);
+}
+
+static bool is_zero(const block& bytes) {
+    std::array<std::uint64_t, sizeof bytes / sizeof(std::uint64_t)> halves;
+    std::memcpy(halves.data(), &bytes, sizeof bytes);
+    return (halves[0] | halves[1]) == 0;
 }
 
 static bool is_special(char byte) {
     return byte == '\0' || byte == '\r' || byte == '\x1a' || byte == '\xff';
 }
 
-// The first byte of [from, to) that is not plain; `to` if all are. Each kind is
-// gathered by itself: compilers turn one test for all four into slower code.
+// The first byte of [from, to) that is not plain; `to` if all are.
 static std::size_t find_special(const char* window, std::size_t from, std::size_t to) {
-    for (; to - from >= block_size; from += block_size) {
-        unsigned char nul = 0;
-        unsigned char carriage_return = 0;
-        unsigned char control_z = 0;
-        unsigned char all_ones = 0;
-        for (std::size_t i = from; i < from + block_size; ++i) {
-            nul |= equals(window[i], '\0');
-            carriage_return |= equals(window[i], '\r');
-            control_z |= equals(window[i], '\x1a');
-            all_ones |= equals(window[i], '\xff');
+    const block carriage_return = all_equal_to('\r');
+    const block control_z = all_equal_to('\x1a');
+    const block all_ones = all_equal_to('\xff');
+    for (; to - from >= block_count * sizeof(block); from += block_count * sizeof(block)) {
+        auto found = block{} != block{};
+        for (std::size_t i = 0; i < block_count; ++i) {
+            const block bytes = block_at(window + from + i * sizeof(block));
+            found |= (bytes == block{}) | (bytes == carriage_return) | (bytes == control_z) |
+                     (bytes == all_ones);
         }
-        if ((nul | carriage_return | control_z | all_ones) != 0) {
+        if (!is_zero(block(found))) {
             break;
         }
     }
@@ -187,22 +205,25 @@ static std::size_t find_special(const char* window, std::size_t from, std::size_
 // The first line start in (from, to) where `mark` stands; `to` if there is none.
 static std::size_t find_marked_line(const char* window, std::size_t from, std::size_t to,
                                     line_mark mark) {
-    const std::array<char, 4> marked_start{'\n', mark[0], mark[1], mark[2]};
-    const auto marked = [=](std::size_t at) {
-        return equals(window[at], marked_start[0]) & equals(window[at + 1], marked_start[1]) &
-               equals(window[at + 2], marked_start[2]) & equals(window[at + 3], marked_start[3]);
-    };
-    for (; to - from >= block_size + marked_start.size(); from += block_size) {
-        unsigned char hits = 0;
-        for (std::size_t i = from; i < from + block_size; ++i) {
-            hits = static_cast<unsigned char>(hits | marked(i));
+    const block newline = all_equal_to('\n');
+    const block first = all_equal_to(mark[0]);
+    const block second = all_equal_to(mark[1]);
+    const block third = all_equal_to(mark[2]);
+    constexpr std::size_t longer = std::tuple_size_v<line_mark>;
+    for (; to - from >= block_count * sizeof(block) + longer; from += block_count * sizeof(block)) {
+        auto found = block{} != block{};
+        for (std::size_t i = 0; i < block_count; ++i) {
+            const char* const at = window + from + i * sizeof(block);
+            found |= (block_at(at) == newline) & (block_at(at + 1) == first) &
+                     (block_at(at + 2) == second) & (block_at(at + 3) == third);
         }
-        if (hits != 0) {
+        if (!is_zero(block(found))) {
             break;
         }
     }
+    const std::array<char, 4> line_start{'\n', mark[0], mark[1], mark[2]};
     const std::size_t found =
-        std::string_view(window + from, to - from).find({marked_start.data(), marked_start.size()});
+        std::string_view(window + from, to - from).find({line_start.data(), line_start.size()});
     return found == std::string_view::npos ? to : from + found + 1;
 }
 

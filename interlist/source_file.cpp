@@ -12,10 +12,12 @@
 #include "interlist/source_position.h"
 #include "interlist/state.h"
 
-// True while CFILE stands where curr_line lines, counted from the beginning with the
-// full buffer, lead. A line that was listed in two pieces counts twice and ends that
-// until the next rewind.
-static bool counts_hold = false;
+// Lines are numbered as they lie in the file, from the beginning and as the full buffer
+// holds them. A longer line is several; listed, with a smaller limit, it may be more, and
+// curr_line counts these. So two things are known of the place where CFILE stands: the
+// number of the next line that begins there or before, and how much of it has been read.
+static unsigned next_line = 1;
+static std::size_t begun = 0;
 
 char* new_cfile(const char* name) {
     copy_text(curr_seen_file_name, name);
@@ -45,8 +47,9 @@ void open_cfile(const char* name) {
     curr_line = 1;
     copy_text(curr_open_file_name, name);
     attach_input(cfile_input, CFILE);
-    forget_positions();
-    counts_hold = true;
+    turn_to_file(cfile_input.descriptor);
+    next_line = 1;
+    begun = 0;
 }
 
 // As with a file that cannot be opened, its functions are listed without C lines from
@@ -56,56 +59,76 @@ static void give_up_cfile(const char* message) {
     close_cfile();
 }
 
-// Goes to the last line whose position is known and that is not behind `line`. False when
-// that is out of reach, as lines are that have left a pipe.
-static bool jump_towards(unsigned line) {
-    const source_position known = known_position(line);
+// Takes note of the text that was read up to here, at most `limit` characters at once.
+static void count_text(std::string_view text, std::size_t limit) {
+    const bool is_whole = text.ends_with('\n');
+    if (is_whole && begun == 0) {
+        ++next_line;
+    } else if (is_whole || text.size() < limit) {
+        // A line that its newline fills to the limit has no rest; one that a byte of
+        // value 255 ends there has, an empty one.
+        const std::size_t last = begun + text.size() - (is_whole ? 1 : 0);
+        next_line += static_cast<unsigned>(last / longest_text) + 1;
+        begun = 0;
+    } else {
+        begun += text.size();
+        next_line += static_cast<unsigned>(begun / longest_text);
+        begun %= longest_text;
+    }
+    // Where the end of the file has been met, the indicator for it would be lost.
+    const long position = input_position(cfile_input);
+    if (position >= next_wanted_position && begun == 0 && !cfile_input.at_end) {
+        enter_position({next_line, position});
+    }
+}
+
+// Goes to the last line whose position is known and that is not behind `line`, which
+// becomes line `offset` higher. False when that is out of reach, as lines are that have
+// left a pipe.
+static bool jump_to(const source_position& known, unsigned offset) {
     if (!seek_input(cfile_input, known.position)) {
         return false;
     }
-    curr_line = known.line;
-    counts_hold = true;
+    next_line = known.line;
+    begun = 0;
+    curr_line = known.line + offset;
     return true;
 }
 
-// True when a line between the current one and `line` has a known position.
-static bool positions_lead_on(unsigned line) {
-    return counts_hold && !cfile_input.at_end && line > curr_line &&
-           known_position(line).line > curr_line;
+// Goes as far towards `line` as positions are known. False when that leads back to
+// where the file cannot go.
+static bool jump_towards(unsigned line) {
+    if (line < curr_line) {
+        return jump_to(known_position(line), 0);
+    }
+    const unsigned offset = curr_line - next_line;
+    if (begun == 0 && !cfile_input.at_end) {
+        const source_position known = known_position(line - offset);
+        return known.line <= next_line || jump_to(known, offset);
+    }
+    return true;
 }
 
 void go_to_line(unsigned line) {
-    if ((line < curr_line || positions_lead_on(line)) && !jump_towards(line)) {
+    if (line != curr_line && !jump_towards(line)) {
         give_up_cfile("Cannot read again");
         return;
     }
     while (curr_line < line && !cfile_input.at_end) {
-        std::string_view passed;
-        if (cfile_input.failed || !next_plain_line(cfile_input, longest_text, passed)) {
-            myfgets(in_rec, buffer_size, cfile_input);
+        std::string_view text;
+        if (cfile_input.failed || !next_plain_line(cfile_input, longest_text, text)) {
+            text = myfgets_text(in_rec, buffer_size, cfile_input);
         }
+        count_text(text, longest_text);
         line_is_done();
     }
     curr_line = std::max(curr_line, line);
 }
 
 void read_source_line(int limit) {
-    // The mark survives every line that is short of the limit, and a newline in
-    // its place ends a line that just fits. Anything else there, a NUL included,
-    // may be a piece that the limit ended: not a line as go_to_line() counts.
-    char& mark = in_rec[limit - 2];
-    mark = '\n';
-    myfgets(in_rec, limit, cfile_input);
-    if (mark != '\n') {
-        counts_hold = false;
-    }
+    count_text(myfgets_text(in_rec, limit, cfile_input), static_cast<std::size_t>(limit) - 1);
 }
 
-// A position at which the end of the file has been met is left out: the indicator would
-// be lost.
 void line_is_done() {
     ++curr_line;
-    if (counts_hold && !cfile_input.at_end) {
-        note_position({curr_line, input_position(cfile_input)});
-    }
 }

@@ -1,6 +1,7 @@
-// Where the lines of the C file lie. Compilers emit functions in any order, so the file
-// is rewound again and again; the positions of lines that were passed are kept in a fixed
-// table, and a line costs the same to reach wherever it lies.
+// Where the lines of the C files lie. Compilers emit functions in any order and of any
+// file, so files are rewound and opened again and again. The positions of lines that
+// were passed are kept in one fixed table for all files, and are known again when a file
+// that has not changed is opened again: a line costs the same to reach wherever it lies.
 #pragma once
 
 struct source_position {
@@ -8,11 +9,18 @@ struct source_position {
     long position = 0;  // of its first byte in the file
 };
 
-// Starts with an empty table, for another file.
-void forget_positions();
+// Turns to the file behind `descriptor`. Of what is no regular file nothing is kept.
+void turn_to_file(int descriptor);
+
+// The last position that is known of the file and not behind `line`: that of line 1 if
+// there is none.
+source_position known_position(unsigned line);
 
 // Enters a position, or leaves it out where the table has enough.
-void note_position(const source_position& at);
+void enter_position(const source_position& at);
 
-// The last position that is known and not behind `line`: that of line 1 if there is none.
-source_position known_position(unsigned line);
+// Starts with an empty table, as at the start of the program.
+void forget_positions();
+
+// Positions before this one are left out: it saves most calls of enter_position().
+extern long next_wanted_position;

@@ -122,7 +122,7 @@ TEST_F(SourcePosition, LinesAreReachedInAnyOrder) {
          {39999U, 1U, 8193U, 8192U, 2U, 40000U, 16385U, 16384U, 12345U, 1U, 30001U}) {
         go_to_line(line);
         EXPECT_EQ(curr_line, line);
-        myfgets(in_rec, 100, cfile_input);
+        read_source_line(100);
         line_is_done();
         EXPECT_EQ(in_rec, "line " + std::to_string(line) + "\n");
     }
@@ -156,7 +156,7 @@ TEST_F(SourcePosition, OddLineEndsCountAsReadingDoes) {
     for (const unsigned line : {5U, 4U, 3U, 2U, 1U, 4U}) {
         go_to_line(line);
         static constexpr std::array<const char*, 5> texts{"a", "b\n", "c\rd\n", "\re", ""};
-        myfgets(in_rec, 100, cfile_input);
+        read_source_line(100);
         EXPECT_STREQ(in_rec, texts[line - 1]) << line;
         line_is_done();
     }
