@@ -160,9 +160,12 @@ static void code(text_reader& reader) {
     const std::uint32_t at = reader.track.current();
     if (!reader.in_function) {
         const bool is_labelled = reader.loose_label != none;
-        begin_function(reader, reader.loose_label,
-                       is_labelled ? reader.loose_begin : reader.line_at)
-            .is_declared = false;
+        function_code& function = begin_function(reader, reader.loose_label,
+                                                 is_labelled ? reader.loose_begin : reader.line_at);
+        function.is_declared = false;
+        if (reader.pending && reader.pending->line != 0) {
+            function.entry = reader.pending;
+        }
     }
     if (!assembly.instructions.empty() && assembly.instructions.back().at == reader.line_at) {
         return;  // a further statement of the line
@@ -318,6 +321,31 @@ static void read_type(text_reader& reader, std::string_view rest) {
     }
 }
 
+static void add_label(text_reader& reader, std::string_view symbol) {
+    assembly_file& assembly = reader.assembly;
+    const std::uint32_t at = reader.track.current();
+    const auto index = static_cast<std::uint32_t>(assembly.labels.size());
+    assembly.labels.push_back({static_cast<std::uint32_t>(symbol.data() - reader.text.data()),
+                               static_cast<std::uint32_t>(symbol.size()), at,
+                               assembly.sections[at].instruction_count});
+    const std::uint32_t begin = reader.preamble.value_or(reader.line_at);
+    reader.preamble.reset();
+    const bool is_mark = is_local(symbol);
+    if ((!is_mark || reader.has_local_function) && reader.function_symbols.contains(symbol)) {
+        begin_function(reader, index, begin);
+        return;
+    }
+    const bool is_open = reader.in_function && assembly.functions.back().is_declared;
+    if (!is_mark && !is_open && assembly.sections[at].kind == section_kind::code) {
+        end_function(reader, begin);
+        reader.loose_label = index;
+        reader.loose_begin = begin;
+        reader.may_be_procedure = true;
+        reader.loose_entry.reset();
+    }
+    leads_up(reader);
+}
+
 // set-directive ::= ".set" symbol "," value
 static void read_set(text_reader& reader, std::string_view rest) {
     const std::string_view symbol = take_symbol(rest);
@@ -325,6 +353,10 @@ static void read_set(text_reader& reader, std::string_view rest) {
     if (!symbol.empty() && rest.starts_with(',')) {
         rest.remove_prefix(1);
         skip_blanks(rest);
+        // Where data are reached from one label for many, it is set so.
+        if (rest == "." || rest == ". + 0") {
+            return add_label(reader, symbol);
+        }
         reader.assembly.aliases.push_back({symbol, rest});
     }
 }
@@ -458,31 +490,6 @@ static void read_mark(text_reader& reader, std::string_view comment) {
         all.push_back({reader.inline_at, reader.next_line_at});
         reader.inline_at = none;
     }
-}
-
-static void add_label(text_reader& reader, std::string_view symbol) {
-    assembly_file& assembly = reader.assembly;
-    const std::uint32_t at = reader.track.current();
-    const auto index = static_cast<std::uint32_t>(assembly.labels.size());
-    assembly.labels.push_back({static_cast<std::uint32_t>(symbol.data() - reader.text.data()),
-                               static_cast<std::uint32_t>(symbol.size()), at,
-                               assembly.sections[at].instruction_count});
-    const std::uint32_t begin = reader.preamble.value_or(reader.line_at);
-    reader.preamble.reset();
-    const bool is_mark = is_local(symbol);
-    if ((!is_mark || reader.has_local_function) && reader.function_symbols.contains(symbol)) {
-        begin_function(reader, index, begin);
-        return;
-    }
-    const bool is_open = reader.in_function && assembly.functions.back().is_declared;
-    if (!is_mark && !is_open && assembly.sections[at].kind == section_kind::code) {
-        end_function(reader, begin);
-        reader.loose_label = index;
-        reader.loose_begin = begin;
-        reader.may_be_procedure = true;
-        reader.loose_entry.reset();
-    }
-    leads_up(reader);
 }
 
 // The symbol at the front of a statement, in quotes or not; `rest` is left behind it.

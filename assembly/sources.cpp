@@ -19,7 +19,7 @@ static bool is_absolute(std::string_view name) {
     return name.starts_with('/');
 }
 
-static std::string join(std::string_view directory, std::string_view name) {
+std::string join(std::string_view directory, std::string_view name) {
     while (name.starts_with("./")) {
         name.remove_prefix(2);
     }

@@ -29,6 +29,9 @@ struct source_access {
 // The file system's source files: regular ones of at most 256 MB.
 source_access system_sources();
 
+// A name in a directory; an absolute name stays as it is, and no directory adds nothing.
+std::string join(std::string_view directory, std::string_view name);
+
 struct found_source {
     std::string name;               // to reach it by
     std::optional<text_file> file;  // nothing when it cannot be read

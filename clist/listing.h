@@ -4,10 +4,13 @@
 
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
+
+#include "assembly/sources.h"
+#include "clist/output.h"
 
 namespace clist {
 
@@ -35,8 +38,8 @@ struct listing_options {
     std::vector<std::string> functions;  // globs and decimal numbers, as given
     std::vector<line_range> lines;
     unsigned context = 0;
-    std::vector<std::pair<std::string, std::string>> source_map;  // OLD=NEW rules
-    std::vector<std::string> system_directories;                  // -isystem of the compile
+    assembly::prefix_map source_map;              // OLD=NEW rules
+    std::vector<std::string> system_directories;  // -isystem of the compile
 };
 
 // One assembly text. `text` outlives the call; all but it and the name may be empty.
@@ -48,5 +51,11 @@ struct listing_input {
     std::int64_t modified = 0;         // ns since the epoch of the file at hand; 0: just compiled
     std::vector<std::string> command;  // compiler and arguments; empty for assembly at hand
 };
+
+// Writes one listing of all inputs; numbers of functions run through all of them. Returns
+// 0, or 1 after an error, which it has said. That the output fails it leaves to the caller
+// to tell, by `out.flush()`.
+int write_listing(std::span<const listing_input> inputs, const listing_options& options,
+                  output& out);
 
 }  // namespace clist

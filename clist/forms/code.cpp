@@ -1,0 +1,101 @@
+// The listing in the code's own order without what is not code: directives, debugging data,
+// labels that nothing refers to. The data that code refers to stand behind their function.
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "clist/forms/comments.h"
+#include "clist/forms/forms.h"
+#include "clist/forms/machine.h"
+#include "clist/function_lines.h"
+#include "clist/references.h"
+
+namespace clist {
+
+namespace {
+
+// What is at hand for the functions of one model.
+struct model_writer {
+    const annotation& model;
+    const form_input& from;
+    std::size_t index;
+    references used;
+    comment_lines comments;
+    std::vector<function_line> lines = {};
+    std::string text = {};
+
+    model_writer(const form_input& input, std::size_t at)
+        : model(input.models[at]),
+          from(input),
+          index(at),
+          used(model),
+          comments(model, input.options) {}
+};
+
+}  // namespace
+
+static void write_line(model_writer& writer, const function_line& line, output& to) {
+    const bool is_painted = line.kind == line_kind::label && writer.from.options.color;
+    writer.text = is_painted ? color_code(color::label) : "";
+    append_line(writer.model, line, writer.text);
+    writer.text += is_painted ? color_code(color::plain) : "";
+    writer.text += '\n';
+    to.put(writer.text);
+}
+
+// Labels wait for a line behind them that is shown; a function's own is always.
+static void write_code_lines(model_writer& writer, std::uint32_t own_label, output& to) {
+    std::vector<function_line> waiting;
+    const bool is_all = writer.from.shown.lines.empty();
+    for (const function_line& line : writer.lines) {
+        const bool is_code = line.kind == line_kind::code;
+        if (line.kind == line_kind::label && line.index != own_label && !is_all) {
+            waiting.push_back(line);
+            continue;
+        }
+        if (is_code && !writer.from.shown.has_line(writer.index, line.index)) {
+            waiting.clear();
+            continue;
+        }
+        for (const function_line& label : waiting) {
+            write_line(writer, label, to);
+        }
+        waiting.clear();
+        if (is_code) {
+            to.put(writer.comments.lines_before(line.index));
+        }
+        write_line(writer, line, to);
+    }
+}
+
+static void write_function(model_writer& writer, const selected_function& chosen, output& to) {
+    const assembly::function_code& function = writer.model.code().functions[chosen.function];
+    read_function_lines(writer.model, writer.used, function, writer.lines);
+    writer.comments.begin();
+    write_code_lines(writer, function.label, to);
+    if (writer.from.options.mca) {
+        to.put(machine_analysis(writer.model, writer.lines));
+    }
+    take_data_lines(writer.model, writer.used, chosen.function, writer.lines);
+    for (const function_line& line : writer.lines) {
+        write_line(writer, line, to);
+    }
+}
+
+bool write_code(const form_input& from, output& to) {
+    std::optional<model_writer> writer;
+    bool is_first = true;
+    for (const selected_function& it : from.shown.functions) {
+        if (!writer || writer->index != it.model) {
+            writer.emplace(from, it.model);
+        }
+        if (!is_first) {
+            to.put('\n');
+        }
+        is_first = false;
+        write_function(*writer, it, to);
+    }
+    return true;
+}
+
+}  // namespace clist

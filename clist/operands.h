@@ -1,0 +1,61 @@
+// The symbols that assembly lines refer to.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+#include "assembly/label_index.h"
+#include "assembly/operand.h"
+
+namespace clist {
+
+// The line at an offset, without its end.
+inline std::string_view line_at(std::string_view text, std::size_t at) {
+    const std::string_view rest = text.substr(at);
+    return rest.substr(0, rest.find('\n'));
+}
+
+// What stands behind the first word of a line of code.
+inline std::string_view operands_of(std::string_view line) {
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    line.remove_prefix(std::min(line.find_first_of(" \t"), line.size()));
+    return line;
+}
+
+// Calls `visit` with each label that a stretch of assembly names.
+void for_each_label(const assembly::label_index& labels, std::string_view text, const auto& visit) {
+    const auto look_up = [&](std::string_view name) {
+        const assembly::label* found = name.empty() ? nullptr : labels.find(name);
+        if (found != nullptr) {
+            visit(*found);
+        }
+        return found != nullptr;
+    };
+    std::size_t at = 0;
+    while (at < text.size()) {
+        if (text[at] == '"') {
+            const std::size_t end = std::min(text.find('"', at + 1), text.size());
+            look_up(text.substr(at + 1, end - at - 1));
+            at = end + 1;
+            continue;
+        }
+        std::size_t end = at;
+        while (end < text.size() && assembly::is_symbol_character(text[end])) {
+            ++end;
+        }
+        const bool is_register = at != 0 && text[at - 1] == '%';
+        if (end != at && !is_register && !assembly::is_digit(text[at])) {
+            std::string_view name = text.substr(at, end - at);
+            if (!look_up(name)) {
+                // "$f" is the address of f for some, "f@PLT" a way to reach it.
+                name = name.substr(0, name.find('@'));
+                name.remove_prefix(name.starts_with('$') ? 1 : 0);
+                look_up(name);
+            }
+        }
+        at = end + 1;
+    }
+}
+
+}  // namespace clist

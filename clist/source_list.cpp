@@ -1,0 +1,129 @@
+// Names, finds and reads the source files of a listing.
+#include "clist/source_list.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <utility>
+
+#include "assembly/operand.h"
+#include "clist/messages.h"
+
+namespace clist {
+
+// Where systems keep their headers and libraries, compilers theirs among them.
+static constexpr std::array<std::string_view, 9> system_prefixes = {
+    "/usr/",       "/opt/",     "/Library/",  "/Applications/",   "/nix/store/",
+    "/gnu/store/", "/lib/gcc/", "C:/msys64/", "C:/Program Files",
+};
+// A part of the path of a compiler's own headers wherever it is installed.
+static constexpr std::array<std::string_view, 3> system_parts = {"/lib/gcc/", "/lib/gcc-cross/",
+                                                                 "/lib/clang/"};
+
+static bool is_inside(std::string_view path, std::string_view directory) {
+    while (directory.ends_with('/')) {
+        directory.remove_suffix(1);
+    }
+    return !directory.empty() && path.starts_with(directory) &&
+           (path.size() == directory.size() || path[directory.size()] == '/');
+}
+
+source_list::source_list(const listing_options& options, assembly::source_access access)
+    : options_(options), access_(std::move(access)) {}
+
+bool source_list::is_own(const std::string& path, std::string_view directory) const {
+    const std::vector<std::string>& given = options_.system_directories;
+    if (std::any_of(given.begin(), given.end(), [&](const std::string& it) {
+            return is_inside(path, it) || is_inside(path, assembly::join(directory, it));
+        })) {
+        return false;
+    }
+    if (is_inside(path, directory)) {
+        return true;
+    }
+    const auto begins = [&path](std::string_view it) { return path.starts_with(it); };
+    const auto holds = [&path](std::string_view it) { return path.find(it) != std::string::npos; };
+    return !path.starts_with('<') &&
+           std::none_of(system_prefixes.begin(), system_prefixes.end(), begins) &&
+           std::none_of(system_parts.begin(), system_parts.end(), holds);
+}
+
+// Control characters would end the comment that the name stands in, and with a digit ahead
+// "# 12" would be a line marker.
+static std::string printable(std::string name) {
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
+    const std::size_t first = name.find_first_not_of(' ');
+    return first != std::string::npos && assembly::is_digit(name[first]) ? "./" + name : name;
+}
+
+static std::string last_part(const std::string& name) {
+    return name.substr(name.find_last_of('/') + 1);
+}
+
+std::uint32_t source_list::add(const assembly::assembly_file& assembly,
+                               const assembly::file_entry& entry, std::int64_t modified) {
+    const std::string& directory = assembly.compilation_directory;
+    const std::string written = assembly::join(entry.directory, entry.name);
+    std::string path = assembly::join(directory, written);
+    const auto [it, is_new] = by_path_.try_emplace(path, size());
+    if (is_new) {
+        source_file& file = files_.emplace_back();
+        file.recorded = entry.directory == directory ? entry.name : written;
+        file.is_own = is_own(path, directory);
+        file.path = std::move(path);
+        file.assembly = &assembly;
+        file.entry = &entry;
+        file.modified = modified;
+    }
+    return it->second;
+}
+
+void source_list::choose_shown_names() {
+    std::unordered_map<std::string, int> counts;
+    for (const source_file& it : files_) {
+        counts[last_part(it.recorded)] += it.is_used ? 1 : 0;
+    }
+    for (source_file& it : files_) {
+        const std::string last = last_part(it.recorded);
+        it.shown = printable(counts[last] <= 1 && !last.empty() ? last : it.recorded);
+    }
+}
+
+std::string_view source_list::text(std::uint32_t index) {
+    source_file& file = files_[index];
+    if (!file.is_looked_for) {
+        file.is_looked_for = true;
+        file.found = assembly::find_source(*file.assembly, *file.entry, options_.source_map,
+                                           access_, file.modified);
+        const bool is_missing = !file.found.file && !file.recorded.starts_with('<');
+        if (options_.warnings && !file.found.doubt.empty()) {
+            say(file.recorded + ": " + file.found.doubt);
+        } else if (options_.warnings && is_missing) {
+            say(file.recorded + ": there is no such file, so its lines stay empty");
+        }
+        file.line_starts.push_back(0);
+    }
+    return file.found.file ? file.found.file->text() : std::string_view();
+}
+
+std::string_view source_list::line(std::uint32_t index, std::uint32_t number) {
+    const std::string_view all = text(index);
+    std::vector<std::uint32_t>& starts = files_[index].line_starts;
+    while (starts.size() <= number && starts.back() < all.size()) {
+        const std::size_t begin = starts.back();
+        const void* end = std::memchr(all.data() + begin, '\n', all.size() - begin);
+        starts.push_back(static_cast<std::uint32_t>(
+            end == nullptr ? all.size() : static_cast<const char*>(end) - all.data() + 1));
+    }
+    if (number == 0 || starts.size() <= number) {
+        return {};
+    }
+    std::string_view line = all.substr(starts[number - 1], starts[number] - starts[number - 1]);
+    while (line.ends_with('\n') || line.ends_with('\r')) {
+        line.remove_suffix(1);
+    }
+    return line;
+}
+
+}  // namespace clist
