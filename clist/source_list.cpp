@@ -113,8 +113,11 @@ std::string_view source_list::line(std::uint32_t index, std::uint32_t number) {
     while (starts.size() <= number && starts.back() < all.size()) {
         const std::size_t begin = starts.back();
         const void* end = std::memchr(all.data() + begin, '\n', all.size() - begin);
-        starts.push_back(static_cast<std::uint32_t>(
-            end == nullptr ? all.size() : static_cast<const char*>(end) - all.data() + 1));
+        const std::size_t next =
+            end == nullptr
+                ? all.size()
+                : static_cast<std::size_t>(static_cast<const char*>(end) - all.data()) + 1;
+        starts.push_back(static_cast<std::uint32_t>(next));
     }
     if (number == 0 || starts.size() <= number) {
         return {};
