@@ -2,9 +2,14 @@
 // thing each. The rate is that of the assembly read.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "interlist/command_line.h"
 #include "interlist/listing.h"
@@ -16,27 +21,49 @@ namespace {
 constexpr int functions = 400;
 constexpr int function_lines = 50;
 
+enum class order { as_in_the_source, reverse, random };
+
 struct Shape {
-    bool reverse = false;         // functions in reverse order of the C file
+    order functions_in = order::as_in_the_source;
+    bool two_sources = false;     // functions of two C files in turn
+    bool long_line = false;       // a long C line is listed before each function
     bool behind = false;          // every other position lies behind
     bool ends = true;             // functions have their .iendfunc
     const char* line_end = "\n";  // of the assembly
 };
 
+// The first line is longer than a listed one may be.
 std::string source() {
-    std::string text;
+    std::string text = std::string(20000, 'x') + "\n";
     for (int i = 0; i < functions * function_lines; ++i) {
         text += "\tline_of_source(\"about as long as code is\");\n";
     }
     return text;
 }
 
-std::string assembly(const Shape& shape, const std::string& c_name) {
+std::vector<int> order_of_functions(const Shape& shape) {
+    std::vector<int> numbers(functions);
+    std::iota(numbers.begin(), numbers.end(), 0);
+    if (shape.functions_in == order::reverse) {
+        std::reverse(numbers.begin(), numbers.end());
+    } else if (shape.functions_in == order::random) {
+        std::shuffle(numbers.begin(), numbers.end(), std::mt19937(1));
+    }
+    return numbers;
+}
+
+std::string assembly(const Shape& shape, const std::array<std::string, 2>& c_names) {
     std::string text;
     const auto line = [&](const std::string& what) { text.append(what).append(shape.line_end); };
-    line("\t.ifile\t\"" + c_name + '"');
-    for (int i = 0; i < functions; ++i) {
-        const int first = function_lines * (shape.reverse ? functions - 1 - i : i) + 1;
+    bool other = false;
+    for (const int i : order_of_functions(shape)) {
+        other = !other && shape.two_sources;
+        line("\t.ifile\t\"" + c_names[other ? 1 : 0] + '"');
+        if (shape.long_line) {
+            line("\t.ifunc\t1");
+            line("\t.iendfunc\t2");
+        }
+        const int first = function_lines * i + 3;
         line("\t.ifunc\t" + std::to_string(first));
         for (int j = 1; j < function_lines; j += 4) {
             line("\t.iline\t" + std::to_string(j));
@@ -56,10 +83,13 @@ std::string assembly(const Shape& shape, const std::string& c_name) {
 
 void list(benchmark::State& state, const Shape& shape) {
     const auto folder = std::filesystem::temp_directory_path();
-    const std::string c_name = folder / "interlist-bench.c";
+    const std::array<std::string, 2> c_names{folder / "interlist-bench-1.c",
+                                             folder / "interlist-bench-2.c"};
     std::string assembly_name = folder / "interlist-bench.asm";
-    const std::string text = assembly(shape, c_name);
-    std::ofstream(c_name, std::ios::binary) << source();
+    const std::string text = assembly(shape, c_names);
+    for (const std::string& name : c_names) {
+        std::ofstream(name, std::ios::binary) << source();
+    }
     std::ofstream(assembly_name, std::ios::binary) << text;
     char listing_name[] = "/dev/null";
     char program_name[] = "interlist";
@@ -78,7 +108,12 @@ void list(benchmark::State& state, const Shape& shape) {
 }  // namespace
 
 BENCHMARK_CAPTURE(list, source_order, Shape{});
-BENCHMARK_CAPTURE(list, reverse_order, Shape{.reverse = true});
+BENCHMARK_CAPTURE(list, reverse_order, Shape{.functions_in = order::reverse});
+BENCHMARK_CAPTURE(list, random_order, Shape{.functions_in = order::random});
+BENCHMARK_CAPTURE(list, two_sources_in_turn, Shape{.two_sources = true});
+BENCHMARK_CAPTURE(list, two_sources_in_random_order,
+                  Shape{.functions_in = order::random, .two_sources = true});
+BENCHMARK_CAPTURE(list, a_long_line_each_time, Shape{.long_line = true});
 BENCHMARK_CAPTURE(list, positions_behind, Shape{.behind = true});
 BENCHMARK_CAPTURE(list, functions_without_end, Shape{.ends = false});
 BENCHMARK_CAPTURE(list, carriage_returns, Shape{.line_end = "\r\n"});

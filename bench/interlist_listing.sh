@@ -2,7 +2,7 @@
 # Measures the interlister on a large real program, as ratios against two peers
 # in the same run: cat copying the same assembly file, and objdump -dS, the
 # platform's own way to see C among the instructions, on the same object. Then
-# on made-up functions in source order and in reverse order.
+# on made-up functions, whose order and files make reading them hard.
 #
 #   bench/interlist_listing.sh [BUILD]     BUILD is build/bench if not given
 #
@@ -56,24 +56,53 @@ printf 'interlist : cat          %s\n' "$(ratio "$listing" "$copy")"
 printf 'interlist : cat | cat    %s\n' "$(ratio "$listing" "$through")"
 printf 'objdump -dS : interlist  %s\n' "$(ratio "$disassembly" "$listing")"
 
-# 5,000 functions of 50 lines.
+# 5,000 functions of 50 lines of one C file, or half of them each of two, or of one whose
+# first line is longer than the buffers and is listed again before every function, 16,376
+# characters of it, beside as many characters in short lines.
 awk 'BEGIN { for (i = 1; i <= 250000; ++i) print "    line_of_source(" i ", \"about as long as code is\");" }' >made.c
+cp made.c other.c
+{ head -c 20000 /dev/zero | tr '\0' x; echo; tail -n +2 made.c; } >long.c
+# made WHAT FILE...: the functions whose numbers are read, of the files in turn.
 made() {
-  printf '\t.ifile\t"made.c"\n'
-  seq "$@" | awk '{
-    first = 50 * $1 + 1
-    print "\t.ifunc\t" first
-    for (j = 1; j < 50; j += 4) {
-      print "\t.iline\t" j
-      for (k = 0; k < 8; ++k) print "\tmovl\t%eax, %ebx"
+  awk -v what="$1" -v files="${*:2}" '
+    function listed(first, lines, j, k) {
+      print "\t.ifunc\t" first
+      for (j = 1; j < lines; j += 4) {
+        print "\t.iline\t" j
+        for (k = 0; k < 8; ++k) print "\tmovl\t%eax, %ebx"
+      }
+      print "\t.iendfunc\t" first + lines
     }
-    print "\t.iendfunc\t" first + 50
-  }'
+    BEGIN { count = split(files, names, " ") }
+    {
+      print "\t.ifile\t\"" names[NR % count + 1] "\""
+      if (what == "after_a_long_line") print "\t.ifunc\t1\n\t.iendfunc\t2"
+      if (what == "after_short_lines") print "\t.ifunc\t1\n\t.iendfunc\t232"
+      listed(50 * $1 + 3, 50)
+    }'
 }
-made 0 4999 >forward.asm
-made 4999 -1 0 >reverse.asm
-forward=$(best "$runs" interlist forward.asm forward.cl)
-reverse=$(best "$runs" interlist reverse.asm reverse.cl)
-show '5,000 functions in source order' "$forward"
-show '5,000 functions in reverse order' "$reverse"
-printf 'reverse : source order   %s\n' "$(ratio "$reverse" "$forward")"
+random() { shuf --random-source=<(yes) -i 0-4998; }
+seq 0 4998 | made plain made.c >plain.asm
+seq 4998 -1 0 | made plain made.c >reverse.asm
+random | made plain made.c >random.asm
+seq 0 4998 | made plain made.c other.c >alternating.asm
+random | made plain made.c other.c >alternating_random.asm
+seq 0 4998 | made after_short_lines made.c >short_lines.asm
+seq 0 4998 | made after_a_long_line long.c >long_line.asm
+
+plain=$(best "$runs" interlist plain.asm made.cl)
+show '5,000 functions in the order of their C file' "$plain"
+# compare TEXT ASSEMBLY: beside the plain order.
+compare() {
+  local took
+  took=$(best "$runs" interlist "$2.asm" made.cl)
+  show "$1" "$took"
+  printf '%-44s %9s times the plain order\n' '' "$(ratio "$took" "$plain")"
+}
+compare 'in reverse order' reverse
+compare 'in random order' random
+compare 'of two files in turn' alternating
+compare 'of two files in turn, in random order' alternating_random
+plain=$(best "$runs" interlist short_lines.asm made.cl)
+show 'in order, after 231 lines each time' "$plain"
+compare 'after a line of 20,000 characters' long_line

@@ -2,15 +2,21 @@
 #include "interlist/input.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <tuple>
+#include <utility>
 
 // Little is read at first, and after a jump: it often serves one short function.
-constexpr std::size_t first_read = 4096;
+constexpr std::size_t first_read = 8192;
+
+// How far the search for odd bytes goes beyond what was asked for.
+constexpr std::size_t search_ahead = 4096;
 
 static std::size_t less_or_zero(std::size_t value, std::size_t by) {
     return value - std::min(value, by);
@@ -29,11 +35,13 @@ static void shift_window(input_stream& input, std::size_t count) {
 
 // Anything but a regular file is read line by line: a reader of a pipe must
 // not wait for more than the line it needs.
-static std::size_t read_one_line(FILE* file, char* to, std::size_t room) {
+static std::size_t read_one_line(input_stream& input, char* to, std::size_t room) {
     std::size_t count = 0;
     while (count < room) {
-        const int byte = std::getc(file);
+        const int byte = std::getc(input.file);
         if (byte == EOF) {
+            input.read_failed = std::ferror(input.file) != 0;
+            std::clearerr(input.file);
             break;
         }
         to[count++] = static_cast<char>(byte);
@@ -42,6 +50,23 @@ static std::size_t read_one_line(FILE* file, char* to, std::size_t room) {
         }
     }
     return count;
+}
+
+// A regular file is read from where the window ends, wherever its stream stands, so that
+// going to another place takes no call.
+static std::size_t read_block(input_stream& input, char* to, std::size_t wanted) {
+    std::size_t got = 0;
+    while (got < wanted) {
+        const long from = input.base + static_cast<long>(input.end + got);
+        const ssize_t more = pread(input.descriptor, to + got, wanted - got, from);
+        if (more > 0) {
+            got += static_cast<std::size_t>(more);
+        } else if (more == 0 || errno != EINTR) {
+            input.read_failed = more < 0;
+            break;
+        }
+    }
+    return got;
 }
 
 // Reads more behind the window's end and makes room for it first, at the cost
@@ -61,22 +86,20 @@ static bool refill(input_stream& input) {
     std::size_t got = 0;
     if (input.whole_blocks) {
         const std::size_t wanted = std::min(room, input.read_size);
-        got = std::fread(to, 1, wanted, input.file);
+        got = read_block(input, to, wanted);
         input.exhausted = got < wanted;
         input.read_size = std::min(input.size, input.read_size * 2);
     } else {
-        got = read_one_line(input.file, to, room);
+        got = read_one_line(input, to, room);
         input.exhausted = got < room && (got == 0 || to[got - 1] != '\n');
     }
     input.end += got;
     return got > 0;
 }
 
-// The error indicator moves from the stream to the input, so that a later end
-// of the file is told apart from this error.
+// An error is met once; what is met behind it is the end of the file.
 static void meet_end(input_stream& input) {
-    if (std::ferror(input.file) != 0) {
-        std::clearerr(input.file);
+    if (std::exchange(input.read_failed, false)) {
         input.failed = true;
     } else {
         input.at_end = true;
@@ -100,18 +123,14 @@ void attach_input(input_stream& input, FILE* file) {
         return;
     }
     input.descriptor = fileno(file);
-    struct stat status {};
-    input.whole_blocks = fstat(input.descriptor, &status) == 0 && S_ISREG(status.st_mode);
-    if (input.whole_blocks) {
-        // The window is the buffer.
-        std::setvbuf(file, nullptr, _IONBF, 0);
-    }
+    input.whole_blocks =
+        fstat(input.descriptor, &input.status) == 0 && S_ISREG(input.status.st_mode);
 }
 
 bool seek_input(input_stream& input, long position) {
     if (position >= input.base && position <= input.base + static_cast<long>(input.end)) {
         input.at = static_cast<std::size_t>(position - input.base);
-    } else if (std::fseek(input.file, position, SEEK_SET) == 0) {
+    } else if (input.whole_blocks || std::fseek(input.file, position, SEEK_SET) == 0) {
         input.at = input.end = input.plain_from = input.plain_to = 0;
         input.base = position;
         input.held = nothing_held;
@@ -235,7 +254,7 @@ static bool is_plain(input_stream& input, std::size_t from, std::size_t to) {
     }
     if (to > input.plain_to) {
         // Farther than asked for, but not over a whole window that may be left.
-        const std::size_t until = std::min(input.end, std::max(to, input.plain_to + first_read));
+        const std::size_t until = std::min(input.end, std::max(to, input.plain_to + search_ahead));
         input.plain_to = find_special(input.window, input.plain_to, until);
     }
     return to <= input.plain_to;
@@ -244,7 +263,8 @@ static bool is_plain(input_stream& input, std::size_t from, std::size_t to) {
 bool next_plain_line(input_stream& input, std::size_t limit, std::string_view& line) {
     const std::size_t length = line_length(input, limit);
     line = {input.window + input.at, length};
-    if (line.empty() || line.back() != '\n' || !is_plain(input, input.at, input.at + length)) {
+    if (line.empty() || (line.back() != '\n' && length < limit) ||
+        !is_plain(input, input.at, input.at + length)) {
         return false;
     }
     input.at += length;

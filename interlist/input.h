@@ -6,6 +6,8 @@
 // file and the C file are read through it.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <array>
 #include <cstddef>
 #include <cstdio>
@@ -17,6 +19,7 @@ constexpr std::size_t nothing_held = std::numeric_limits<std::size_t>::max();
 struct input_stream {
     FILE* file = nullptr;
     int descriptor = -1;     // the file's
+    struct stat status {};   // the file's, when it was attached; all zero if not known
     char* window = nullptr;  // at least twice as large as the longest line asked for
     std::size_t size = 0;
     std::size_t at = 0;   // next byte, as an index into the window
@@ -27,7 +30,8 @@ struct input_stream {
     std::size_t plain_from = 0;  // bytes from here
     std::size_t plain_to = 0;    // up to here are known to be plain
     bool whole_blocks = false;   // a regular file: a read never waits for more
-    bool exhausted = false;      // the file has nothing behind the window
+    bool exhausted = false;      // the file has nothing behind the window,
+    bool read_failed = false;    // or it could not be read
     bool at_end = false;         // the end-of-file indicator: a read met the end
     bool failed = false;         // the error indicator
 };
@@ -58,10 +62,11 @@ inline void put_back_byte(input_stream& input) {
 // read error. The piece may hold NULs and is valid until the next read.
 bool next_piece(input_stream& input, std::size_t limit, std::string_view& piece);
 
-// Takes the next line when it is a plain one: ended by a newline, at most
-// `limit` bytes long, without NUL, carriage return, Ctrl-Z or a byte of value
-// 255. Every way of reading lines agrees on such a line. False, and nothing is
-// taken, when it is not. The line is valid until the next read.
+// Takes the next line, or the first `limit` bytes of a longer one, when it is
+// plain: without NUL, carriage return, Ctrl-Z or a byte of value 255, and not
+// ended by the end of the file. Every way of reading lines agrees on such a
+// line. False, and nothing is taken, when it is not. The line is valid until the
+// next read.
 bool next_plain_line(input_stream& input, std::size_t limit, std::string_view& line);
 
 // What the lines begin with that a caller wants to look at.

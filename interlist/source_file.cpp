@@ -47,7 +47,7 @@ void open_cfile(const char* name) {
     curr_line = 1;
     copy_text(curr_open_file_name, name);
     attach_input(cfile_input, CFILE);
-    turn_to_file(cfile_input.descriptor);
+    turn_to_file(cfile_input.status);
     next_line = 1;
     begun = 0;
 }
@@ -95,32 +95,38 @@ static bool jump_to(const source_position& known, unsigned offset) {
     return true;
 }
 
-// Goes as far towards `line` as positions are known. False when that leads back to
-// where the file cannot go.
-static bool jump_towards(unsigned line) {
-    if (line < curr_line) {
-        return jump_to(known_position(line), 0);
-    }
+// Goes on as far towards `line` as positions are known.
+static void jump_ahead(unsigned line) {
     const unsigned offset = curr_line - next_line;
-    if (begun == 0 && !cfile_input.at_end) {
-        const source_position known = known_position(line - offset);
-        return known.line <= next_line || jump_to(known, offset);
+    const source_position known = known_position(line - offset);
+    if (known.line > next_line) {
+        jump_to(known, offset);
     }
-    return true;
+}
+
+static void pass_line() {
+    std::string_view text;
+    if (cfile_input.failed || !next_plain_line(cfile_input, longest_text, text)) {
+        text = myfgets_text(in_rec, buffer_size, cfile_input);
+    }
+    count_text(text, longest_text);
+    line_is_done();
 }
 
 void go_to_line(unsigned line) {
-    if (line != curr_line && !jump_towards(line)) {
+    if (line < curr_line && !jump_to(known_position(line), 0)) {
         give_up_cfile("Cannot read again");
         return;
     }
-    while (curr_line < line && !cfile_input.at_end) {
-        std::string_view text;
-        if (cfile_input.failed || !next_plain_line(cfile_input, longest_text, text)) {
-            text = myfgets_text(in_rec, buffer_size, cfile_input);
-        }
-        count_text(text, longest_text);
-        line_is_done();
+    const auto is_before = [line] { return curr_line < line && !cfile_input.at_end; };
+    while (begun != 0 && is_before()) {
+        pass_line();
+    }
+    if (is_before()) {
+        jump_ahead(line);
+    }
+    while (is_before()) {
+        pass_line();
     }
     curr_line = std::max(curr_line, line);
 }

@@ -1,8 +1,6 @@
 // One sparse table of line positions for all C files.
 #include "interlist/source_position.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -88,11 +86,10 @@ static source_position known_before(std::size_t place) {
     return {entries.rows[place - 1].line, entries.rows[place - 1].position};
 }
 
-void turn_to_file(int descriptor) {
-    struct stat status {};
+void turn_to_file(const struct stat& status) {
     current_file = no_file;
     next_wanted_position = nothing_wanted;
-    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+    if (!S_ISREG(status.st_mode)) {
         return;
     }
     current = {status.st_dev, status.st_ino, status.st_size, status.st_mtim, status.st_ctim};
@@ -178,5 +175,5 @@ void enter_position(const source_position& at) {
 void forget_positions() {
     files.used = entries.used = 0;
     distance = least_distance;
-    turn_to_file(-1);
+    turn_to_file({});
 }

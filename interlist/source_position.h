@@ -4,13 +4,15 @@
 // that has not changed is opened again: a line costs the same to reach wherever it lies.
 #pragma once
 
+#include <sys/stat.h>
+
 struct source_position {
     unsigned line = 1;  // counted from the beginning, from 1
     long position = 0;  // of its first byte in the file
 };
 
-// Turns to the file behind `descriptor`. Of what is no regular file nothing is kept.
-void turn_to_file(int descriptor);
+// Turns to the file of this status. Of what is no regular file nothing is kept.
+void turn_to_file(const struct stat& status);
 
 // The last position that is known of the file and not behind `line`: that of line 1 if
 // there is none.

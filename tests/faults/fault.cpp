@@ -162,7 +162,6 @@ class code_map {
 // Decides about each call until the program has ended.
 void supervise(int listener, pid_t pid, const fault& what, faulted_run& run) {
     code_map code(pid);
-    int calls = 0;
     for (;;) {
         pollfd wait{listener, POLLIN, 0};
         if (poll(&wait, 1, -1) < 0 || (wait.revents & POLLIN) == 0) {
@@ -177,7 +176,7 @@ void supervise(int listener, pid_t pid, const fault& what, faulted_run& run) {
         answer.flags = SECCOMP_USER_NOTIF_FLAG_CONTINUE;
         if (call.pid == static_cast<unsigned>(pid) &&
             code.is_library_call(call.data.instruction_pointer)) {
-            ++calls;
+            const int calls = ++run.calls;
             if (calls == what.nth) {
                 run.hit = true;
                 run.descriptor = static_cast<int>(call.data.args[0]);

@@ -35,6 +35,7 @@ struct faulted_run {
     Finished finished;
     bool hit = false;     // there were as many calls as that
     int descriptor = -1;  // the first argument of the call that was hit
+    int calls = 0;        // system calls of the kind, in all
 };
 
 // Nothing when this kernel, or a sanitizer, leaves the test no way to do it.

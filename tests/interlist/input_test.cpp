@@ -100,9 +100,14 @@ TEST_F(Input, APieceOfTheLimitDoesNotMeetTheEnd) {
 TEST_F(Input, PlainLinesAreWholeAndWithoutOddBytes) {
     open("ab\nabcd\n");
     EXPECT_EQ(plain_line(4), "ab\n");
+    EXPECT_EQ(plain_line(4), "abcd");
+    EXPECT_EQ(plain_line(4), "\n");
     EXPECT_EQ(plain_line(4), "none");
-    EXPECT_EQ(input_position(input), 3);
+    open("abcd\nabc");
     EXPECT_EQ(plain_line(5), "abcd\n");
+    EXPECT_EQ(plain_line(4), "none");
+    EXPECT_EQ(plain_line(3), "abc");
+    EXPECT_FALSE(input.at_end);
     for (const std::string odd : {"\r", "\x1a", "\xff", "a\r", "x"}) {
         open(odd + (odd == "x" ? "" : "\n"));
         EXPECT_EQ(plain_line(5), "none") << odd;

@@ -22,6 +22,7 @@ struct Flavour {
     int c_lines;           // lines of a C file, at most
     int functions;         // functions of an assembly file, at most
     int function_lines;    // assembly lines of a function, at most
+    int file_changes;      // another C file before one function in so many
     int odd_bytes;         // one character in so many is CR, Ctrl-Z, 255 or NUL; 0: none
     int long_lines;        // one line in so many is about as long as the buffers; 0: none
     bool carriage_return;  // lines end in CR LF
@@ -30,14 +31,16 @@ struct Flavour {
 };
 
 constexpr Flavour flavours[] = {
-    {"plain", 40, 6, 12, 0, 0, false, 65536, 1500},
-    {"line ends", 40, 6, 12, 0, 0, true, 65536, 300},
-    {"odd bytes", 40, 6, 12, 30, 0, false, 65536, 1500},
-    {"long lines", 12, 5, 8, 0, 4, false, 32768, 400},
-    {"long lines with odd bytes", 12, 5, 8, 40, 4, true, 32768, 400},
-    {"large", 12000, 400, 60, 0, 0, false, 32768, 6},
-    {"large with odd bytes", 6000, 200, 60, 2000, 900, false, 65536, 6},
-    {"long functions", 300, 5, 6000, 0, 0, false, 32768, 8},
+    {"plain", 40, 6, 12, 8, 0, 0, false, 65536, 1500},
+    {"line ends", 40, 6, 12, 8, 0, 0, true, 65536, 300},
+    {"odd bytes", 40, 6, 12, 8, 30, 0, false, 65536, 1500},
+    {"long lines", 12, 5, 8, 8, 0, 4, false, 32768, 400},
+    {"long lines with odd bytes", 12, 5, 8, 8, 40, 4, true, 32768, 400},
+    {"large", 12000, 400, 60, 8, 0, 0, false, 32768, 6},
+    {"large with odd bytes", 6000, 200, 60, 8, 2000, 900, false, 65536, 6},
+    {"long functions", 300, 5, 6000, 8, 0, 0, false, 32768, 8},
+    {"other files again and again", 3000, 200, 20, 1, 500, 100, false, 32768, 20},
+    {"other files with long lines", 60, 40, 8, 1, 60, 4, true, 65536, 60},
 };
 
 void PrintTo(const Flavour& flavour, std::ostream* out) {
@@ -150,7 +153,7 @@ std::string random_assembly(Draw& draw, const Flavour& flavour) {
                                                "\t.ifile\t\"none.c\"", "\t.ifile\t\"a.c\" "};
     std::string text = draw.one_in(5) ? "" : "\t.ifile\t\"a.c\"\n";
     for (int n = draw.upto(flavour.functions); n > 0; --n) {
-        if (draw.one_in(8)) {
+        if (draw.one_in(flavour.file_changes)) {
             text += std::string(draw.any(names)) + (flavour.carriage_return ? "\r\n" : "\n");
         }
         text += finished(draw, flavour, "\t.text");

@@ -40,7 +40,7 @@ class CFile : public testing::Test {
 };
 
 using OpenCFile = CFile;
-using SourcePosition = CFile;
+using GoToLine = CFile;
 
 }  // namespace
 
@@ -112,7 +112,7 @@ TEST_F(OpenCFile, ALastFileThatCannotBeClosedEndsTheRun) {
         ExitedWithCode(1), testing::Eq(">> WARNING: Failed to close 'a.c': Input/output error\n"));
 }
 
-TEST_F(SourcePosition, LinesAreReachedInAnyOrder) {
+TEST_F(GoToLine, LinesAreReachedInAnyOrder) {
     std::string text;
     for (int i = 1; i <= 40000; ++i) {
         text.append("line ").append(std::to_string(i)).append("\n");
@@ -128,7 +128,7 @@ TEST_F(SourcePosition, LinesAreReachedInAnyOrder) {
     }
 }
 
-TEST_F(SourcePosition, BehindTheEndOnlyTheCounterMoves) {
+TEST_F(GoToLine, BehindTheEndOnlyTheCounterMoves) {
     open("a\nb\n");
     go_to_line(3);
     EXPECT_FALSE(cfile_input.at_end);
@@ -141,7 +141,7 @@ TEST_F(SourcePosition, BehindTheEndOnlyTheCounterMoves) {
     EXPECT_EQ(lines(), "b\n|");
 }
 
-TEST_F(SourcePosition, TheLineBeforeTheFirstIsTheFirst) {
+TEST_F(GoToLine, TheLineBeforeTheFirstIsTheFirst) {
     open("a\nb\n");
     go_to_line(2);
     go_to_line(0);
@@ -149,7 +149,7 @@ TEST_F(SourcePosition, TheLineBeforeTheFirstIsTheFirst) {
     EXPECT_EQ(lines(), "a\n|b\n|");
 }
 
-TEST_F(SourcePosition, OddLineEndsCountAsReadingDoes) {
+TEST_F(GoToLine, OddLineEndsCountAsReadingDoes) {
     open(
         "a\xff"
         "b\r\nc\x1a\rd\n\re");
@@ -160,4 +160,92 @@ TEST_F(SourcePosition, OddLineEndsCountAsReadingDoes) {
         EXPECT_STREQ(in_rec, texts[line - 1]) << line;
         line_is_done();
     }
+}
+
+// Where a line is that was listed in more pieces than the full buffer makes of it.
+TEST_F(GoToLine, LinesBehindALongOneThatWasListedAreCountedFromIt) {
+    for (const std::size_t length : {16374U, 16375U, 16376U, 16381U, 16382U, 16383U, 16384U, 16390U,
+                                     32751U, 32752U, 32765U, 32766U, 32767U, 49140U, 100000U}) {
+        std::string text = "1\n" + std::string(length, 'x') + "\n";
+        for (int i = 1; i <= 3000; ++i) {
+            text.append("behind ").append(std::to_string(i)).append("\n");
+        }
+        open(text);
+        // All of it is passed once, so that positions are known.
+        go_to_line(2900);
+        go_to_line(2);
+        const unsigned listed = static_cast<unsigned>(length / 16376) + 1;
+        for (unsigned piece = 0; piece < listed; ++piece) {
+            read_source_line(16377);
+            line_is_done();
+        }
+        EXPECT_EQ(curr_line, 2 + listed);
+        for (const unsigned behind : {1U, 2U, 1000U, 2000U}) {
+            go_to_line(2 + listed + behind - 1);
+            read_source_line(16377);
+            EXPECT_EQ(in_rec, "behind " + std::to_string(behind) + "\n") << length;
+            line_is_done();
+        }
+        // From the beginning they count as the full buffer holds them.
+        const unsigned counted = static_cast<unsigned>(length / 16383) + 1;
+        go_to_line(2);
+        go_to_line(2 + counted + 1500 - 1);
+        read_source_line(16377);
+        EXPECT_STREQ(in_rec, "behind 1500\n") << length;
+    }
+}
+
+TEST_F(GoToLine, ALongLineThatWasBegunIsReadToItsEnd) {
+    open("1\n" + std::string(50000, 'x') + "\n3\n4\n");
+    go_to_line(4000000000U);  // positions are known, inside the long line as well
+    go_to_line(2);
+    read_source_line(16377);
+    line_is_done();
+    // From the 16377th byte on: 16383, 16383 and the last 859 with the newline.
+    go_to_line(6);
+    read_source_line(16377);
+    EXPECT_STREQ(in_rec, "3\n");
+}
+
+TEST_F(GoToLine, AByteOf255BehindAFullBufferEndsAnEmptyLine) {
+    open(std::string(16383, 'x') + "\xff" + "2\n" + std::string(16376, 'y') + "\xff" + "4\n");
+    for (const unsigned line : {3U, 1U, 6U, 4U, 3U}) {
+        go_to_line(line);
+    }
+    read_source_line(16377);  // line 3, "2"
+    EXPECT_STREQ(in_rec, "2\n");
+    line_is_done();
+    read_source_line(16377);  // the y, and nothing behind them
+    line_is_done();
+    read_source_line(16377);
+    EXPECT_STREQ(in_rec, "");
+    line_is_done();
+    EXPECT_EQ(curr_line, 6U);
+    go_to_line(6);
+    read_source_line(16377);
+    EXPECT_STREQ(in_rec, "4\n");
+}
+
+TEST_F(GoToLine, PositionsAreKnownWhenAFileComesBack) {
+    std::string text;
+    for (int i = 1; i <= 40000; ++i) {
+        text.append("line ").append(std::to_string(i)).append("\n");
+    }
+    open(text);
+    const std::string other = folder.write("y.c", "other\n");
+    for (const unsigned line : {30000U, 20000U, 40000U, 1U}) {
+        open_cfile((folder / "x.c").c_str());
+        EXPECT_EQ(curr_line, 1U);
+        go_to_line(line);
+        read_source_line(100);
+        EXPECT_EQ(in_rec, "line " + std::to_string(line) + "\n");
+        open_cfile(other.c_str());
+        read_source_line(100);
+        EXPECT_STREQ(in_rec, "other\n");
+    }
+    folder.write("x.c", "new\n" + text);
+    open_cfile((folder / "x.c").c_str());
+    go_to_line(30000);
+    read_source_line(100);
+    EXPECT_STREQ(in_rec, "line 29999\n");
 }

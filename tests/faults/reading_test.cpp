@@ -1,0 +1,95 @@
+// How often the interlister reads: with its input and its output, whatever the order of
+// functions and files and however long a line is.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <random>
+
+#include "tests/faults/fault.h"
+
+namespace {
+
+constexpr int functions = 600;
+constexpr int function_lines = 20;
+
+std::string source(const std::string& first) {
+    std::string text = first;
+    for (int i = 0; i < functions * function_lines; ++i) {
+        text += "    line_of_source(about as long, as code, is);  // and its comment\n";
+    }
+    return text;
+}
+
+// Functions in this order, each in the file of the turn.
+std::string assembly(const std::vector<int>& order, const std::vector<std::string>& names,
+                     int first_line) {
+    std::string text;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const int first = first_line + order[i] * function_lines;
+        text += "\t.ifile\t\"" + names[i % names.size()] + "\"\n\t.ifunc\t" +
+                std::to_string(first) + "\n\tnop\n\t.iendfunc\t" +
+                std::to_string(first + function_lines) + "\n";
+    }
+    return text;
+}
+
+class Reading : public testing::Test {
+  protected:
+    Reading() : plain(functions), random(functions) {
+        std::iota(plain.begin(), plain.end(), 0);
+        random = plain;
+        std::shuffle(random.begin(), random.end(), std::mt19937(1));
+    }
+
+    // Read calls of a run, or 0 where they cannot be counted.
+    int calls(const std::string& text) {
+        folder.write("p.asm", text);
+        RunOptions options;
+        options.directory = folder.path();
+        for (const call_kind& kind : call_kinds()) {
+            if (kind.name == std::string("read")) {
+                const std::optional<faulted_run> run =
+                    run_with_fault({INTERLIST, "p.asm"}, options,
+                                   {.calls = &kind, .nth = std::numeric_limits<int>::max()});
+                EXPECT_TRUE(!run || run->finished.status == 0);
+                return run ? run->calls : 0;
+            }
+        }
+        return 0;
+    }
+
+    ScratchFolder folder;
+    std::vector<int> plain;
+    std::vector<int> random;
+};
+
+}  // namespace
+
+TEST_F(Reading, GrowsWithInputAndOutputOnly) {
+    folder.write("a.c", source(""));
+    folder.write("b.c", source(""));
+    const int most = calls(assembly(plain, {"a.c"}, 1));
+    if (most == 0) {
+        GTEST_SKIP() << "not possible on this system";
+    }
+    EXPECT_LT(most, functions);
+    // A function costs a read of its own where another one lies between, or two.
+    EXPECT_LT(calls(assembly(random, {"a.c"}, 1)), 3 * functions);
+    EXPECT_LT(calls(assembly(plain, {"a.c", "b.c"}, 1)), 3 * functions);
+    EXPECT_LT(calls(assembly(random, {"a.c", "b.c"}, 1)), 3 * functions);
+    // The first line, longer than a listed one may be, comes again before each function:
+    // its first piece alone, or with all that follows in its function.
+    folder.write("a.c", source(std::string(16380, 'x') + "\n"));
+    std::string again;
+    for (const int each : random) {
+        again += "\t.ifunc\t1\n\t.iendfunc\t2\n" + assembly({each}, {"a.c"}, 1);
+    }
+    EXPECT_LT(calls(again), 6 * functions);
+    std::vector<int> order;
+    for (const int each : random) {
+        order.insert(order.end(), {0, each});
+    }
+    EXPECT_LT(calls(assembly(order, {"a.c"}, 1)), 6 * functions);
+}
