@@ -13,7 +13,8 @@
 
 #include "tests/harness/program.h"
 
-// System calls that fail alike, under one name, and how they fail.
+// System calls that fail alike, under one name, and how they fail. Without an error they
+// do not fail, but do half of what they were asked for.
 struct call_kind {
     const char* name;
     std::vector<long> numbers;

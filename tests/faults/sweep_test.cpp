@@ -66,6 +66,10 @@ void expect_promise(const scenario& each, const fault& what, int descriptor, con
     EXPECT_EQ(now.finished.signal, 0) << (now.finished.signal == SIGALRM ? "it hangs" : "it dies");
     const bool same = now.finished.status == whole.finished.status &&
                       now.finished.out == whole.finished.out && now.files == whole.files;
+    if (what.calls != nullptr && what.calls->error == 0) {
+        EXPECT_TRUE(same) << "a call that does half of the work changes the outcome\n"
+                          << now.finished.err;
+    }
     if (now.finished.status == 0 && !same) {
         EXPECT_TRUE(program.excused && program.excused(each, what, whole, now))
             << "status 0 without the whole output\nstandard output: " << now.finished.out
