@@ -342,3 +342,44 @@ test("in a project the heat counts all units, and places go on in the next one",
         },
         { hash: "#clamp.h:4" },
     ));
+
+test("a call site that nobody knows is said to be unknown; the others still lead on", () => {
+    const unit = structuredClone(sum);
+    unit.functions[1].rows.push([
+        "\tint3",
+        ["clamp", "/src/demo/include/clamp.h", 4],
+        ["lost", "", 0],
+        ["scale", "/src/demo/sum.c", 5],
+    ]);
+    return withPage(pageOf(unit), async (page) => {
+        await line(code(page), "int3").click();
+        await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
+        assert.match(
+            await status(page),
+            /clamp clamp\.h:4 inlined into lost an unknown place inlined into scale sum\.c:5/,
+        );
+    });
+});
+
+for (const at of [14, 1_000_000, 4_294_967_295]) {
+    test(`line ${at}, which the source does not have, is told and not linked`, () => {
+        const unit = structuredClone(sum);
+        unit.functions[1].rows.push(["\tint3", ["scale", "/src/demo/sum.c", at]]);
+        return withPage(pageOf(unit), async (page) => {
+            await line(code(page), "int3").click();
+            await eventually(() => marked(source(page), "linked"), []);
+            assert.match(await status(page), new RegExp(`sum\\.c:${at}, which the file does not have`));
+            assert.equal(await source(page).locator(".cm-line").count(), 13);
+        });
+    });
+}
+
+test("a source that was not found may claim any number of lines", () => {
+    const unit = structuredClone(sum);
+    unit.sources["/src/demo/sum.c"] = null;
+    unit.functions[1].rows.push(["\tint3", ["scale", "/src/demo/sum.c", 4_294_967_295]]);
+    return withPage(pageOf(unit), async (page) => {
+        await line(code(page), "testl").click();
+        await eventually(async () => (await marked(code(page), "linked")).length, 4);
+    });
+});

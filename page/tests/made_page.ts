@@ -10,7 +10,7 @@ import type { FileHead, StartHead, UnitHead, UnitRows } from "../src/data/format
 
 declare const PAGE_ROOT: string;
 
-// A place in a source: function, file, line.
+// A place in a source: function, file, line; no file and line 0 where nobody knows.
 export type Place = [string, string, number];
 
 // A row of a function: its text, and where it comes from, the innermost place first.
@@ -78,7 +78,7 @@ export function chunksOf(unit: MadeUnit, number = 0): Chunks {
     const frameOf = (chain: Place[]): number =>
         chain.reduceRight(
             (parent, [f, file, at]) =>
-                frames.of(`${names.of(f)} ${files.of(file)} ${at} ${parent}`),
+                frames.of(`${names.of(f)} ${file === "" ? -1 : files.of(file)} ${at} ${parent}`),
             -1,
         );
 
@@ -171,7 +171,7 @@ export function chunksOf(unit: MadeUnit, number = 0): Chunks {
     chunks[`${number}/unit`] = JSON.stringify(head);
     chunks[`${number}/rows`] = JSON.stringify(rows);
     chunks[`${number}/code`] = code.join("\n");
-    chunks[`${number}/hidden`] = hidden.join("\n");
+    chunks[`${number}/hidden`] = hidden.map((text) => text + "\n").join("");
     return chunks;
 }
 

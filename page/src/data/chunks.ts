@@ -55,3 +55,15 @@ export function takeChunk(name: string): Promise<string> {
 export async function takeJson<T>(name: string): Promise<T> {
     return JSON.parse(await takeChunk(name)) as T;
 }
+
+// The lines of a text. CR LF ends one, as LF does; the last line need not end.
+export function linesOf(text: string): string[] {
+    const lines = text.split("\n");
+    // A newline ends a line; it does not begin another one.
+    if (lines.length > 1 && lines.at(-1) === "") {
+        lines.pop();
+    }
+    return text.includes("\r")
+        ? lines.map((line) => (line.endsWith("\r") ? line.slice(0, -1) : line))
+        : lines;
+}

@@ -61,3 +61,6 @@ export interface StartHead {
     title: string;
     pages: string[]; // relative addresses, one a unit
 }
+
+// What claims more lines is shown up to here, and what lies behind it is not linked.
+export const mostLines = 8_000_000;

@@ -76,8 +76,9 @@ function inlined(project: Project, unit: Unit, frames: number[]): Link["inlinedF
         for (const child of unit.childrenOf(frame)) {
             const { function: name, file, line } = unit.frame(child);
             const known = found.get(name);
-            if (!known || line < known.line) {
-                found.set(name, { name, file: project.fileOf(unit.number, file), line });
+            const sourceFile = project.fileOf(unit.number, file);
+            if (sourceFile && (!known || line < known.line)) {
+                found.set(name, { name, file: sourceFile, line });
             }
         }
     }
@@ -93,7 +94,10 @@ function sites(project: Project, unit: Unit, frames: number[]): Link["callSites"
         while (at >= 0 && !seen.has(at)) {
             seen.add(at);
             const { file, line } = unit.frame(at);
-            found.set(`${file}:${line}`, { file: project.fileOf(unit.number, file), line });
+            const sourceFile = project.fileOf(unit.number, file);
+            if (sourceFile) {
+                found.set(`${file}:${line}`, { file: sourceFile, line });
+            }
             at = unit.rows.frame_parent[at];
         }
     }

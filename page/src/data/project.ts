@@ -2,9 +2,11 @@
 // their functions. Texts and code are unpacked when they are first shown.
 
 import { Text } from "@codemirror/state";
-import { chunkNames, hasChunk, takeChunk, takeJson } from "./chunks.ts";
+import { chunkNames, hasChunk, linesOf, takeChunk, takeJson } from "./chunks.ts";
 import type { StartHead, UnitHead } from "./format.ts";
+import { mostLines } from "./format.ts";
 import { loadUnit, type Unit } from "./unit.ts";
+import { visible } from "../dom.ts";
 
 // A source file, with what all units together have from it.
 export class SourceFile {
@@ -42,32 +44,21 @@ export class SourceFile {
     // By line, how many instructions it has in all units; lines count from 1.
     heatByLine(): Uint32Array {
         if (!this.heat) {
-            let size = this.lines + 1;
-            const each = (add: (line: number, count: number) => void): void => {
-                for (const { unit, file } of this.units) {
-                    const head = this.heads[unit].files[file];
-                    let line = 0;
-                    head.heat_line.forEach((step, i) => add((line += step), head.heat_count[i]));
-                }
-            };
-            each((line) => (size = Math.max(size, line + 1)));
-            const heat = new Uint32Array(size);
-            each((line, count) => (heat[line] += count));
+            const heat = new Uint32Array(this.lines + 1);
+            for (const { unit, file } of this.units) {
+                const head = this.heads[unit].files[file];
+                let line = 0;
+                head.heat_line.forEach((step, i) => {
+                    line += step;
+                    if (line < heat.length) {
+                        heat[line] += head.heat_count[i];
+                    }
+                });
+            }
             this.heat = heat;
         }
         return this.heat;
     }
-}
-
-function linesOf(text: string): string[] {
-    const lines = text.split("\n");
-    // A newline ends a line; it does not begin another one.
-    if (lines.length > 1 && lines.at(-1) === "") {
-        lines.pop();
-    }
-    return text.includes("\r")
-        ? lines.map((line) => (line.endsWith("\r") ? line.slice(0, -1) : line))
-        : lines;
 }
 
 export interface CodeFunction {
@@ -112,13 +103,13 @@ export class Project {
                         byKey.size,
                         entry.path,
                         entry.text,
-                        entry.lines,
+                        Math.min(entry.lines, mostLines),
                         entry.system,
                     );
                     byKey.set(key, file);
                     this.files.push(file);
                 }
-                file.lines = Math.max(file.lines, entry.lines);
+                file.lines = Math.min(Math.max(file.lines, entry.lines), mostLines);
                 file.instructions += entry.heat_count.reduce((sum, count) => sum + count, 0);
                 file.units.push({ unit, file: index });
                 return file;
@@ -153,8 +144,14 @@ export class Project {
         }
     }
 
-    fileOf(unit: number, file: number): SourceFile {
-        return this.fileOfUnit[unit][file];
+    fileOf(unit: number, file: number): SourceFile | null {
+        return this.fileOfUnit[unit][file] ?? null;
+    }
+
+    // A line of a unit's file, as people read it.
+    placeOf(unit: number, { file, line }: { file: number; line: number }): string {
+        const name = this.fileOf(unit, file)?.name;
+        return name === undefined ? "an unknown place" : `${visible(name)}:${line}`;
     }
 
     unit(number: number): Promise<Unit> {

@@ -2,8 +2,8 @@
 // answer "which rows does this line have" and "where was this line inlined".
 
 import { Text } from "@codemirror/state";
-import { takeChunk, takeJson } from "./chunks.ts";
-import type { UnitHead, UnitRows } from "./format.ts";
+import { linesOf, takeChunk, takeJson } from "./chunks.ts";
+import { mostLines, type UnitHead, type UnitRows } from "./format.ts";
 
 // Rows from `start` on, `end` not included.
 export interface RowRange {
@@ -14,7 +14,7 @@ export interface RowRange {
 // One step of a chain of inlining: a place in `function`.
 export interface Frame {
     function: string;
-    file: number; // of the unit
+    file: number; // of the unit; -1 where the debugging data do not tell
     line: number;
 }
 
@@ -104,20 +104,19 @@ export class Unit {
         this.runsOfFrame = new Lists(frames, rows.run_frame.length, (run) => rows.run_frame[run]);
         this.children = new Lists(frames, frames, (frame) => rows.frame_parent[frame]);
 
-        const lastLine = head.files.map((file) => file.lines);
-        for (let frame = 0; frame < frames; ++frame) {
-            const file = rows.frame_file[frame];
-            lastLine[file] = Math.max(lastLine[file], rows.frame_line[frame]);
-        }
-        this.lineBase = new Int32Array(lastLine.length + 1);
-        lastLine.forEach((line, file) => {
-            this.lineBase[file + 1] = this.lineBase[file] + line + 1;
+        this.lineBase = new Int32Array(head.files.length + 1);
+        head.files.forEach((file, i) => {
+            this.lineBase[i + 1] = this.lineBase[i] + Math.min(file.lines, mostLines) + 1;
         });
-        this.framesOfLine = new Lists(
-            this.lineBase[lastLine.length],
-            frames,
-            (frame) => this.lineBase[rows.frame_file[frame]] + rows.frame_line[frame],
+        this.framesOfLine = new Lists(this.lineBase[head.files.length], frames, (frame) =>
+            this.keyOf(rows.frame_file[frame], rows.frame_line[frame]),
         );
+    }
+
+    // Where a line's frames are listed; -1 for a line behind the end of its file.
+    private keyOf(file: number, line: number): number {
+        const key = file < 0 ? -1 : this.lineBase[file] + line;
+        return key < this.lineBase[file + 1] ? key : -1;
     }
 
     frame(frame: number): Frame {
@@ -148,8 +147,8 @@ export class Unit {
 
     // Every frame that is at this line.
     framesAt(file: number, line: number): Int32Array {
-        const key = this.lineBase[file] + line;
-        return key < this.lineBase[file + 1] ? this.framesOfLine.of(key) : new Int32Array(0);
+        const key = this.keyOf(file, line);
+        return key < 0 ? new Int32Array(0) : this.framesOfLine.of(key);
     }
 
     childrenOf(frame: number): Int32Array {
@@ -169,7 +168,9 @@ export class Unit {
     rowsOf(frames: Iterable<number>): RowRange[] {
         const runs: number[] = [];
         for (const frame of frames) {
-            runs.push(...this.runsOfFrame.of(frame));
+            for (const run of this.runsOfFrame.of(frame)) {
+                runs.push(run);
+            }
         }
         runs.sort((a, b) => a - b);
         const ranges: RowRange[] = [];
@@ -205,5 +206,5 @@ export async function loadUnit(number: number, head: UnitHead): Promise<Unit> {
         takeJson<UnitRows>(`${number}/rows`),
         takeChunk(`${number}/code`),
     ]);
-    return new Unit(number, head, rows, Text.of(code.split("\n")));
+    return new Unit(number, head, rows, Text.of(linesOf(code)));
 }

@@ -3,7 +3,7 @@
 
 import { Text } from "@codemirror/state";
 import { Decoration, gutter, GutterMarker, WidgetType } from "@codemirror/view";
-import { takeChunk } from "../data/chunks.ts";
+import { linesOf, takeChunk } from "../data/chunks.ts";
 import type { Link } from "../data/link.ts";
 import type { Project } from "../data/project.ts";
 import type { Unit } from "../data/unit.ts";
@@ -28,7 +28,8 @@ function onlyRows(unit: Unit): Placement {
 
 // The lines that the rows leave out, put back where they stood.
 async function allLines(unit: Unit): Promise<Placement> {
-    const hidden = (await hiddenText(unit)).split("\n");
+    const text = await hiddenText(unit);
+    const hidden = text === "" ? [] : linesOf(text);
     const rows = unit.code;
     const count = unit.head.rows;
     const lineOfRow = new Int32Array(count);
@@ -45,18 +46,18 @@ async function allLines(unit: Unit): Promise<Placement> {
             rowOfLine[lineOfRow[row]] = row;
         }
     }
-    const text = new Array<string>(lines);
+    const all = new Array<string>(lines);
     const code = [...rows.iterLines()];
     for (let at = 1, next = 0; at <= lines; ++at) {
         const row = rowOfLine[at];
-        text[at - 1] = row < 0 ? hidden[next++] : code[row];
+        all[at - 1] = row < 0 ? hidden[next++] : code[row];
     }
     // A row that stands in no line of the assembly shows where the row before it does.
     for (let row = 0, last = 1; row < count; ++row) {
         last = lineOfRow[row] ||= last;
     }
     return {
-        text: Text.of(text),
+        text: Text.of(all),
         rowOf: (at) => rowOfLine[at] ?? -1,
         lineOf: (row) => lineOfRow[row],
     };
@@ -359,7 +360,7 @@ export class CodePane extends Pane {
         const what = unit.frame(frame);
         return new InlinedNote(
             visible(cutName(shortName(what.function), longestNoted)),
-            `${visible(this.project.fileOf(unit.number, site.file).name)}:${site.line}`,
+            this.project.placeOf(unit.number, site),
             Math.max(noteColumn - widthOf(text), 2),
         );
     }

@@ -216,7 +216,7 @@ export class SourcePane extends Pane {
             }
             if (unit.depth[frame] > 0) {
                 const into = unit.frame(unit.outermost(frame));
-                const name = `${into.function} (${this.project.fileOf(unit.number, into.file).name}:${into.line})`;
+                const name = `${into.function} (${this.project.placeOf(unit.number, into)})`;
                 add(elsewhere, name, unit.instructionsOfFrame[frame]);
             }
         }

@@ -22,7 +22,7 @@ export async function preparePrint(project: Project, unit: Unit, f: CodeFunction
     await Promise.all(
         [...files].map(async (number) => {
             const file = project.fileOf(unit.number, number);
-            if (!file.missing) {
+            if (file && !file.missing) {
                 texts.set(file.number, await file.load());
             }
         }),
@@ -38,15 +38,15 @@ function lines(project: Project, unit: Unit, f: CodeFunction): HTMLElement[] {
             const chain = unit.chain(frame);
             const { file: number, line } = chain[0];
             const file = project.fileOf(unit.number, number);
-            const place = `${visible(file.name)}:${line}`;
+            const place = project.placeOf(unit.number, chain[0]);
             const key = `${frame}`;
             if (key !== last) {
                 last = key;
-                const text = texts.get(file.number);
+                const text = texts.get(file?.number ?? -1);
                 const source = text && line <= text.lines ? text.line(line).text : "";
                 const into = chain
                     .slice(1)
-                    .map((at) => `${visible(project.fileOf(unit.number, at.file).name)}:${at.line}`)
+                    .map((at) => project.placeOf(unit.number, at))
                     .join(", ");
                 out.push(
                     h(

@@ -64,7 +64,7 @@ export class Status {
         }
         const place = h("b", null, `${visible(link.file.name)}:${link.line}`);
         if (link.places.length === 0) {
-            return [place, " has no code here"];
+            return [place, link.frame < 0 ? " has no code here" : ", which the file does not have"];
         }
         const parts = [];
         if (link.instructions > 0) {
@@ -95,12 +95,14 @@ export class Status {
             const frames = unit.chain(link.frame);
             return frames.flatMap((frame, i) => {
                 const file = this.project.fileOf(unit.number, frame.file);
-                const place = `${visible(file.name)}:${frame.line}`;
+                const place = this.project.placeOf(unit.number, frame);
                 const name = visible(shortName(frame.function));
                 return [
                     i === 0 ? "" : " inlined into ",
                     h("span", { class: "function-name" }, name),
-                    ...(frames.length === 1 ? [] : [" ", this.site(file, frame.line, place)]),
+                    ...(frames.length === 1
+                        ? []
+                        : [" ", file ? this.site(file, frame.line, place) : place]),
                 ];
             });
         }
