@@ -368,7 +368,10 @@ for (const at of [14, 1_000_000, 4_294_967_295]) {
         return withPage(pageOf(unit), async (page) => {
             await line(code(page), "int3").click();
             await eventually(() => marked(source(page), "linked"), []);
-            assert.match(await status(page), new RegExp(`sum\\.c:${at}, which the file does not have`));
+            assert.match(
+                await status(page),
+                new RegExp(`sum\\.c:${at}, which the file does not have`),
+            );
             assert.equal(await source(page).locator(".cm-line").count(), 13);
         });
     });

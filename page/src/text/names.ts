@@ -1,27 +1,24 @@
 // Readable names of functions, shortened where there is little room.
 
 const operatorName =
-    /^operator(?:\(\)|\[\]|->\*?|<=>|<<=?|>>=?|[-+*/%^&|~!=<>,]{1,2}|""\s*\w+| (?:new|delete)(?:\[\])?| )/;
+    /^operator ?(?:\(\)|\[\]|->\*?|<=>|<<=?|>>=?|&&|\|\||\+\+|--|[-+*/%^&|~!=<>]=?|,|""\s?\w*|(?:new|delete)(?: ?\[\])?(?!\w)|co_await(?!\w))/;
+// Parts in brackets that belong to a name: namespaces and functions without one, tags.
+const bracketed = /^(?:<unnamed>|\(anonymous namespace\)|\{[^{}]*\}|\[lambda.*?\)\]|\[abi:\w+\])/;
 
 // The name without return type, parameters and template arguments. Nothing is lost of a
 // C function's name.
 export function shortName(name: string): string {
-    const plain = name.replaceAll("(anonymous namespace)", "(anonymous)");
     let short = "";
-    let angles = 0; // template arguments, left out
-    let braces = 0; // a lambda's or an unnamed type's, kept
-    for (let i = 0; i < plain.length; ++i) {
-        const c = plain[i];
-        if (angles === 0 && braces === 0) {
-            const operator = operatorName.exec(plain.slice(i, i + 20));
-            if (operator && !/[\w$]$/.test(short)) {
-                short += operator[0];
-                i += operator[0].length - 1;
-                continue;
-            }
-            if (plain.startsWith("(anonymous)", i)) {
-                short += "(anonymous)";
-                i += "(anonymous)".length - 1;
+    let angles = 0; // how deep in template arguments, which are left out
+    for (let i = 0; i < name.length; ++i) {
+        const c = name[i];
+        if (angles === 0) {
+            const rest = name.slice(i, i + 200);
+            const part =
+                (/[\w$]$/.test(short) ? null : operatorName.exec(rest)) ?? bracketed.exec(rest);
+            if (part) {
+                short += part[0].replace(" namespace)", ")");
+                i += part[0].length - 1;
                 continue;
             }
             if (c === "(") {
@@ -29,18 +26,19 @@ export function shortName(name: string): string {
             }
             if (c === " ") {
                 // What stands before a name is the return type; what stands before
-                // arguments or a mark is the name.
-                if (plain[i + 1] === "<") {
-                    continue;
-                }
-                if (plain[i + 1] !== "[") {
+                // arguments or a mark is the name, and so is what a type is converted to.
+                const next = name[i + 1];
+                if (short.endsWith("operator")) {
+                    short += c;
+                } else if (next === "(" || next === "[") {
+                    break;
+                } else if (next !== "<" || name.startsWith("<unnamed>", i + 1)) {
                     short = "";
-                    continue;
                 }
+                continue;
             }
         }
         angles += c === "<" ? 1 : 0;
-        braces += c === "{" ? 1 : c === "}" ? -1 : 0;
         if (angles === 0) {
             short += c;
         }
