@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "assembly/directive.h"
 #include "assembly/operand.h"
@@ -188,6 +189,27 @@ void take_data_lines(const annotation& model, references& used, std::uint32_t fu
         }
         shown_up_to = at;
     }
+}
+
+void keep_chosen_lines(const selection& chosen, std::size_t model, std::uint32_t own_label,
+                       std::vector<function_line>& lines) {
+    if (chosen.lines.empty()) {
+        return;
+    }
+    std::vector<function_line> kept;
+    std::vector<function_line> waiting;  // labels, for a line behind them
+    for (const function_line& line : lines) {
+        if (line.kind == line_kind::label && line.index != own_label) {
+            waiting.push_back(line);
+            continue;
+        }
+        if (line.kind != line_kind::code || chosen.has_line(model, line.index)) {
+            kept.insert(kept.end(), waiting.begin(), waiting.end());
+            kept.push_back(line);
+        }
+        waiting.clear();
+    }
+    lines = std::move(kept);
 }
 
 void append_line(const annotation& model, const function_line& line, std::string& text) {

@@ -8,6 +8,7 @@
 
 #include "clist/annotate.h"
 #include "clist/references.h"
+#include "clist/selection.h"
 
 namespace clist {
 
@@ -28,6 +29,11 @@ struct function_line {
 void read_function_lines(const annotation& model, const references& used,
                          const assembly::function_code& function,
                          std::vector<function_line>& lines);
+
+// Leaves out the lines of code that were not chosen, and the labels that none of the others
+// is behind; the function's own stays.
+void keep_chosen_lines(const selection& chosen, std::size_t model, std::uint32_t own_label,
+                       std::vector<function_line>& lines);
 
 // Replaces `lines` by those of the data that the function with this index refers to, as
 // far as no function before it has taken them.

@@ -20,6 +20,8 @@ static form_writer writer_of(const listing_options& options) {
             return write_stats;
         case listing_form::classic:
             return write_classic;
+        case listing_form::page:
+            return write_page;
         default:
             break;
     }

@@ -4,8 +4,8 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/install_packages.sh g++ cmake ninja-build nlohmann-json3-dev libgtest-dev pkg-config \
-  binutils dpkg-dev file
+scripts/install_packages.sh g++ cmake ninja-build nlohmann-json3-dev zlib1g-dev libgtest-dev \
+  pkg-config binutils dpkg-dev file
 
 cmake --preset release
 cmake --build --preset release

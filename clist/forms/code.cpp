@@ -43,39 +43,20 @@ static void write_line(model_writer& writer, const function_line& line, output& 
     to.put(writer.text);
 }
 
-// Labels wait for a line behind them that is shown; a function's own is always.
-static void write_code_lines(model_writer& writer, std::uint32_t own_label, output& to) {
-    std::vector<function_line> waiting;
-    const bool is_all = writer.from.shown.lines.empty();
+static void write_function(model_writer& writer, const selected_function& chosen, output& to) {
+    const assembly::function_code& function = writer.model.code().functions[chosen.function];
+    read_function_lines(writer.model, writer.used, function, writer.lines);
+    const std::string analysis =
+        writer.from.options.mca ? machine_analysis(writer.model, writer.lines) : std::string();
+    keep_chosen_lines(writer.from.shown, writer.index, function.label, writer.lines);
+    writer.comments.begin();
     for (const function_line& line : writer.lines) {
-        const bool is_code = line.kind == line_kind::code;
-        if (line.kind == line_kind::label && line.index != own_label && !is_all) {
-            waiting.push_back(line);
-            continue;
-        }
-        if (is_code && !writer.from.shown.has_line(writer.index, line.index)) {
-            waiting.clear();
-            continue;
-        }
-        for (const function_line& label : waiting) {
-            write_line(writer, label, to);
-        }
-        waiting.clear();
-        if (is_code) {
+        if (line.kind == line_kind::code) {
             to.put(writer.comments.lines_before(line.index));
         }
         write_line(writer, line, to);
     }
-}
-
-static void write_function(model_writer& writer, const selected_function& chosen, output& to) {
-    const assembly::function_code& function = writer.model.code().functions[chosen.function];
-    read_function_lines(writer.model, writer.used, function, writer.lines);
-    writer.comments.begin();
-    write_code_lines(writer, function.label, to);
-    if (writer.from.options.mca) {
-        to.put(machine_analysis(writer.model, writer.lines));
-    }
+    to.put(analysis);
     take_data_lines(writer.model, writer.used, chosen.function, writer.lines);
     for (const function_line& line : writer.lines) {
         write_line(writer, line, to);

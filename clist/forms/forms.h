@@ -27,5 +27,6 @@ bool write_objects(const form_input& from, output& to);  // an object for each l
 bool write_list(const form_input& from, output& to);     // the functions
 bool write_stats(const form_input& from, output& to);    // figures of each function
 bool write_classic(const form_input& from, output& to);  // the interlister's listing
+bool write_page(const form_input& from, output& to);     // a page for a browser
 
 }  // namespace clist

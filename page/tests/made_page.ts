@@ -19,6 +19,7 @@ export type MadeRow = [text: string, ...chain: Place[]];
 export interface MadeFunction {
     name: string;
     symbol?: string; // the name if left out
+    tail?: string; // behind its label in the assembly
     rows: MadeRow[]; // behind the label; those without a tab in front are labels
 }
 
@@ -65,6 +66,7 @@ export function chunksOf(unit: MadeUnit, number = 0): Chunks {
     const hidden: string[] = [];
     const assemblyLine: number[] = [];
     const frameOfRow: number[] = [];
+    const tails: { row: number; text: string }[] = [];
     let kinds = "";
     let line = 0;
     Object.keys(unit.sources).forEach((path) => files.of(path));
@@ -94,6 +96,9 @@ export function chunksOf(unit: MadeUnit, number = 0): Chunks {
             ++line;
         }
         const first = code.length;
+        if (f.tail !== undefined) {
+            tails.push({ row: first, text: f.tail });
+        }
         add(`${f.name}:`, "f", -1);
         for (const [text, ...chain] of f.rows) {
             add(text, text.startsWith("\t") ? "i" : "l", frameOf(chain));
@@ -166,6 +171,8 @@ export function chunksOf(unit: MadeUnit, number = 0): Chunks {
         frame_parent: frame.map((f) => f[3]),
         run_rows: runs.map((run) => run.rows),
         run_frame: runs.map((run) => run.frame),
+        tail_row: tails.map((tail) => tail.row),
+        tail: tails.map((tail) => tail.text),
         assembly_line: differences(assemblyLine),
     };
     chunks[`${number}/unit`] = JSON.stringify(head);

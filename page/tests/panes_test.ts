@@ -93,6 +93,16 @@ test("noise is hidden until the switch shows all", () =>
         await eventually(() => code(page).locator(".hidden-line").count(), 0);
     }));
 
+test("what stands behind a label belongs to all of the assembly", () => {
+    const unit = structuredClone(sum);
+    unit.functions[1].tail = "    # @scale";
+    return withPage(pageOf(unit), async (page) => {
+        assert.equal(await line(code(page), "scale:").innerText(), "scale:");
+        await page.keyboard.press("a");
+        await eventually(() => line(code(page), "scale:").innerText(), "scale:    # @scale");
+    });
+});
+
 // The class that a word on a line has.
 async function kindOf(
     page: Parameters<typeof source>[0],

@@ -48,6 +48,8 @@ export interface UnitRows {
     frame_parent: number[]; // the frame that this one was inlined into, -1 at the outermost
     run_rows: number[]; // rows in a row that share a frame
     run_frame: number[]; // that frame, -1 where the code has no line
+    tail_row: number[]; // rows of labels with more on their line than the row shows,
+    tail: string[]; // and what that is
     assembly_line: number[]; // line in the compiler's assembly, each less the one before; a row
     // that stands in none repeats the one before
 }

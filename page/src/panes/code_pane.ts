@@ -48,6 +48,7 @@ async function allLines(unit: Unit): Promise<Placement> {
     }
     const all = new Array<string>(lines);
     const code = [...rows.iterLines()];
+    unit.rows.tail_row.forEach((row, i) => (code[row] += unit.rows.tail[i]));
     for (let at = 1, next = 0; at <= lines; ++at) {
         const row = rowOfLine[at];
         all[at - 1] = row < 0 ? hidden[next++] : code[row];
