@@ -15,12 +15,6 @@
 
 namespace assembly {
 
-static std::size_t end_of_line(std::string_view text, std::size_t at) {
-    const void* end = std::memchr(text.data() + at, '\n', text.size() - at);
-    return end == nullptr ? text.size()
-                          : static_cast<std::size_t>(static_cast<const char*>(end) - text.data());
-}
-
 // Whether a directive whose name begins like this may change the section or name a file.
 static bool may_matter(char first, char second) {
     switch (first) {
@@ -97,12 +91,57 @@ std::size_t skip_data(std::string_view text, std::size_t at) {
 
 namespace {
 
+// The bytes of a section while they grow, in a string that has room for some more.
+class byte_sink {
+  public:
+    explicit byte_sink(std::string& bytes) : bytes_(bytes), size_(bytes.size()) {}
+    ~byte_sink() { bytes_.resize(size_); }
+    byte_sink(const byte_sink&) = delete;
+    byte_sink& operator=(const byte_sink&) = delete;
+
+    std::size_t size() const { return size_; }
+
+    void put(std::uint64_t value, std::size_t count) {
+        make_room(sizeof value);
+        std::array<char, sizeof value> little{};
+        for (std::size_t i = 0; i < little.size(); ++i) {
+            little[i] = static_cast<char>(value >> (8 * i));
+        }
+        std::memcpy(&bytes_[size_], little.data(), little.size());
+        size_ += count;
+    }
+
+    void put(std::string_view text) {
+        make_room(text.size());
+        text.copy(bytes_.data() + size_, text.size());
+        size_ += text.size();
+    }
+
+    void fill(std::size_t count, char value) {
+        make_room(count);
+        std::fill_n(bytes_.begin() + static_cast<std::ptrdiff_t>(size_), count, value);
+        size_ += count;
+    }
+
+  private:
+    void make_room(std::size_t count) {
+        constexpr std::size_t least = 4096;
+        if (bytes_.size() - size_ < count) {
+            bytes_.resize(bytes_.size() * 2 + count + least);
+        }
+    }
+
+    std::string& bytes_;
+    std::size_t size_;
+};
+
 // Where a line's operands are read, and what becomes of them.
 struct data_reader {
     const char* at;
     const char* end;  // of the line
     const char* text;
-    debug_contents& contents;
+    byte_sink& bytes;
+    std::vector<debug_contents::expression>& expressions;
 
     std::string_view rest() const { return {at, static_cast<std::size_t>(end - at)}; }
     bool is_at(char c) const { return at != end && *at == c; }
@@ -152,16 +191,17 @@ static constexpr std::array<common_row, 11> common_rows = {{
     {"\t.hword\t", 2},
     {"\t.xword\t", 8},
 }};
-
-static void put_value(std::string& bytes, std::uint64_t value, std::size_t size) {
-    char little[sizeof value];
-    for (std::size_t i = 0; i < sizeof value; ++i) {
-        little[i] = static_cast<char>(value >> (8 * i));
+// No two of them have the same letter behind the full stop: it leads to the row.
+static constexpr auto row_of_letter = [] {
+    std::array<std::uint8_t, 256> rows{};
+    for (std::size_t i = 0; i < common_rows.size(); ++i) {
+        const auto beginning = std::bit_cast<std::array<unsigned char, 8>>(common_rows[i].letters);
+        rows[beginning[2]] = static_cast<std::uint8_t>(i);
     }
-    bytes.append(little, size);
-}
+    return rows;
+}();
 
-static void put_leb128(std::string& bytes, std::uint64_t value, bool is_signed) {
+static void put_leb128(byte_sink& bytes, std::uint64_t value, bool is_signed) {
     constexpr std::uint64_t sign = 0x40;
     while (true) {
         const std::uint64_t low = value & 0x7f;
@@ -172,7 +212,7 @@ static void put_leb128(std::string& bytes, std::uint64_t value, bool is_signed) 
         const bool is_last = is_signed ? (value == 0 && (low & sign) == 0) ||
                                              (value == ~std::uint64_t{0} && (low & sign) != 0)
                                        : value == 0;
-        bytes += static_cast<char>(low | (is_last ? 0 : 0x80));
+        bytes.put(low | (is_last ? 0 : 0x80), 1);
         if (is_last) {
             return;
         }
@@ -180,10 +220,9 @@ static void put_leb128(std::string& bytes, std::uint64_t value, bool is_signed) 
 }
 
 static void put_expression(data_reader& reader, std::size_t size) {
-    std::string& bytes = reader.contents.bytes;
-    reader.contents.expressions.push_back({static_cast<std::uint32_t>(bytes.size()),
-                                           static_cast<std::uint32_t>(reader.at - reader.text)});
-    bytes.append(size == 0 ? 1 : size, '\0');
+    reader.expressions.push_back({static_cast<std::uint32_t>(reader.bytes.size()),
+                                  static_cast<std::uint32_t>(reader.at - reader.text)});
+    reader.bytes.fill(size == 0 ? 1 : size, '\0');
 }
 
 // A number that an operator or a symbol follows is part of an expression.
@@ -215,16 +254,15 @@ static bool read_number(data_reader& reader, std::uint64_t& value) {
 
 // values ::= value ("," value)*
 static void read_values(data_reader& reader, directive kind, std::size_t size) {
-    std::string& bytes = reader.contents.bytes;
     while (true) {
         reader.skip_blanks();
         std::uint64_t value = 0;
         if (!read_number(reader, value)) {
             put_expression(reader, size);
         } else if (kind == directive::values) {
-            put_value(bytes, value, size);
+            reader.bytes.put(value, size);
         } else {
-            put_leb128(bytes, value, kind == directive::sleb128);
+            put_leb128(reader.bytes, value, kind == directive::sleb128);
         }
         while (reader.at != reader.end && *reader.at != ',') {
             ++reader.at;
@@ -237,12 +275,14 @@ static void read_values(data_reader& reader, directive kind, std::size_t size) {
 }
 
 static void read_strings(data_reader& reader, bool is_terminated) {
-    std::string& bytes = reader.contents.bytes;
     std::string_view rest = reader.rest();
-    while (append_string(rest, bytes)) {
+    std::string text;
+    while (append_string(rest, text)) {
         if (is_terminated) {
-            bytes += '\0';
+            text += '\0';
         }
+        reader.bytes.put(text);
+        text.clear();
         skip_blanks(rest);
         if (!rest.starts_with(',')) {
             return;
@@ -265,7 +305,7 @@ static void read_room(data_reader& reader, std::size_t most) {
         reader.skip_blanks();
         read_number(reader, value);
     }
-    reader.contents.bytes.append(count, static_cast<char>(value));
+    reader.bytes.fill(count, static_cast<char>(value));
 }
 
 // Reads one directive's operands. False when it is none that emits data.
@@ -308,13 +348,11 @@ static bool read_common_line(data_reader& reader) {
     }
     std::uint64_t letters = 0;
     std::memcpy(&letters, reader.at, sizeof letters);
-    const auto* row =
-        std::find_if(common_rows.begin(), common_rows.end(),
-                     [letters](const common_row& it) { return (letters & it.mask) == it.letters; });
-    if (row == common_rows.end()) {
+    const common_row& row = common_rows[row_of_letter[static_cast<unsigned char>(reader.at[2])]];
+    if ((letters & row.mask) != row.letters) {
         return false;
     }
-    const char* const begin = reader.at + row->length;
+    const char* const begin = reader.at + row.length;
     const char* at = begin;
     if (!is_digit(*at)) {
         const char* const last = reader.at + longest;
@@ -325,7 +363,7 @@ static bool read_common_line(data_reader& reader) {
             return false;
         }
         reader.at = begin;
-        put_expression(reader, row->size);
+        put_expression(reader, row.size);
         reader.at = at + 1;
         return true;
     }
@@ -352,11 +390,13 @@ static bool read_common_line(data_reader& reader) {
         return false;
     }
     reader.at = at + 1;
-    std::string& bytes = reader.contents.bytes;
-    if (row->size == 0) {
-        put_leb128(bytes, value, false);
+    constexpr std::uint64_t least_of_two_bytes = 0x80;
+    if (row.size == 0 && value >= least_of_two_bytes) {
+        put_leb128(reader.bytes, value, false);
+    } else if (row.size == 0) {
+        reader.bytes.put(value, 1);
     } else {
-        put_value(bytes, value, row->size);
+        reader.bytes.put(value, row.size);
     }
     return true;
 }
@@ -365,8 +405,10 @@ std::size_t read_data(assembly_file& assembly, std::size_t index, std::size_t at
     const std::string_view text = assembly.text;
     debug_contents& contents = assembly.debug[index];
     constexpr std::size_t most_bytes = std::numeric_limits<std::uint32_t>::max() / 2;
-    while (at < text.size() && contents.bytes.size() < most_bytes) {
-        data_reader reader{text.data() + at, text.data() + text.size(), text.data(), contents};
+    byte_sink bytes(contents.bytes);
+    while (at < text.size() && bytes.size() < most_bytes) {
+        data_reader reader{text.data() + at, text.data() + text.size(), text.data(), bytes,
+                           contents.expressions};
         if (read_common_line(reader)) {
             at = static_cast<std::size_t>(reader.at - text.data());
             continue;
@@ -385,7 +427,7 @@ std::size_t read_data(assembly_file& assembly, std::size_t index, std::size_t at
                 assembly.labels.push_back({static_cast<std::uint32_t>(symbol.data() - text.data()),
                                            static_cast<std::uint32_t>(symbol.size()),
                                            contents.section,
-                                           static_cast<std::uint32_t>(contents.bytes.size())});
+                                           static_cast<std::uint32_t>(bytes.size())});
                 reader.at = rest.data() + 1;
                 reader.skip_blanks();
             }

@@ -2,6 +2,7 @@
 // the table itself.
 #include "assembly/label_index.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -24,10 +25,88 @@ static std::uint64_t hash_of(std::string_view name) {
     return hash ^ hash >> 32;
 }
 
-label_index::label_index(const assembly_file& assembly) : assembly_(assembly) {
+namespace {
+
+// ".LVL7" taken apart; `prefix` is 0 where a name is not of this kind.
+struct numbered_name {
+    std::uint64_t prefix = 0;
+    std::uint32_t number = 0;
+};
+
+}  // namespace
+
+static numbered_name take_apart(std::string_view name) {
+    constexpr std::size_t most_digits = 8;
+    std::size_t digits = 0;
+    std::uint32_t number = 0;
+    std::uint32_t weight = 1;
+    while (digits < most_digits && digits < name.size() &&
+           is_digit(name[name.size() - digits - 1])) {
+        number += weight * static_cast<std::uint32_t>(name[name.size() - digits - 1] - '0');
+        weight *= 10;
+        ++digits;
+    }
+    const std::size_t letters = name.size() - digits;
+    const bool has_leading_zero = digits > 1 && name[letters] == '0';
+    numbered_name it;
+    if (digits == 0 || letters == 0 || letters > sizeof it.prefix || has_leading_zero ||
+        is_digit(name[letters - 1])) {
+        return it;
+    }
+    for (std::size_t i = 0; i < letters; ++i) {
+        it.prefix |= std::uint64_t{static_cast<unsigned char>(name[i])} << (8 * i);
+    }
+    it.number = number;
+    return it;
+}
+
+const std::uint32_t* label_index::find_numbered(std::string_view name) const {
+    const numbered_name it = take_apart(name);
+    for (const family& one : families_) {
+        if (one.prefix == it.prefix) {
+            return it.number < one.index_of.size() ? &one.index_of[it.number] : nullptr;
+        }
+    }
+    return nullptr;
+}
+
+// Where the index of a label of this name goes; null when it is for the table of all names.
+std::uint32_t* label_index::place_numbered(std::string_view name) {
+    constexpr std::size_t most_families = 32;
+    const numbered_name it = take_apart(name);
+    if (it.prefix == 0 || it.number > greatest_number_) {
+        return nullptr;
+    }
+    auto one = std::find_if(families_.begin(), families_.end(),
+                            [&](const family& known) { return known.prefix == it.prefix; });
+    if (one == families_.end()) {
+        if (families_.size() == most_families) {
+            return nullptr;
+        }
+        one = families_.insert(one, {it.prefix, {}});
+    }
+    if (one->index_of.size() <= it.number) {
+        one->index_of.resize(it.number + 1, none);
+    }
+    return &one->index_of[it.number];
+}
+
+label_index::label_index(const assembly_file& assembly)
+    : assembly_(assembly),
+      greatest_number_(static_cast<std::uint32_t>(
+          std::min<std::size_t>(assembly.labels.size() * 2 + 1000, none - 1))) {
     const std::vector<label>& labels = assembly.labels;
-    table_.resize(std::bit_ceil(labels.size() * 2 + 1));
+    std::vector<std::uint32_t> others;
     for (std::uint32_t i = 0; i < labels.size(); ++i) {
+        std::uint32_t* const place = place_numbered(assembly.name_of(labels[i]));
+        if (place == nullptr) {
+            others.push_back(i);
+        } else if (*place == none) {
+            *place = i;
+        }
+    }
+    table_.resize(std::bit_ceil(others.size() * 2 + 1));
+    for (const std::uint32_t i : others) {
         const std::string_view name = assembly.name_of(labels[i]);
         const std::uint64_t hash = hash_of(name);
         const std::size_t at = place_of(name, hash);
@@ -54,7 +133,10 @@ std::size_t label_index::place_of(std::string_view name, std::uint64_t hash) con
 }
 
 const label* label_index::find_label(std::string_view name) const {
-    const std::uint32_t index = table_[place_of(name, hash_of(name))].index;
+    const std::uint32_t* const numbered = find_numbered(name);
+    const std::uint32_t index = numbered != nullptr && *numbered != none
+                                    ? *numbered
+                                    : table_[place_of(name, hash_of(name))].index;
     return index == none ? nullptr : &assembly_.labels[index];
 }
 

@@ -32,6 +32,15 @@ class label_index {
     label_value value_at(std::uint32_t text_at) const;
 
   private:
+    // Labels that a compiler counts up, ".LVL7": by their number. They are most of all, and
+    // come in their order, so that this is much faster than a table of any names.
+    struct family {
+        std::uint64_t prefix;  // its letters, the first one lowest
+        std::vector<std::uint32_t> index_of;
+    };
+    const std::uint32_t* find_numbered(std::string_view name) const;
+    std::uint32_t* place_numbered(std::string_view name);
+
     struct entry {
         std::uint32_t tag = 0;  // of the name's hash
         std::uint32_t index = none;
@@ -44,7 +53,9 @@ class label_index {
                     label_value& value) const;
 
     const assembly_file& assembly_;
-    std::vector<entry> table_;  // at the place that a label's name tells, or the next free one
+    std::vector<family> families_;
+    std::uint32_t greatest_number_ = 0;  // that a family has room for
+    std::vector<entry> table_;           // of others: at the place that the name tells, or the next
     std::unordered_map<std::string_view, std::string_view> aliases_;
 };
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <limits>
 #include <utility>
 
 namespace assembly {
@@ -51,25 +50,6 @@ static char take_escape(std::string_view& rest) {
     }
     rest = std::string_view(rest.data() - 1, rest.size() + 1);
     return number(3, 8);
-}
-
-std::optional<std::uint32_t> take_number(std::string_view& rest) {
-    constexpr std::size_t most_digits = 10;
-    skip_blanks(rest);
-    std::uint64_t value = 0;
-    std::size_t size = 0;
-    for (; size < rest.size() && is_digit(rest[size]); ++size) {
-        if (size == most_digits) {
-            return std::nullopt;
-        }
-        value = value * 10 + static_cast<unsigned>(rest[size] - '0');
-    }
-    if (size == 0 || value > std::numeric_limits<std::uint32_t>::max() ||
-        (size != rest.size() && is_symbol_character(rest[size]))) {
-        return std::nullopt;
-    }
-    rest.remove_prefix(size);
-    return static_cast<std::uint32_t>(value);
 }
 
 std::optional<std::uint64_t> take_value(std::string_view& rest) {

@@ -3,7 +3,10 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +36,13 @@ inline bool is_symbol_character(char c) {
     return detail::symbol_characters[static_cast<unsigned char>(c)];
 }
 
+// Where the line ends that `at` lies in: at its newline, or at the text's end.
+inline std::size_t end_of_line(std::string_view text, std::size_t at) {
+    const void* const end = std::memchr(text.data() + at, '\n', text.size() - at);
+    return end == nullptr ? text.size()
+                          : static_cast<std::size_t>(static_cast<const char*>(end) - text.data());
+}
+
 inline void skip_blanks(std::string_view& rest) {
     while (!rest.empty() && is_blank(rest.front())) {
         rest.remove_prefix(1);
@@ -40,7 +50,24 @@ inline void skip_blanks(std::string_view& rest) {
 }
 
 // A decimal number without a sign. Nothing when there is none or it does not fit.
-std::optional<std::uint32_t> take_number(std::string_view& rest);
+inline std::optional<std::uint32_t> take_number(std::string_view& rest) {
+    constexpr std::size_t most_digits = 10;
+    skip_blanks(rest);
+    std::uint64_t value = 0;
+    std::size_t size = 0;
+    for (; size < rest.size() && is_digit(rest[size]); ++size) {
+        if (size == most_digits) {
+            return std::nullopt;
+        }
+        value = value * 10 + static_cast<unsigned>(rest[size] - '0');
+    }
+    if (size == 0 || value > std::numeric_limits<std::uint32_t>::max() ||
+        (size != rest.size() && is_symbol_character(rest[size]))) {
+        return std::nullopt;
+    }
+    rest.remove_prefix(size);
+    return static_cast<std::uint32_t>(value);
+}
 
 // A number as the assembler reads it: decimal, octal, hexadecimal or binary, perhaps with
 // a sign, cut to 64 bits. Nothing when there is none.

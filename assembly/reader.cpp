@@ -25,23 +25,46 @@ static constexpr std::size_t greatest_text = std::numeric_limits<std::uint32_t>:
 
 namespace {
 
-// The next place of something that most lines do not have, so that a line without it
-// costs one comparison.
-class next_of {
+// The next places of characters by which a line may be more than one plain statement, so
+// that lines without any of them cost one comparison for all.
+class special_places {
   public:
-    explicit next_of(std::string_view what) : what_(what) {}
+    special_places(std::string_view text, char parting)
+        : text_(text), marks_{std::string(1, parting), "/*", "=", ":"} {}
 
-    // Whether it stands in the stretch that begins at `from` and ends at `to`.
-    bool is_in(std::string_view text, std::size_t from, std::size_t to) {
-        if (at_ < from) {
-            at_ = text.find(what_, from);
+    // Looks for those that stand in the stretch from `from` to `to`; stretches follow each
+    // other.
+    void move_to(std::size_t from, std::size_t to) {
+        to_ = to;
+        if (nearest_ < from) {
+            look(from);
         }
-        return at_ < to;
     }
 
+    bool any() const { return nearest_ < to_; }
+    bool more_than_colon() const {
+        return at_[separator] < to_ || at_[comment] < to_ || at_[equals] < to_;
+    }
+    bool needs_parting() const { return at_[separator] < to_ || at_[comment] < to_; }
+
   private:
-    std::string what_;
-    std::size_t at_ = 0;
+    enum mark : std::uint8_t { separator, comment, equals, colon };
+
+    void look(std::size_t from) {
+        nearest_ = std::string_view::npos;
+        for (std::size_t i = 0; i < marks_.size(); ++i) {
+            if (at_[i] < from) {
+                at_[i] = text_.find(marks_[i], from);
+            }
+            nearest_ = std::min(nearest_, at_[i]);
+        }
+    }
+
+    std::string_view text_;
+    std::array<std::string, 4> marks_;
+    std::array<std::size_t, 4> at_{};  // behind the stretch, or in it
+    std::size_t nearest_ = 0;
+    std::size_t to_ = 0;
 };
 
 // What the reader knows at one line.
@@ -50,14 +73,14 @@ struct text_reader {
     assembly_file& assembly;
     const read_options& options;
     section_track track;
-    next_of separator;
-    next_of block_comment{"/*"};
+    special_places special;
     std::optional<assembly_error> error = {};
 
     std::uint32_t line_at = 0;
     std::uint32_t next_line_at = 0;
     bool in_comment = false;            // a block comment that an earlier line began
     std::size_t macro_depth = 0;        // of .macro and .endm
+    bool in_debug = false;              // in a debugging section
     bool in_function = false;           // the last of assembly.functions is open
     std::uint32_t procedure_at = none;  // the line of a .cfi_startproc without its end
     std::uint32_t inline_at = none;     // where inline assembly has begun
@@ -66,7 +89,8 @@ struct text_reader {
     std::unordered_set<std::string_view> function_symbols = {};  // of `.type SYMBOL, @function`
     bool has_local_function = false;                             // one of them is a local label
     std::string_view defined_symbol = {};                        // of the last `.def`
-    std::optional<std::uint32_t> preamble = {};  // first of the preamble lines just read
+    std::uint32_t preamble = none;   // first of the preamble lines just read
+    std::uint32_t last_code = none;  // the last line of code
 
     // A label outside functions, which a procedure or code may turn out to begin at.
     std::uint32_t loose_label = none;
@@ -74,8 +98,9 @@ struct text_reader {
     bool may_be_procedure = false;                  // nothing but a `.loc` came since
     std::optional<code_position> loose_entry = {};  // its first `.loc`
 
-    std::optional<code_position> pending = {};  // the last `.loc`, until it gets code
-    std::optional<std::uint32_t> lead = {};     // first of the lines that lead up to the next code
+    code_position pending = {};                 // the last `.loc`
+    bool has_pending = false;                   // until it gets code
+    std::uint32_t lead = none;                  // first of the lines that lead up to the next code
     bool pending_leads = false;                 // they include that `.loc`
     std::vector<std::uint32_t> positions = {};  // by section: the one that code there has
     std::vector<std::uint32_t> debug_of = {};   // by section: index of its debug contents
@@ -107,7 +132,7 @@ static void end_function(text_reader& reader, std::uint32_t at) {
     reader.in_function = false;
     reader.loose_label = none;
     reader.pending_leads = false;
-    reader.lead.reset();
+    reader.lead = none;
 }
 
 // Begins one at the label with index `label`; with none, code without a label begins it.
@@ -125,7 +150,7 @@ static function_code& begin_function(text_reader& reader, std::uint32_t label, s
     reader.in_function = true;
     reader.loose_label = none;
     reader.pending_leads = false;
-    reader.lead.reset();
+    reader.lead = none;
     return function;
 }
 
@@ -153,31 +178,37 @@ static void end_procedure(text_reader& reader) {
 
 // --- Code and what leads up to it ---
 
+// Code outside functions is in one that only its label tells of, or not even that.
+static void begin_undeclared(text_reader& reader) {
+    const bool is_labelled = reader.loose_label != none;
+    function_code& function = begin_function(reader, reader.loose_label,
+                                             is_labelled ? reader.loose_begin : reader.line_at);
+    function.is_declared = false;
+    if (reader.has_pending && reader.pending.line != 0) {
+        function.entry = reader.pending;
+    }
+}
+
 // A line that emits instructions. It has the last position that a `.loc` gave in its
 // section, this line's own included.
 static void code(text_reader& reader) {
-    assembly_file& assembly = reader.assembly;
-    const std::uint32_t at = reader.track.current();
     if (!reader.in_function) {
-        const bool is_labelled = reader.loose_label != none;
-        function_code& function = begin_function(reader, reader.loose_label,
-                                                 is_labelled ? reader.loose_begin : reader.line_at);
-        function.is_declared = false;
-        if (reader.pending && reader.pending->line != 0) {
-            function.entry = reader.pending;
-        }
+        begin_undeclared(reader);
     }
-    if (!assembly.instructions.empty() && assembly.instructions.back().at == reader.line_at) {
+    assembly_file& assembly = reader.assembly;
+    if (reader.last_code == reader.line_at) {
         return;  // a further statement of the line
     }
+    reader.last_code = reader.line_at;
+    const std::uint32_t at = reader.track.current();
     if (reader.positions.size() <= at) {
         reader.positions.resize(at + 1, none);
     }
     std::uint32_t& position = reader.positions[at];
-    if (reader.pending) {
+    if (reader.has_pending) {
         position = static_cast<std::uint32_t>(assembly.positions.size());
-        assembly.positions.push_back(*reader.pending);
-        reader.pending.reset();
+        assembly.positions.push_back(reader.pending);
+        reader.has_pending = false;
     }
     if (position != none) {
         ++assembly.positions[position].code;
@@ -185,13 +216,13 @@ static void code(text_reader& reader) {
     ++assembly.sections[at].instruction_count;
     assembly.instructions.push_back({reader.line_at, position, at});
     reader.pending_leads = false;
-    reader.lead.reset();
-    reader.preamble.reset();
+    reader.lead = none;
+    reader.preamble = none;
 }
 
 // A label, a comment, an alignment: it belongs to the code after it.
 static void leads_up(text_reader& reader) {
-    if (!reader.lead) {
+    if (reader.lead == none) {
         reader.lead = reader.line_at;
     }
 }
@@ -199,40 +230,75 @@ static void leads_up(text_reader& reader) {
 // A directive of any other kind belongs to what stands before it.
 static void trails(text_reader& reader) {
     if (!reader.pending_leads) {
-        reader.lead.reset();
+        reader.lead = none;
     }
+}
+
+// A decimal number, and where it ends.
+namespace {
+struct small_number {
+    std::uint32_t value;  // none where there is no number, or one that does not fit
+    const char* end;
+};
+}  // namespace
+
+static inline small_number read_small_number(const char* at, const char* const end) {
+    while (at != end && is_blank(*at)) {
+        ++at;
+    }
+    constexpr std::ptrdiff_t most_digits = 10;
+    const char* const begin = at;
+    const char* const last = end - at > most_digits ? at + most_digits : end;
+    std::uint64_t value = 0;
+    for (; at != last && is_digit(*at); ++at) {
+        value = value * 10 + static_cast<unsigned>(*at - '0');
+    }
+    const bool is_number = at != begin && value < none && (at == end || !is_symbol_character(*at));
+    return {is_number ? static_cast<std::uint32_t>(value) : none, at};
 }
 
 // loc-directive ::= ".loc" file line [column] option*
 static void read_loc(text_reader& reader, std::string_view rest) {
-    const std::optional<std::uint32_t> file = take_number(rest);
-    if (!file) {
+    const char* const end = rest.data() + rest.size();
+    const small_number file = read_small_number(rest.data(), end);
+    if (file.value == none) {
         return fail(reader, "bad file number in .loc");
     }
-    const std::optional<std::uint32_t> line = take_number(rest);
-    if (!line || *line > greatest_line) {
+    const small_number line = read_small_number(file.end, end);
+    if (line.value > greatest_line) {
         return fail(reader, "bad line number in .loc");
     }
     leads_up(reader);
-    reader.pending = {.at = *reader.lead,
-                      .directive = reader.line_at,
-                      .file = *file,
-                      .line = *line,
-                      .column = take_number(rest).value_or(0)};
+    code_position& position = reader.pending;
+    position.at = reader.lead;
+    position.directive = reader.line_at;
+    position.file = file.value;
+    position.line = line.value;
+    reader.has_pending = true;
     reader.pending_leads = true;
-    if (!reader.in_function) {
-        if (!reader.loose_entry && *line != 0) {
-            reader.loose_entry = reader.pending;
-        }
+    if (line.value == 0) {
         return;
     }
-    function_code& function = reader.assembly.functions.back();
-    if (!function.entry && *line != 0) {
+    if (!reader.in_function) {
+        if (!reader.loose_entry) {
+            reader.loose_entry = position;
+        }
+    } else if (function_code& function = reader.assembly.functions.back(); !function.entry) {
         // The entry stands for the whole way in, prologue included.
-        function.entry = reader.pending;
+        function.entry = position;
         reader.pending_leads = false;
-        reader.lead.reset();
+        reader.lead = none;
     }
+}
+
+std::uint32_t column_of(const assembly_file& assembly, const code_position& position) {
+    std::string_view rest = assembly.text.substr(position.directive);
+    rest.remove_prefix(rest.find(".loc") + std::string_view(".loc").size());
+    const char* const end = rest.data() + std::min(rest.find('\n'), rest.size());
+    const small_number file = read_small_number(rest.data(), end);
+    const small_number line = read_small_number(file.end, end);
+    const small_number column = read_small_number(line.end, end);
+    return column.value == none ? 0 : column.value;
 }
 
 // --- Directives ---
@@ -328,8 +394,8 @@ static void add_label(text_reader& reader, std::string_view symbol) {
     assembly.labels.push_back({static_cast<std::uint32_t>(symbol.data() - reader.text.data()),
                                static_cast<std::uint32_t>(symbol.size()), at,
                                assembly.sections[at].instruction_count});
-    const std::uint32_t begin = reader.preamble.value_or(reader.line_at);
-    reader.preamble.reset();
+    const std::uint32_t begin = reader.preamble == none ? reader.line_at : reader.preamble;
+    reader.preamble = none;
     const bool is_mark = is_local(symbol);
     if ((!is_mark || reader.has_local_function) && reader.function_symbols.contains(symbol)) {
         begin_function(reader, index, begin);
@@ -369,10 +435,6 @@ static void refuse_interlist_directive(text_reader& reader, std::string_view nam
     }
 }
 
-static bool is_in_debug_section(const text_reader& reader) {
-    return reader.assembly.sections[reader.track.current()].kind == section_kind::debug;
-}
-
 // A section is entered, or perhaps entered again.
 static void follow_section(text_reader& reader, const directive_row& row, std::string_view rest) {
     const std::uint32_t before = reader.track.current();
@@ -380,6 +442,7 @@ static void follow_section(text_reader& reader, const directive_row& row, std::s
     if (reader.track.current() == before) {
         return;
     }
+    reader.in_debug = reader.assembly.sections[reader.track.current()].kind == section_kind::debug;
     if (row.kind != directive::push_section && row.kind != directive::pop_section) {
         // Without a declaration nothing tells that a function goes on elsewhere.
         if (reader.in_function && !reader.assembly.functions.back().is_declared) {
@@ -396,8 +459,8 @@ static void read_directive(text_reader& reader, std::string_view name, std::stri
     }
     const directive_row& row = find_directive(name);
     if (!row.is_preamble) {
-        reader.preamble.reset();
-    } else if (!reader.preamble) {
+        reader.preamble = none;
+    } else if (reader.preamble == none) {
         reader.preamble = reader.line_at;
     }
     if (row.kind == directive::align) {
@@ -596,20 +659,43 @@ static void read_macro_line(text_reader& reader, std::string_view line) {
     }
 }
 
-static void read_line(text_reader& reader, std::uint32_t end) {
-    std::string_view line = reader.text.substr(reader.line_at, end - reader.line_at);
-    if (line.ends_with('\r')) {
-        line.remove_suffix(1);
+// Reads a line when it is of one of the kinds that most are, as compilers write them: an
+// instruction, a position, a local label alone. False, with nothing read, when it is not.
+static bool read_common_line(text_reader& reader, std::string_view line) {
+    constexpr std::string_view loc = "\t.loc ";
+    if (line.size() < loc.size()) {
+        return false;
     }
+    if (!reader.special.any()) {
+        if (line[0] == '\t' && line[1] >= 'a' && line[1] <= 'z') {
+            code(reader);
+            return true;
+        }
+        if (std::memcmp(line.data(), loc.data(), loc.size()) == 0) {
+            read_loc(reader, line.substr(loc.size()));
+            return true;
+        }
+        return false;
+    }
+    const std::string_view name = line.substr(0, line.size() - 1);
+    if (line[0] != '.' || line.back() != ':' || reader.special.more_than_colon() ||
+        !std::all_of(name.begin(), name.end(), is_symbol_character)) {
+        return false;
+    }
+    add_label(reader, name);
+    return true;
+}
+
+static void read_line(text_reader& reader, std::string_view line) {
     if (reader.macro_depth != 0) {
         return read_macro_line(reader, line);
     }
-    const bool is_plain = !reader.separator.is_in(reader.text, reader.line_at, end) &&
-                          !reader.block_comment.is_in(reader.text, reader.line_at, end);
-    if (is_plain && !reader.in_comment) {
-        return read_statement(reader, line);
+    reader.special.move_to(reader.line_at, reader.line_at + line.size());
+    if (reader.in_comment || reader.special.needs_parting()) {
+        read_statements(reader, line);
+    } else if (!read_common_line(reader, line)) {
+        read_statement(reader, line);
     }
-    read_statements(reader, line);
 }
 
 // Version 5 of the debugging format tells it in file 0. Before that, some compilers
@@ -682,20 +768,21 @@ std::optional<assembly_error> read_assembly(std::string_view text, assembly_file
                        .assembly = assembly,
                        .options = options,
                        .track = section_track(assembly.sections),
-                       .separator = next_of(std::string_view(&assembly.language->separator, 1))};
+                       .special = special_places(text, assembly.language->separator)};
     for (std::size_t at = 0; at < text.size();) {
-        if (is_in_debug_section(reader)) {
+        if (reader.in_debug) {
             at = take_debug_lines(reader, at);
             if (at == text.size()) {
                 break;
             }
         }
-        const std::size_t end = std::min(text.find('\n', at), text.size());
+        const std::size_t end = end_of_line(text, at);
         const std::size_t next = std::min(end + 1, text.size());
         reader.line_at = static_cast<std::uint32_t>(at);
         // Without a line end of its own, the last line must stay the last.
         reader.next_line_at = static_cast<std::uint32_t>(end < text.size() ? next : at);
-        read_line(reader, static_cast<std::uint32_t>(end));
+        const bool has_return = end != at && text[end - 1] == '\r';
+        read_line(reader, text.substr(at, end - at - (has_return ? 1 : 0)));
         if (reader.error) {
             return reader.error;
         }

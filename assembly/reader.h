@@ -37,12 +37,11 @@ struct section {
 
 // A source position that code was generated for: a `.loc` directive.
 struct code_position {
-    std::uint32_t at;         // where a directive for it goes: the start of the lines that lead up
-    std::uint32_t directive;  // the start of its `.loc` line
-    std::uint32_t file;       // file number, 0 included
-    std::uint32_t line;       // counted from 1; 0 is code without a source line
-    std::uint32_t column;     // 0 where the directive does not tell
-    std::uint32_t code = 0;   // how many lines of code have it
+    std::uint32_t at = 0;  // where a directive for it goes: the start of the lines that lead up
+    std::uint32_t directive = 0;  // the start of its `.loc` line
+    std::uint32_t file = 0;       // file number, 0 included
+    std::uint32_t line = 0;       // counted from 1; 0 is code without a source line
+    std::uint32_t code = 0;       // how many lines of code have it
 };
 
 // A line of code. Its place is how many lines of code its section has before it.
@@ -128,6 +127,9 @@ struct assembly_file {
         return text.substr(it.name_at, it.name_size);
     }
 };
+
+// The column that a position's directive tells; 0 where it does not.
+std::uint32_t column_of(const assembly_file& assembly, const code_position& position);
 
 // Why an assembly text cannot be used.
 struct assembly_error {

@@ -87,7 +87,6 @@ origin annotation::origin_of(std::uint32_t instruction) const {
         const assembly::code_position& position = code_.positions[index];
         it.source = source_of(position.file);
         it.line = position.line;
-        it.column = position.column;
     }
     if (!options_.own_sources) {
         return it;
@@ -100,7 +99,6 @@ origin annotation::origin_of(std::uint32_t instruction) const {
         const code_scope& scope = debug_.scopes[outer.scope];
         outer = {.source = source_of(scope.call_file),
                  .line = scope.call_line,
-                 .column = scope.call_column,
                  .scope = scope.parent,
                  .inlined = outer.scope};
     }
@@ -118,7 +116,7 @@ std::string_view annotation::text_of(std::uint32_t instruction) const {
 void annotation::frames_of(const origin& from, std::string_view symbol,
                            std::vector<frame>& frames) const {
     frames.clear();
-    frame step{.source = from.source, .line = from.line, .column = from.column};
+    frame step{.source = from.source, .line = from.line};
     if (from.scope == none) {
         step.function = names_.readable(symbol);
         frames.push_back(step);
@@ -128,7 +126,7 @@ void annotation::frames_of(const origin& from, std::string_view symbol,
         step.function = function_name(scope);
         frames.push_back(step);
         const code_scope& it = debug_.scopes[scope];
-        step = {.source = source_of(it.call_file), .line = it.call_line, .column = it.call_column};
+        step = {.source = source_of(it.call_file), .line = it.call_line};
     }
 }
 

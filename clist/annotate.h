@@ -25,8 +25,7 @@ using assembly::none;
 struct origin {
     std::uint32_t source = none;  // index in the source list; none where there is no position
     std::uint32_t line = 0;       // 0: no line
-    std::uint32_t column = 0;
-    std::uint32_t scope = none;  // the scope that the line is in
+    std::uint32_t scope = none;   // the scope that the line is in
     std::uint32_t inlined =
         none;  // the outermost scope left out: the library's, called on the line
 
@@ -39,7 +38,6 @@ struct frame {
     std::string_view function = {};  // as listings name it
     std::uint32_t source = none;
     std::uint32_t line = 0;
-    std::uint32_t column = 0;
 };
 
 class annotation {

@@ -105,8 +105,7 @@ std::string_view comment_lines::lines_before(std::uint32_t instruction) {
     }
     last_position_ = position;
     last_scope_ = scope;
-    origin from = model_.origin_of(instruction);
-    from.column = 0;  // a move within the line is none
+    const origin from = model_.origin_of(instruction);
     if (from == last_) {
         return {};
     }

@@ -288,8 +288,8 @@ TEST(AssemblyPositions, OfCodeWithoutALabelAreInAFunctionThatNothingDeclares) {
 TEST(AssemblyPositions, HaveTheirColumn) {
     const assembly_file assembly =
         read("\t.loc 1 3 17 is_stmt 0 view .LVU4\n\tnop\n\t.loc 1 4\n\tnop\n");
-    EXPECT_EQ(assembly.positions[0].column, 17U);
-    EXPECT_EQ(assembly.positions[1].column, 0U);
+    EXPECT_EQ(column_of(assembly, assembly.positions[0]), 17U);
+    EXPECT_EQ(column_of(assembly, assembly.positions[1]), 0U);
 }
 
 // What the object's line table says of each line of code: a `.loc` is of the section that
