@@ -47,10 +47,6 @@ static const char* parameter_list(const char* at, const name_record& record,
     }
     at = parameters(at, state);
     emit_char(')', state);
-    if (*at == 'Q' && state->extended) {
-        emit_text(" requires ", state);
-        at = expression(at + 1, state);
-    }
     return at;
 }
 
@@ -72,8 +68,39 @@ static void put_kind_suffix(char kind, eabi_decode_state* state) {
     state->is_subobject |= kind == '2' ? 1 : 0;
 }
 
+// "Ua9enable_if" "I" { template-arg } "E": the conditions of a call, behind the name. They are
+// printed last, and here only read.
+OUT_OF_LINE static const char* call_conditions(const char* at, const char** conditions,
+                                               eabi_decode_state* state) {
+    constexpr std::string_view code = "Ua9enable_ifI";
+    if (!state->extended ||
+        !std::string_view(at, static_cast<std::size_t>(state->input_end - at)).starts_with(code)) {
+        return at;
+    }
+    const silence silent(state);
+    *conditions = at + code.size();
+    return enclosed_args(*conditions, state);
+}
+
+OUT_OF_LINE static void put_call_conditions(const char* at, eabi_decode_state* state) {
+    const no_record unrecorded(state);
+    emit_text(" [enable_if:", state);
+    ++state->parentheses;
+    for (bool first = true; *at != 'E' && state->error_seen == 0; first = false) {
+        if (!first) {
+            emit_text(", ", state);
+        }
+        const bool is_expression = *at == 'X';
+        at = list_item(is_expression ? at + 1 : at, state);
+        at = is_expression ? expect(at, 'E', state) : at;
+    }
+    --state->parentheses;
+    emit_char(']', state);
+}
+
 // What follows the parameters, and for a name without any the only part.
-static void function_suffix(const name_record& record, bool is_function, eabi_decode_state* state) {
+static const char* function_suffix(const char* at, const name_record& record, bool is_function,
+                                   eabi_decode_state* state) {
     if (is_function) {
         if (record.cv_qualifiers != 0) {
             emit_char(' ', state);
@@ -82,10 +109,15 @@ static void function_suffix(const name_record& record, bool is_function, eabi_de
         if (record.ref_qualifier != 0) {
             emit_text(record.ref_qualifier == 1 ? " &" : " &&", state);
         }
+        if (*at == 'Q' && state->extended) {
+            emit_text(" requires ", state);
+            at = expression(at + 1, state);
+        }
     }
     if (record.ctor_dtor_kind != ' ') {
         put_kind_suffix(record.ctor_dtor_kind, state);
     }
+    return at;
 }
 
 // Moves the text from `middle` on in front of the text from `start` on, and with it
@@ -124,7 +156,11 @@ static const char* function_in_one_pass(const char* at, bool print_params,
     const std::uint64_t start = state->out_len;
     const std::uint64_t first_entry = state->subst_count;
     name_record record;
+    const char* conditions = nullptr;
     at = eabi_name(at, &record, mode_both, state);
+    if (*at == 'U') [[unlikely]] {
+        at = call_conditions(at, &conditions, state);
+    }
     const bool is_function = !at_encoding_end(at, state);
     if (is_function && state->error_seen == 0) {
         if (*at == 'Q') {
@@ -139,7 +175,10 @@ static const char* function_in_one_pass(const char* at, bool print_params,
         }
         at = parameter_list(at, record, state);
     }
-    function_suffix(record, is_function, state);
+    at = function_suffix(at, record, is_function, state);
+    if (conditions != nullptr) [[unlikely]] {
+        put_call_conditions(conditions, state);
+    }
     return at;
 }
 
@@ -302,7 +341,11 @@ OUT_OF_LINE const char* eabi_function_encoding(const char* at, bool print_params
     const unsigned mode = first_pass ? mode_record : mode_print;
     const no_record unrecorded(state, !first_pass);
     name_record record;
+    const char* conditions = nullptr;
     at = eabi_name(at, &record, mode, state);
+    if (*at == 'U') {
+        at = call_conditions(at, &conditions, state);
+    }
     const bool is_function = !at_encoding_end(at, state);
     if (is_function) {
         if (*at == 'Q') {
@@ -313,7 +356,10 @@ OUT_OF_LINE const char* eabi_function_encoding(const char* at, bool print_params
         at = eabi_bare_function_type(at, record, mode, state);
     }
     const silence silent(state, first_pass);
-    function_suffix(record, is_function, state);
+    at = function_suffix(at, record, is_function, state);
+    if (conditions != nullptr) {
+        put_call_conditions(conditions, state);
+    }
     return at;
 }
 

@@ -88,10 +88,16 @@ static const char* global(const char* at, eabi_decode_state* state) {
     return at;
 }
 
-// "cp" callee { argument } "E": a call by a plain name, in parentheses against lookup by
-// the arguments.
+// "cp" name { argument } "E": a call by a plain name, in parentheses against lookup by the
+// arguments.
 static const char* plain_call(const char* at, eabi_decode_state* state) {
-    return call(at + 2, true, state);
+    at += 2;
+    if (!is_digit(*at) && !code_is(at, "on") && !code_is(at, "dn") && !code_is(at, "sr") &&
+        !code_is(at, "gs") && !code_is(at, "L_")) {
+        report_bad_name(state);
+        return at;
+    }
+    return call(at, true, state);
 }
 
 // "dt" object member
@@ -107,28 +113,6 @@ static const char* braces(const char* at, eabi_decode_state* state) {
 // "tl" type { expression } "E"
 static const char* typed_braces(const char* at, eabi_decode_state* state) {
     return braced_list(whole_type(at + 2, state), state);
-}
-
-// "di" field value | "dx" index value | "dX" first last value, in a braced list
-static const char* designator(const char* at, eabi_decode_state* state) {
-    const char kind = at[1];
-    at += 2;
-    if (kind == 'i') {
-        emit_char('.', state);
-        at = source_name(at, state);
-    } else {
-        emit_char('[', state);
-        at = expression(at, state);
-        if (kind == 'X') {
-            emit_text(" ... ", state);
-            at = expression(at, state);
-        }
-        emit_char(']', state);
-    }
-    if (*at != 'd' || (at[1] != 'i' && at[1] != 'x' && at[1] != 'X')) {
-        emit_text(" = ", state);
-    }
-    return expression(at, state);
 }
 
 // "sp" operand
@@ -193,11 +177,8 @@ static const char* member_conversion(const char* at, eabi_decode_state* state) {
 
 static constexpr expression_form forms[] = {
     {"cp", plain_call},
-    {"di", designator},
     {"dn", base_unresolved_name},
     {"dt", member},
-    {"dx", designator},
-    {"dX", designator},
     {"fl", fold},
     {"fL", left_fold_or_param},
     {"fp", function_param},
@@ -205,7 +186,7 @@ static constexpr expression_form forms[] = {
     {"fR", fold},
     {"gs", global},
     {"il", braces},
-    {"mc", member_conversion},
+    {"mc", member_conversion, true},
     {"on", base_unresolved_name},
     {"rq", requires_expression},
     {"rQ", requires_expression},

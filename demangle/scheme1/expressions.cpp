@@ -8,6 +8,7 @@
 #include "demangle/scheme1/types.h"
 #include "demangle/scheme1/unqualified_names.h"
 #include "demangle/scheme1/unresolved_names.h"
+#include "demangle/scheme1/vendor_qualifiers.h"
 
 namespace scheme1 {
 
@@ -25,27 +26,69 @@ const char* decltype_of(const char* at, eabi_decode_state* state) {
     return expect(enclosed_expression(at + 2, state), 'E', state);
 }
 
-// { expression } up to `end`, with commas.
-static const char* expression_list(const char* at, char end, eabi_decode_state* state) {
+bool is_comma_at(const char* at, eabi_decode_state* state) {
+    return *at == 'c' && eabi_operator_info(at, state).form == operator_form::comma;
+}
+
+const char* list_item(const char* at, eabi_decode_state* state) {
+    return is_comma_at(at, state) ? enclosed_expression(at, state) : expression(at, state);
+}
+
+// { item } up to `end`, with commas.
+template <typename Item>
+static const char* item_list(const char* at, char end, eabi_decode_state* state, Item item) {
     for (bool first = true; *at != end && state->error_seen == 0; first = false) {
         if (!first) {
             emit_text(", ", state);
         }
-        at = expression(at, state);
+        at = item(at, state);
     }
     return expect(at, end, state);
 }
 
 const char* enclosed_list(const char* at, char end, eabi_decode_state* state) {
     open_parenthesis(state);
-    at = expression_list(at, end, state);
+    at = item_list(at, end, state, list_item);
     close_parenthesis(state);
     return at;
 }
 
+static bool at_designator(const char* at) {
+    return *at == 'd' && (at[1] == 'i' || at[1] == 'x' || at[1] == 'X');
+}
+
+// "di" field value | "dx" index value | "dX" first last value | expression
+static const char* braced_item(const char* at, eabi_decode_state* state) {
+    if (!at_designator(at)) {
+        return list_item(at, state);
+    }
+    const nesting level(state);
+    if (state->error_seen != 0) {
+        return at;
+    }
+    const char kind = at[1];
+    at += 2;
+    if (kind == 'i') {
+        emit_char('.', state);
+        at = source_name(at, state);
+    } else {
+        emit_char('[', state);
+        at = expression(at, state);
+        if (kind == 'X') {
+            emit_text(" ... ", state);
+            at = expression(at, state);
+        }
+        emit_char(']', state);
+    }
+    if (!at_designator(at)) {
+        emit_text(" = ", state);
+    }
+    return braced_item(at, state);
+}
+
 const char* braced_list(const char* at, eabi_decode_state* state) {
     emit_char('{', state);
-    at = expression_list(at, 'E', state);
+    at = item_list(at, 'E', state, braced_item);
     emit_char('}', state);
     return at;
 }
@@ -73,6 +116,55 @@ static bool is_operation(operator_form form) {
     }
 }
 
+// Whether the text of the type at `at` ends in a name, so that "(" behind it cannot be taken
+// for anything but the operand of a cast.
+static bool ends_in_name(const char* at, eabi_decode_state* state) {
+    const no_record unrecorded(state);
+    while (state->error_seen == 0) {
+        switch (*at) {
+            case 'K':
+            case 'V':
+            case 'r':
+            case 'C':
+            case 'G':
+                ++at;
+                break;
+            case 'P':
+            case 'R':
+            case 'O':
+            case 'M':
+            case 'A':
+            case 'F':
+                return false;
+            case 'D':
+                // "auto" behind a concept does, "decltype(auto)", a size or "..." do not.
+                return std::string_view("BKOTUcoptvwx").find(at[1]) == std::string_view::npos;
+            case 'S': {
+                const char* const spelled = spelled_type(at, state);
+                if (spelled == at) {
+                    return true;
+                }
+                at = spelled;
+                break;
+            }
+            case 'U': {
+                if (!is_digit(at[1])) {
+                    return true;
+                }
+                vendor_qualifier qualifier;
+                at = read_vendor_qualifier(at, &qualifier, state);
+                if (qualifier.form != nullptr && qualifier.form->place != vendor_place::before) {
+                    return qualifier.form->place == vendor_place::around;
+                }
+                break;
+            }
+            default:
+                return true;
+        }
+    }
+    return true;
+}
+
 static bool is_operation_at(const char* at, eabi_decode_state* state) {
     if (*at < 'a' || *at > 'z') {
         return false;
@@ -84,6 +176,9 @@ static bool is_operation_at(const char* at, eabi_decode_state* state) {
         return form->operation;
     }
     const found_operator op = eabi_operator_info(at, state);
+    if (op.form == operator_form::conversion) {
+        return !ends_in_name(at + op.code_length, state);
+    }
     return !op.text.empty() && is_operation(op.form);
 }
 
@@ -162,13 +257,7 @@ const char* member_access(const char* at, std::string_view text, eabi_decode_sta
         emit_text("::", state);
         at += 2;
     }
-    if (code_is(at, "sr")) {
-        return scoped_name(at, state);
-    }
-    if (*at == 'T' || *at == 'L' || code_is(at, "cl") || code_is(at, "fp")) {
-        return operand(at, state);
-    }
-    return base_unresolved_name(at, state);
+    return code_is(at, "sr") ? scoped_name(at, state) : base_unresolved_name(at, state);
 }
 
 // As many operands as the operator has.
@@ -180,7 +269,7 @@ static const char* operation(const char* at, const found_operator& op, eabi_deco
         if (i != 0) {
             emit_text(", ", state);
         }
-        at = expression(at, state);
+        at = list_item(at, state);
     }
     close_parenthesis(state);
     return at;
@@ -189,7 +278,13 @@ static const char* operation(const char* at, const found_operator& op, eabi_deco
 // type expression | type "_" { expression } "E"
 static const char* conversion(const char* at, eabi_decode_state* state) {
     at = whole_type(at, state);
-    return *at == '_' ? enclosed_list(at + 1, 'E', state) : enclosed_expression(at, state);
+    if (*at == '_') {
+        return enclosed_list(at + 1, 'E', state);
+    }
+    open_parenthesis(state);
+    at = list_item(at, state);
+    close_parenthesis(state);
+    return at;
 }
 
 // type expression: "<" type ">(" expression ")"
@@ -289,9 +384,20 @@ OUT_OF_LINE static const char* operator_expression(const char* at, eabi_decode_s
 
 // ---- All expressions ----
 
-// "u" source-name { template-arg } "E"
+// "u" source-name { template-arg } "E", and in older names
+// "u8__uuidof" ( "t" type | "z" expression )
 OUT_OF_LINE static const char* vendor_expression(const char* at, eabi_decode_state* state) {
-    return enclosed_args(source_name(at + 1, state), state);
+    const char* const name_end = source_name(at + 1, state);
+    const bool uuidof =
+        std::string_view(at, static_cast<std::size_t>(name_end - at)) == "u8__uuidof";
+    if (!uuidof || !state->extended || (*name_end != 't' && *name_end != 'z') ||
+        !reads_otherwise(doubt_uuidof, state)) {
+        return enclosed_args(name_end, state);
+    }
+    open_parenthesis(state);
+    at = *name_end == 't' ? whole_type(name_end + 1, state) : expression(name_end + 1, state);
+    close_parenthesis(state);
+    return at;
 }
 
 // expression ::= source-name ... | literal | template-param | "u" ... | form | operator

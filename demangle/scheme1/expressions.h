@@ -8,6 +8,10 @@ namespace scheme1 {
 
 const char* expression(const char* at, eabi_decode_state* state);
 
+// An expression as one of a list, where a comma expression goes into parentheses.
+bool is_comma_at(const char* at, eabi_decode_state* state);
+const char* list_item(const char* at, eabi_decode_state* state);
+
 // An expression in the place of an operand: an operator expression in parentheses.
 const char* operand(const char* at, eabi_decode_state* state);
 

@@ -10,6 +10,7 @@
 
 #include "demangle/scheme1/encoding.h"
 #include "demangle/scheme1/input.h"
+#include "demangle/scheme1/skip.h"
 #include "demangle/scheme1/types.h"
 
 namespace scheme1 {
@@ -185,7 +186,31 @@ static const char* cast_value(const char* type, const char* at, eabi_decode_stat
     return signed_digits(at, state);
 }
 
-// literal ::= "L" type value "E" | "L_Z" encoding "E"
+// encoding "E"
+static const char* entity(const char* at, eabi_decode_state* state) {
+    const unsigned char lambda_flag = state->lambda_flag;
+    state->lambda_flag = 0;
+    at = eabi_encoding(at, true, state);
+    state->lambda_flag = lambda_flag;
+    return expect(at, 'E', state);
+}
+
+// lambda "E": an argument by itself, its type without a value. Null where a value follows.
+static const char* lambda_literal(const char* type, eabi_decode_state* state) {
+    const std::uint64_t entries = state->subst_count;
+    const char* const end = skip_type(type, state);
+    if (*end != 'E') {
+        state->subst_count = entries;
+        return nullptr;
+    }
+    if (state->suppress_depth == 0) {
+        const no_record unrecorded(state);
+        whole_type(type, state);
+    }
+    return end + 1;
+}
+
+// literal ::= "L" type value "E" | "L_Z" encoding "E" | "L" lambda "E"
 const char* literal(const char* at, eabi_decode_state* state) {
     ++at;
     const nesting level(state);
@@ -193,11 +218,10 @@ const char* literal(const char* at, eabi_decode_state* state) {
         return at;
     }
     if (at[0] == '_' && at[1] == 'Z') {
-        const unsigned char lambda_flag = state->lambda_flag;
-        state->lambda_flag = 0;
-        at = eabi_encoding(at + 2, true, state);
-        state->lambda_flag = lambda_flag;
-        return expect(at, 'E', state);
+        return entity(at + 2, state);
+    }
+    if (at[0] == 'Z' && state->extended && reads_otherwise(doubt_literal, state)) {
+        return entity(at + 1, state);
     }
     for (const integer_suffix& row : integer_suffixes) {
         if (row.code == *at) {
@@ -213,6 +237,11 @@ const char* literal(const char* at, eabi_decode_state* state) {
     if (at[0] == 'D' && at[1] == 'n') {
         emit_text("nullptr", state);
         return expect(at[2] == '0' ? at + 3 : at + 2, 'E', state);
+    }
+    if (at[0] == 'U' && at[1] == 'l' && state->extended) {
+        if (const char* const end = lambda_literal(at, state)) {
+            return end;
+        }
     }
     const char* const type = at;
     emit_char('(', state);

@@ -53,19 +53,22 @@ OUT_OF_LINE static prefix_component read_component(const char* at, bool first,
         return {at + 2, false};
     }
     if (*at == 'M' && !first) {  // the initialiser of the variable before it
-        progress->has_args = before.has_args;
+        if (before.std_only || at[1] == 'E' || at[1] == 'I' || at[1] == 'M') {
+            report_bad_name(state);
+        }
         return {at + 1, false};
+    }
+    // These two stand only at the beginning.
+    if (first && *at == 'T') {
+        *component = {.last_name = last_name_at(at, state)};
+        return {eabi_template_param(at, state), true, subst_template_param};
+    }
+    if (first && *at == 'D' && (at[1] == 't' || at[1] == 'T')) {
+        *component = {};
+        return {decltype_of(at, state)};
     }
     if (!first) {
         emit_text("::", state);
-    }
-    if (*at == 'T') {
-        *component = {.last_name = last_name_at(at, state)};
-        return {eabi_template_param(at, state), true, first ? subst_template_param : subst_prefix};
-    }
-    if (*at == 'D' && (at[1] == 't' || at[1] == 'T')) {
-        *component = {};
-        return {decltype_of(at, state)};
     }
     progress->named = true;
     return {unqualified_name(at, component, state), true,
@@ -100,8 +103,8 @@ const char* prefix(const char* at, const char* bound, bool whole_is_type, name_r
                 report_bad_name(state);
                 break;
             }
-            at = template_args(at, wants_blank(*component), state);
-            component->flags &= static_cast<unsigned char>(~ends_in_less);
+            at = template_args(at, wants_blank(*component, at, state), state);
+            component->flags &= static_cast<unsigned char>(~is_less);
             progress = {.named = true, .has_args = true};
         } else {
             read = read_component(at, first, &progress, component, state);
@@ -151,13 +154,18 @@ static const char* nested_name(const char* at, bool is_type, name_record* record
 
 // ---- Local names ----
 
-// "_" digit  |  "__" number "_"
+// "_" digit  |  "__" number "_"  |  number, as some compilers end a name
 OUT_OF_LINE static const char* discriminator(const char* at, eabi_decode_state* state) {
-    if (*at != '_' || (!is_digit(at[1]) && at[1] != '_')) {
-        return at;
-    }
     std::uint64_t number = 0;
-    if (at[1] == '_') {
+    if (is_digit(*at) && state->extended) {
+        const char* const end = read_number(at, &number, state);
+        if (*end != '\0') {
+            return at;
+        }
+        at = end;
+    } else if (*at != '_' || (!is_digit(at[1]) && at[1] != '_')) {
+        return at;
+    } else if (at[1] == '_') {
         at = expect(read_number(at + 2, &number, state), '_', state);
     } else {
         number = static_cast<std::uint64_t>(at[1] - '0');
@@ -226,7 +234,7 @@ static const char* unscoped_name(const char* at, name_record* record, last_compo
     at = unqualified_name(at, component, state);
     if (*at == 'I') {
         eabi_add_substitution(start, subst_name, start, *component, text_at, state);
-        at = template_args(at, wants_blank(*component), state);
+        at = template_args(at, wants_blank(*component, at, state), state);
         record->no_return_type = carries_no_return_type(*component);
     } else {
         record->no_return_type = true;
@@ -251,7 +259,7 @@ static const char* name_part(const char* at, name_record* record, last_component
                 record->no_return_type = true;
                 record->ctor_dtor_kind = component->kind;
                 if (*at == 'I') {
-                    at = template_args(at, wants_blank(*component), state);
+                    at = template_args(at, wants_blank(*component, at, state), state);
                     record->no_return_type = carries_no_return_type(*component);
                 }
                 return at;

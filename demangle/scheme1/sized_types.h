@@ -9,10 +9,13 @@ namespace scheme1 {
 const char* array_prefix(const char* at, unsigned cv, bool allow_template_args,
                          eabi_decode_state* state);
 
+// Where the element of the array at `at` stands.
+const char* array_element(const char* at, eabi_decode_state* state);
+
 // The bounds in brackets; gives the position of the element.
 const char* array_suffix(const char* at, bool marked, eabi_decode_state* state);
 
-// "Dv", "DB", "DU" and "DF".
+// "Dv", "DB", "DU", "DF", and the fixed-point types "DA", "DR" and "DS".
 const char* sized_type(const char* at, unsigned cv, bool allow_template_args,
                        eabi_decode_state* state);
 

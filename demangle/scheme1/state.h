@@ -33,15 +33,19 @@ enum type_shape : unsigned char {
     shape_direct = 4,     // that suffix is its own: a mark needs a parenthesis first
     shape_qualified = 8,  // its outermost level carries qualifiers
     shape_greater = 16,   // the array bounds behind it show a ">" outside parentheses
+    // Qualifiers from around stand behind its mark: without them it would end in the mark.
+    shape_mark_qualified = 32,
 };
 
 // What is known of a component of a name; the first two also while the name goes on.
 enum component_flag : unsigned char {
-    is_conversion = 1,  // a conversion operator
-    ends_in_less = 2,   // an operator whose text ends in "<"
-    in_lambda = 4,      // stood in a lambda's parameter list
-    names_module = 8,   // the name of a module
-    without_args = 16,  // what follows a parameter in it is not its arguments
+    is_conversion = 1,       // a conversion operator
+    is_less = 2,             // an operator whose text ends in "<"
+    in_lambda = 4,           // stood in a lambda's parameter list
+    in_leveled_lambda = 64,  // or in one that spells the level of its own parameters
+    names_module = 8,        // the name of a module
+    without_args = 16,       // what follows a parameter in it is not its arguments
+    is_complete = 32,        // a type that takes no arguments
 };
 
 // A component of a name, as what follows it needs to know it.
@@ -59,11 +63,6 @@ inline constexpr std::uint32_t abbreviation_name = 0xFFFFFF00;
 // Constructors, destructors and conversions carry no return type, templates or not.
 inline bool carries_no_return_type(const last_component& component) {
     return component.kind != ' ' || (component.flags & is_conversion) != 0;
-}
-
-// A name that ends in "<" keeps a blank before its argument list.
-inline bool wants_blank(const last_component& component) {
-    return (component.flags & ends_in_less) != 0;
 }
 
 // The kinds of substitutable components.
@@ -104,12 +103,15 @@ struct one_class_answers {
     std::uint8_t yes[512];
 };
 
-// Where compilers disagree on how a class in front of "::" is written and entered. The
-// first reading is tried; where the name goes wrong with it, the other one.
+// Where compilers disagree on how something is written and entered. The first reading is
+// tried; where the name goes wrong with it, the other one.
 enum doubt : unsigned {
     doubt_one_class = 1,         // "sr" class member, or "sr" class+ "E" member
     doubt_class_levels = 2,      // "srN" class levels "E" member: whether the levels are entered
     doubt_dependent_levels = 4,  // the same behind a template parameter or a decltype
+    doubt_bit_types = 8,         // whether "DB" and "DU" are entered
+    doubt_literal = 16,          // "LZ": of a local type, or the older spelling of "L_Z"
+    doubt_uuidof = 32,           // "u8__uuidof": with arguments, or the older "t" or "z" and one
 };
 
 // What an attempt at the name builds up: starting over is one assignment of it.
@@ -126,7 +128,8 @@ struct attempt_state : output_state {
     unsigned shape = 0;             // type_shape bits of the type decoded last
     std::uint32_t parentheses = 0;  // open around the expression being printed
     bool greater_seen = false;      // a ">" operator stood outside parentheses
-    unsigned char lambda_flag = 0;  // in_lambda in a lambda's parameter list
+    unsigned char lambda_flag = 0;  // in_lambda or in_leveled_lambda in its parameter list
+    bool level_seen = false;        // a lambda's parameter list spelled a level
     unsigned doubts = 0;            // that were met
     bool rotation_missed = false;   // the buffer was too small to move the return type
     bool skipped_in_use = false;    // `skipped` has been cleared
@@ -165,6 +168,12 @@ struct eabi_decode_state : scheme1::attempt_state {
 void report_bad_name(eabi_decode_state* state);
 
 namespace scheme1 {
+
+// Whether what is in doubt is to be read the other way.
+inline bool reads_otherwise(doubt in_doubt, eabi_decode_state* state) {
+    state->doubts |= in_doubt;
+    return (state->second_readings & in_doubt) != 0;
+}
 
 inline bool is_open(names_mode mode, const eabi_decode_state* state) {
     return static_cast<unsigned>(mode) <= static_cast<unsigned>(state->extended);

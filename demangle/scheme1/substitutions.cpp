@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "demangle/scheme1/expressions.h"
+#include "demangle/scheme1/function_types.h"
 #include "demangle/scheme1/input.h"
 #include "demangle/scheme1/names.h"
 #include "demangle/scheme1/types.h"
@@ -40,6 +41,17 @@ static const abbreviation* find_abbreviation(char code) {
         std::find_if(std::begin(abbreviations), std::end(abbreviations),
                      [code](const abbreviation& entry) { return entry.code == code; });
     return row == std::end(abbreviations) ? nullptr : row;
+}
+
+// The tags of an abbreviation, at `at`: with them it is entered.
+OUT_OF_LINE static const char* tagged_abbreviation(const char* start, const char* at,
+                                                   std::uint64_t text_at,
+                                                   const last_component* component,
+                                                   eabi_decode_state* state) {
+    at = abi_tags(at, state);
+    eabi_add_substitution(start, subst_prefix, at,
+                          component != nullptr ? *component : last_component{}, text_at, state);
+    return at;
 }
 
 // ---- The table ----
@@ -126,7 +138,7 @@ static void decode_again(const subst_entry& entry, subst_mode mode, unsigned cv,
 // is named differently in a lambda's parameter list and outside.
 static bool text_can_be_copied(const subst_entry& entry, const eabi_decode_state* state) {
     return entry.text_length != no_text &&
-           (entry.component.flags & in_lambda) == state->lambda_flag;
+           (entry.component.flags & (in_lambda | in_leveled_lambda)) == state->lambda_flag;
 }
 
 // Copies the entry's text when it stands in the output and the qualifiers can be
@@ -155,7 +167,7 @@ static bool copy_entry(const subst_entry& entry, unsigned cv, eabi_decode_state*
 static void set_component(const subst_entry& entry, last_component* component) {
     if (component != nullptr) {
         *component = entry.component;
-        component->flags &= is_conversion | ends_in_less;
+        component->flags &= is_conversion | is_less | is_complete;
         component->shape = 0;
     }
 }
@@ -181,7 +193,11 @@ OUT_OF_LINE static void print_entry(subst_entry entry, subst_mode mode, unsigned
         show_greater(state);
     }
     if (cv != 0) {
-        shape = (shape & ~static_cast<unsigned>(shape_mark)) | shape_qualified;
+        // Those of a function stand behind its parameters.
+        if ((shape & shape_mark) != 0 && !at_function(entry.start)) {
+            shape ^= shape_mark | shape_mark_qualified;
+        }
+        shape |= shape_qualified;
     }
     state->shape = shape;
 }
@@ -231,14 +247,20 @@ const char* eabi_substitution(const char* at, subst_mode mode, unsigned cv_quali
                 component->last_name = abbreviation_name | static_cast<unsigned char>(*at);
             }
         }
+        const char* const start = at - 1;
+        ++at;
         if (mode != subst_type_suffix) {
             eabi_cv_qualifiers(cv_qualifiers, true, state);
+            const std::uint64_t text_at = state->out_len;
             if (found != nullptr) {
                 emit_text(found->text, state);
             }
+            if (*at == 'B') {
+                at = tagged_abbreviation(start, at, text_at, component, state);
+            }
         }
         state->shape = named_shape(cv_qualifiers);
-        return at + 1;
+        return at;
     }
     std::uint64_t index = 0;
     const char* const index_end = read_sequence_number(at, &index);
@@ -266,9 +288,11 @@ const char* eabi_substitution(const char* at, subst_mode mode, unsigned cv_quali
 // number where newer compilers give one.
 const char* eabi_template_param(const char* at, eabi_decode_state* state) {
     ++at;
-    if (*at == 'L' && state->extended) {
+    const bool leveled = *at == 'L' && state->extended;
+    if (leveled) {
         std::uint64_t ignored = 0;
         at = expect(read_number(at + 1, &ignored, state), '_', state);
+        state->level_seen = state->level_seen || state->lambda_flag != 0;
     }
     std::int64_t number = 1;
     if (*at != '_') {
@@ -281,7 +305,7 @@ const char* eabi_template_param(const char* at, eabi_decode_state* state) {
     }
     at = expect(at, '_', state);
     if (state->suppress_depth == 0) {
-        if (state->lambda_flag != 0) {
+        if (state->lambda_flag == in_lambda || (state->lambda_flag != 0 && leveled)) {
             emit_text("auto:", state);
         } else {
             emit_char('T', state);

@@ -63,12 +63,14 @@ static bool may_show_greater(const char* at) {
     }
 }
 
-// "X" expression "E". One that shows a ">" would seem to close the list and goes
-// into parentheses; whether it does is known only after a silent first reading.
+// "X" expression "E". One that shows a ">" would seem to close the list, and a comma to
+// part two arguments: it goes into parentheses. Whether a ">" shows is known only after a
+// silent first reading.
 OUT_OF_LINE static const char* expression_arg(const char* at, eabi_decode_state* state) {
     const bool skipped = state->suppress_depth != 0 || may_show_greater(at);
     bool enclosed = false;
     const char* end = skipped ? skip_expression(at, &enclosed, state) : at;
+    enclosed = enclosed || is_comma_at(at, state);
     if (state->suppress_depth == 0) {
         const std::uint32_t parentheses = std::exchange(state->parentheses, 0);
         const bool greater_seen = state->greater_seen;

@@ -49,26 +49,98 @@ static void open_mark(eabi_decode_state* state) {
     }
 }
 
+// The qualifiers that apply to the mark in front of them.
+static void qualify_mark(unsigned cv, eabi_decode_state* state) {
+    if (cv != 0) {
+        eabi_cv_qualifiers(cv, false, state);
+        state->shape = (state->shape & shape_behind_mark) | shape_qualified | shape_mark_qualified;
+    }
+}
+
 // Behind a mark: enters the type, then the qualifiers that apply to the mark.
 static void finish_mark(const char* start, std::uint64_t text_at, unsigned cv,
                         bool allow_template_args, eabi_decode_state* state) {
     state->shape = (state->shape & shape_behind_mark) | shape_mark;
     enter_type(start, text_at, true, allow_template_args, state);
-    if (cv != 0) {
-        eabi_cv_qualifiers(cv, false, state);
-        state->shape = (state->shape & shape_behind_mark) | shape_qualified;
-    }
+    qualify_mark(cv, state);
 }
 
-// A run of qualifiers and the type below it, without entering the run.
-static const char* qualified_prefix(const char* at, unsigned cv, bool allow_template_args,
-                                    eabi_decode_state* state) {
+// Letters and the type that they qualify, which is none of theirs to enter.
+static const char* lettered_prefix(const char* at, unsigned cv, bool allow_template_args,
+                                   eabi_decode_state* state) {
+    const char* const letters = at;
     at = qualifier_run(at, &cv);
-    if (*at != 'U' || !is_digit(at[1])) {
-        if (at_function(at)) {
-            return function_prefix(at, state);
+    if (at_function(at)) {  // the letters are part of it
+        return function_prefix(at, state);
+    }
+    at = eabi_type(at, cv, allow_template_args, state);
+    if (letters != at && qualifier_bit(*letters) != 0) {
+        state->shape &= ~static_cast<unsigned>(shape_mark_qualified);
+    }
+    return at;
+}
+
+// Whether qualifiers of the type at `at` stand behind a mark.
+static bool ends_in_mark(const char* at, eabi_decode_state* state) {
+    const no_record unrecorded(state);
+    while (state->error_seen == 0) {
+        switch (*at) {
+            case 'P':
+            case 'R':
+            case 'O':
+            case 'M':
+                return true;
+            case 'K':
+            case 'V':
+            case 'r':
+                ++at;
+                break;
+            case 'A':
+                at = array_element(at, state);
+                break;
+            case 'U': {
+                if (!is_digit(at[1])) {
+                    return false;
+                }
+                vendor_qualifier qualifier;
+                at = read_vendor_qualifier(at, &qualifier, state);
+                if (qualifier.form != nullptr && qualifier.form->place != vendor_place::before) {
+                    return qualifier.form->place == vendor_place::mark;
+                }
+                break;
+            }
+            case 'S': {
+                const char* const spelled = spelled_type(at, state);
+                if (spelled == at) {
+                    return false;
+                }
+                at = spelled;
+                break;
+            }
+            default:
+                return false;
         }
-        return eabi_type(at, cv, allow_template_args, state);
+    }
+    return false;
+}
+
+// Whether only qualifiers stand in front of a function type.
+static bool leads_to_function(const char* at, eabi_decode_state* state) {
+    const no_record unrecorded(state);
+    while (state->error_seen == 0 && *at == 'U' && is_digit(at[1])) {
+        vendor_qualifier qualifier;
+        at = read_vendor_qualifier(at, &qualifier, state);
+    }
+    unsigned ignored = 0;
+    return at_function(qualifier_run(at, &ignored));
+}
+
+// A vendor qualifier, those behind it, letters behind them and the qualified type, without
+// entering them.
+static const char* vendor_prefix(const char* at, unsigned cv, bool allow_template_args,
+                                 eabi_decode_state* state) {
+    if (*at != 'U' || !is_digit(at[1])) {
+        return lettered_prefix(at, cv, allow_template_args, state);
     }
     const nesting level(state);
     if (state->error_seen != 0) {
@@ -79,38 +151,57 @@ static const char* qualified_prefix(const char* at, unsigned cv, bool allow_temp
     const vendor_place place =
         qualifier.form == nullptr ? vendor_place::before : qualifier.form->place;
     if (place == vendor_place::before) {
+        // Qualifiers from around stand in front of the vendor's, or behind a mark.
+        if (cv != 0 && state->suppress_depth == 0 && !ends_in_mark(at, state)) {
+            eabi_cv_qualifiers(cv, true, state);
+            cv = 0;
+        }
         emit_vendor_name(qualifier, state);
-        return qualified_prefix(at, cv, allow_template_args, state);
+        if (is_block_pointer(qualifier) && leads_to_function(at, state)) {
+            return eabi_type(at, cv, allow_template_args, state);
+        }
+        return vendor_prefix(at, cv, allow_template_args, state);
     }
     if (place == vendor_place::mark) {
-        at = qualified_prefix(at, 0, allow_template_args, state);
+        at = vendor_prefix(at, 0, allow_template_args, state);
         open_mark(state);
         emit_text(qualifier.form->text, state);
         state->shape = (state->shape & shape_behind_mark) | shape_mark;
-        if (cv != 0) {
-            eabi_cv_qualifiers(cv, false, state);
-            state->shape = (state->shape & shape_behind_mark) | shape_qualified;
-        }
+        qualify_mark(cv, state);
         return at;
     }
     eabi_cv_qualifiers(cv, true, state);
     emit_text(qualifier.form->text, state);
     const char* const inner = at;
-    at = qualified_prefix(at, 0, allow_template_args, state);
+    at = vendor_prefix(at, 0, allow_template_args, state);
     finish_type(inner, 0, state);
     emit_text(qualifier.form->closer, state);
     state->shape = named_shape(cv);
     return at;
 }
 
-// { "K" | "V" | "r" | "U" source-name [ args ] } type: one entry for the whole run.
+// Enters a type as it is without the qualifiers from around it, and leaves the shape that it
+// has with them.
+static void enter_unqualified(const char* start, std::uint64_t text_at, bool own_text,
+                              bool allow_template_args, eabi_decode_state* state) {
+    const unsigned shape = state->shape;
+    if ((shape & shape_mark_qualified) != 0) {
+        state->shape = (shape & ~static_cast<unsigned>(shape_mark_qualified)) | shape_mark;
+    }
+    enter_type(start, text_at, own_text, allow_template_args, state);
+    state->shape = shape;
+}
+
+// { "U" source-name [ args ] } { "K" | "V" | "r" } type: one entry for what stands in front of
+// the type. Behind letters a "U" begins another one.
 OUT_OF_LINE static const char* qualified_type(const char* at, unsigned cv, bool allow_template_args,
                                               eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
-    at = qualified_prefix(at, cv, allow_template_args, state);
+    at = *at == 'U' ? vendor_prefix(at, cv, allow_template_args, state)
+                    : lettered_prefix(at, cv, allow_template_args, state);
     state->shape |= shape_qualified;
-    enter_type(start, text_at, cv == 0, allow_template_args, state);
+    enter_unqualified(start, text_at, cv == 0, allow_template_args, state);
     return at;
 }
 
@@ -153,6 +244,13 @@ OUT_OF_LINE static const char* d_type(const char* at, unsigned cv, bool allow_te
             state->shape = named_shape(cv);
             return at;
         }
+        case 'A':
+        case 'R':
+        case 'S':
+            if (!state->extended) {
+                break;
+            }
+            [[fallthrough]];
         case 'v':
         case 'B':
         case 'U':
@@ -194,7 +292,7 @@ OUT_OF_LINE static const char* d_type(const char* at, unsigned cv, bool allow_te
 // Template arguments behind what may be a template, and the entry for the two.
 static const char* applied_args(const char* start, const char* at, std::uint64_t text_at,
                                 last_component* component, eabi_decode_state* state) {
-    at = template_args(at, wants_blank(*component), state);
+    at = template_args(at, wants_blank(*component, at, state), state);
     component->kind = ' ';
     component->flags = 0;
     eabi_add_substitution(start, subst_type, start, *component, text_at, state);
@@ -240,10 +338,10 @@ OUT_OF_LINE static const char* s_type(const char* at, unsigned cv, bool allow_te
         state->shape = named_shape(cv);
         return at;
     }
-    const bool allowed = allow_template_args || is_template_reference(at, state);
     const std::uint64_t whole_at = state->out_len;
     at = eabi_substitution(at, subst_type_prefix, cv, false, &component, state);
-    if (*at == 'I' && allowed) {
+    if (*at == 'I' && (component.flags & is_complete) == 0 &&
+        (allow_template_args || is_template_reference(start, state))) {
         at = applied_args(start, at, cv == 0 ? whole_at : no_text, &component, state);
         state->shape = named_shape(cv);
     }
@@ -274,7 +372,7 @@ OUT_OF_LINE static const char* suffixed_type(const char* at, unsigned cv, bool a
                                              eabi_decode_state* state) {
     const char* const start = at;
     at = *at == 'F' ? function_prefix(at, state) : array_prefix(at, cv, allow_template_args, state);
-    enter_type(start, no_text, false, allow_template_args, state);
+    enter_unqualified(start, no_text, false, allow_template_args, state);
     return at;
 }
 
@@ -309,7 +407,7 @@ OUT_OF_LINE static const char* vendor_type(const char* at, unsigned cv,
     const std::uint64_t text_at = state->out_len;
     at = source_name(at + 1, state);
     if (*at == 'I') {
-        at = template_args(at, false, state);
+        at = template_args(at, at[-1] == '<', state);
     }
     state->shape = 0;
     enter_type(start, text_at, true, true, state);
@@ -403,15 +501,17 @@ void eabi_type_suffix(const char* at, unsigned cv_qualifiers, bool marked,
                 ++at;
                 break;
             case 'U': {
+                if (!is_digit(at[1])) {  // a name
+                    return;
+                }
                 vendor_qualifier qualifier;
                 at = read_vendor_qualifier(at, &qualifier, state);
                 if (qualifier.form != nullptr && qualifier.form->place == vendor_place::around) {
                     return;
                 }
-                if (qualifier.form != nullptr && qualifier.form->place == vendor_place::mark) {
-                    marked = true;
-                    cv = 0;
-                }
+                marked = marked ||
+                         (qualifier.form != nullptr && qualifier.form->place == vendor_place::mark);
+                cv = 0;
                 break;
             }
             case 'M':

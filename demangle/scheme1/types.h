@@ -64,8 +64,8 @@ inline void enter_type(const char* start, std::uint64_t text_at, bool own_text,
     if (subst_entry* const entry = next_entry(start, whole ? text_at : no_text, state)) {
         entry->kind = subst_type;
         entry->prefix_end = 0;
-        const unsigned flags =
-            state->lambda_flag | (allow_template_args ? 0U : static_cast<unsigned>(without_args));
+        const unsigned flags = state->lambda_flag | static_cast<unsigned>(is_complete) |
+                               (allow_template_args ? 0U : static_cast<unsigned>(without_args));
         entry->component = {.flags = static_cast<unsigned char>(flags),
                             .shape = static_cast<unsigned char>(state->shape)};
     }

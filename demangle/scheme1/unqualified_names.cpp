@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "demangle/scheme1/expressions.h"
 #include "demangle/scheme1/function_types.h"
@@ -13,21 +14,45 @@
 
 namespace scheme1 {
 
+// How the source name of an unnamed namespace begins.
+static constexpr std::string_view anonymous = "_GLOBAL__N";
+
 // source-name ::= length identifier
 const char* source_name(const char* at, eabi_decode_state* state) {
     std::uint64_t length = 0;
     at = read_number(at, &length, state);
-    if (length == 0 || length > static_cast<std::uint64_t>(state->input_end - at)) {
+    if (length == 0 || length > static_cast<std::uint64_t>(state->input_end - at) ||
+        length > longest_text) {
         report_bad_name(state);
         return at;
     }
-    constexpr std::string_view anonymous = "_GLOBAL__N";
     if (*at == '_' && std::string_view(at, length).starts_with(anonymous)) {
         emit_text("<unnamed>", state);
     } else {
         emit_text({at, length}, state);
     }
     return at + length;
+}
+
+OUT_OF_LINE bool ends_in_less(const last_component& component, const char* args,
+                              const eabi_decode_state* state) {
+    if ((component.flags & is_less) != 0) {
+        return true;
+    }
+    const char* at = last_name_of(component, state);
+    if (at == nullptr || !is_digit(*at)) {
+        return false;
+    }
+    std::size_t length = 0;
+    for (; is_digit(*at); ++at) {
+        length = length * 10 + static_cast<std::size_t>(*at - '0');
+    }
+    const std::string_view text(at, length);
+    if (!text.ends_with('<') || text.starts_with(anonymous)) {
+        return false;
+    }
+    // Behind tags the text ends in another letter.
+    return component.kind == ' ' ? at[length] != 'B' : args[-1] == component.kind;
 }
 
 // { "B" source-name }
@@ -50,42 +75,92 @@ static const char* instance(const char* at, eabi_decode_state* state) {
     return at;
 }
 
-// "Ul" { parameter declaration } type+ "E" [ number ] "_"  |  "Ut" [ number ] "_"
-OUT_OF_LINE static const char* unnamed_type(const char* at, eabi_decode_state* state) {
-    if (at[1] == 't') {
-        emit_text("[unnamed type", state);
-        at = instance(at + 2, state);
-        emit_char(']', state);
+// [ "Q" expression ], which prints nothing here
+static const char* constraint(const char* at, eabi_decode_state* state) {
+    if (*at != 'Q' || !state->extended) {
         return at;
     }
-    if (at[1] != 'l') {
-        report_bad_name(state);
-        return at;
+    const silence silent(state);
+    return expression(at + 1, state);
+}
+
+// { parameter declaration } [ constraint ] type+ [ constraint ]
+static const char* lambda_signature(const char* at, eabi_decode_state* state) {
+    while (at_template_param_decl(at, state) && state->error_seen == 0) {
+        at = template_param_decl(at, state);
     }
+    at = constraint(at, state);
+    emit_char('(', state);
+    at = parameters(at, state);
+    emit_char(')', state);
+    return constraint(at, state);
+}
+
+// Whether the signature spells the level of the lambda's own parameters: only reading it
+// tells. What it enters is taken back, because it is still to be read.
+OUT_OF_LINE static bool spells_levels(const char* at, eabi_decode_state* state) {
+    if (std::string_view(at, static_cast<std::size_t>(state->input_end - at)).find("TL") ==
+        std::string_view::npos) {
+        return false;
+    }
+    const silence silent(state);
+    const std::uint64_t entries = state->subst_count;
+    const bool level_seen = std::exchange(state->level_seen, false);
+    lambda_signature(at, state);
+    state->subst_count = entries;
+    return std::exchange(state->level_seen, level_seen);
+}
+
+// "Ul" signature "E" [ number ] "_"
+OUT_OF_LINE static const char* lambda(const char* at, eabi_decode_state* state) {
     const nesting level(state);
     if (state->error_seen != 0) {
         return at;
     }
-    const unsigned char outer = state->lambda_flag;
-    state->lambda_flag = in_lambda;
     at += 2;
-    while (at_template_param_decl(at, state) && state->error_seen == 0) {
-        at = template_param_decl(at, state);
+    const unsigned char outer = std::exchange(state->lambda_flag, in_lambda);
+    const bool level_seen = state->level_seen;
+    if (state->extended && state->suppress_depth == 0 && spells_levels(at, state)) {
+        state->lambda_flag = in_leveled_lambda;
     }
-    if (*at == 'Q' && state->extended) {
-        const silence silent(state);
-        at = expression(at + 1, state);
-    }
-    emit_text("[lambda(", state);
-    at = parameters(at, state);
-    emit_char(')', state);
-    if (*at == 'Q' && state->extended) {
-        const silence silent(state);
-        at = expression(at + 1, state);
-    }
+    emit_text("[lambda", state);
+    at = lambda_signature(at, state);
     state->lambda_flag = outer;
+    state->level_seen = level_seen;
     at = expect(at, 'E', state);
     at = instance(at, state);
+    emit_char(']', state);
+    return at;
+}
+
+namespace {
+
+// What has a letter and a number for a name.
+struct numbered_type {
+    char code;
+    std::string_view text;
+    names_mode mode;
+};
+
+}  // namespace
+
+static constexpr numbered_type numbered_types[] = {
+    {'t', "[unnamed type", always},
+    {'b', "[block", extended},
+};
+
+// lambda | "U" letter [ number ] "_"
+OUT_OF_LINE static const char* unnamed_type(const char* at, eabi_decode_state* state) {
+    if (at[1] == 'l') {
+        return lambda(at, state);
+    }
+    const auto* const row = std::ranges::find(numbered_types, at[1], &numbered_type::code);
+    if (row == std::end(numbered_types) || !is_open(row->mode, state)) {
+        report_bad_name(state);
+        return at;
+    }
+    emit_text(row->text, state);
+    at = instance(at + 2, state);
     emit_char(']', state);
     return at;
 }
@@ -173,8 +248,8 @@ OUT_OF_LINE static const char* operator_name(const char* at, last_component* com
     emit_text(found.text, state);
     emit_text(found.tail, state);
     emit_text(found.closer, state);
-    if (found.tail.empty() && found.text.ends_with('<')) {
-        component->flags |= ends_in_less;
+    if ((found.tail.empty() ? found.text : found.tail).ends_with('<')) {
+        component->flags |= is_less;
     }
     return at + found.code_length;
 }
@@ -195,6 +270,7 @@ const char* unqualified_name(const char* at, last_component* component, eabi_dec
             module_stop = at = module_end(at, state);
         }
         if (*at == 'F') {  // a friend that is told apart by its constraints
+            emit_text("friend ", state);
             ++at;
         }
     }
@@ -226,7 +302,7 @@ const char* unqualified_name(const char* at, last_component* component, eabi_dec
     }
     if (*at == 'B') {
         at = abi_tags(at, state);
-        component->flags &= static_cast<unsigned char>(~ends_in_less);
+        component->flags &= static_cast<unsigned char>(~is_less);
     }
     if (module != nullptr) {
         emit_char('@', state);

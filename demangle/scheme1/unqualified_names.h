@@ -3,6 +3,7 @@
 #pragma once
 
 #include "demangle/scheme1/input.h"
+#include "demangle/scheme1/substitutions.h"
 
 namespace scheme1 {
 
@@ -53,6 +54,21 @@ inline const char* plain_source_name(const char* at, bool scoped, eabi_decode_st
     copy_text(to + scope, text, length);
     state->out_len += length + scope;
     return text + length;
+}
+
+// Whether the component's text ends in "<", so that a blank stands in front of its argument
+// list at `args`.
+bool ends_in_less(const last_component& component, const char* args,
+                  const eabi_decode_state* state);
+
+// The same, told by the text where it stands in the buffer.
+inline bool wants_blank(const last_component& component, const char* args,
+                        const eabi_decode_state* state) {
+    if (state->overflowed == 0 &&
+        (state->out_len == 0 || state->out_buf[state->out_len - 1] != '<')) {
+        return false;
+    }
+    return ends_in_less(component, args, state);
 }
 
 }  // namespace scheme1

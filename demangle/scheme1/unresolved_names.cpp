@@ -12,8 +12,9 @@ namespace scheme1 {
 
 // source-name [ template-args ]
 const char* simple_id(const char* at, eabi_decode_state* state) {
-    at = abi_tags(source_name(at, state), state);
-    return *at == 'I' ? template_args(at, false, state) : at;
+    const char* const name_end = source_name(at, state);
+    at = abi_tags(name_end, state);
+    return *at == 'I' ? template_args(at, at == name_end && at[-1] == '<', state) : at;
 }
 
 // base-unresolved-name ::= simple-id | [ "on" ] operator-name [ args ] | "dn" destructor-name
@@ -35,7 +36,7 @@ const char* base_unresolved_name(const char* at, eabi_decode_state* state) {
     }
     last_component component;
     at = unqualified_name(at, &component, state);
-    return *at == 'I' ? template_args(at, wants_blank(component), state) : at;
+    return *at == 'I' ? template_args(at, wants_blank(component, at, state), state) : at;
 }
 
 // simple-id+ "E": the classes between the first one and the name.
@@ -62,8 +63,7 @@ static bool look_for_one_class(const char** position, eabi_decode_state* state) 
     if (*at != 'E' || !(is_digit(at[1]) || code_is(at + 1, "on") || code_is(at + 1, "dn"))) {
         return true;
     }
-    state->doubts |= doubt_one_class;
-    return (state->second_readings & doubt_one_class) != 0;
+    return reads_otherwise(doubt_one_class, state);
 }
 
 // Where the answer for a position is kept: one bit in the first part of a name, else a
@@ -125,14 +125,12 @@ static bool at_unresolved_levels(const char* at, eabi_decode_state* state) {
         return false;
     }
     if (at[1] == 'T' || at[1] == 'D' || (at[1] == 'S' && is_dependent_reference(at + 1, state))) {
-        state->doubts |= doubt_dependent_levels;
-        return (state->second_readings & doubt_dependent_levels) == 0;
+        return !reads_otherwise(doubt_dependent_levels, state);
     }
     if (at[1] != 'S' || at[2] == 't') {
         return false;
     }
-    state->doubts |= doubt_class_levels;
-    return (state->second_readings & doubt_class_levels) != 0;
+    return reads_otherwise(doubt_class_levels, state);
 }
 
 // "sr" type name | "sr" simple-id+ "E" name | "srN" type simple-id+ "E" name

@@ -1,6 +1,9 @@
 // Vendor qualifiers, those among them that have a text of their own.
 #include "demangle/scheme1/vendor_qualifiers.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "demangle/scheme1/template_args.h"
 #include "demangle/scheme1/unqualified_names.h"
 
@@ -28,15 +31,12 @@ const char* read_vendor_qualifier(const char* at, vendor_qualifier* qualifier,
         return at;
     }
     qualifier->name = {start, static_cast<std::size_t>(at - start)};
-    for (const vendor_form& form : vendor_forms) {
-        if (form.name == qualifier->name) {
-            qualifier->form = &form;
-        }
-    }
     if (*at == 'I') {
         qualifier->args = at;
-        at = template_args(at, false, state);
+        return template_args(at, false, state);
     }
+    const auto* const form = std::ranges::find(vendor_forms, qualifier->name, &vendor_form::name);
+    qualifier->form = form != std::end(vendor_forms) ? form : nullptr;
     return at;
 }
 
@@ -48,7 +48,8 @@ void emit_vendor_name(const vendor_qualifier& qualifier, eabi_decode_state* stat
         emit_text(qualifier.form->text, state);
         return;
     }
-    if (qualifier.name.starts_with(opencl_vector) && qualifier.name.size() > opencl_vector.size()) {
+    if (qualifier.args == nullptr && qualifier.name.starts_with(opencl_vector) &&
+        qualifier.name.size() > opencl_vector.size()) {
         const std::string_view count = qualifier.name.substr(opencl_vector.size());
         if (count.find_first_not_of("0123456789") == std::string_view::npos) {
             std::uint64_t elements = 0;
@@ -62,7 +63,7 @@ void emit_vendor_name(const vendor_qualifier& qualifier, eabi_decode_state* stat
     emit_text(qualifier.name, state);
     if (qualifier.args != nullptr) {
         const no_record unrecorded(state);
-        template_args(qualifier.args, false, state);
+        template_args(qualifier.args, qualifier.name.ends_with('<'), state);
     }
     emit_char(' ', state);
 }

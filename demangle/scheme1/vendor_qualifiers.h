@@ -27,6 +27,11 @@ struct vendor_qualifier {
 const char* read_vendor_qualifier(const char* at, vendor_qualifier* qualifier,
                                   eabi_decode_state* state);
 
+// A block: the function type behind it is a type of its own.
+inline bool is_block_pointer(const vendor_qualifier& qualifier) {
+    return qualifier.name == "block_pointer" && qualifier.args == nullptr;
+}
+
 // What stands in front of the qualified type, with its blank.
 void emit_vendor_name(const vendor_qualifier& qualifier, eabi_decode_state* state);
 

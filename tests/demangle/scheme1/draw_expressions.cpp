@@ -154,7 +154,7 @@ List draw_list(Drawing& drawing, int depth, unsigned most, std::string open) {
     for (unsigned count = draw(drawing, most + 1); count != 0; --count) {
         const Tree item = draw_expression(drawing, depth);
         list.pieces.emplace_back(item);
-        items.push_back(text_of(item));
+        items.push_back(item_text(item));
     }
     list.pieces.emplace_back("E");
     list.text = joined(items);
@@ -172,7 +172,10 @@ Tree draw_operation(Drawing& drawing, int depth) {
     if (kind < 45) {
         const Tree second = draw_expression(drawing, depth - 1);
         if (chance(drawing, 8)) {
-            static constexpr Coded rows[] = {{"cm", ", "}, {"ds", ".*"}, {"pm", " ->* "}};
+            return comma(first, second);
+        }
+        if (chance(drawing, 6)) {
+            static constexpr Coded rows[] = {{"ds", ".*"}, {"pm", " ->* "}};
             const Coded& row = draw_row(drawing, rows);
             return operation({row.code, first, second},
                              operand_text(first) + row.text + operand_text(second));
@@ -257,8 +260,9 @@ Tree draw_braces(Drawing& drawing, int depth) {
 }
 
 Tree draw_call(Drawing& drawing, int depth) {
-    const Tree callee = draw_expression(drawing, depth - 1);
     const bool parenthesised = chance(drawing, 20);
+    const Tree callee =
+        parenthesised ? draw_base_name(drawing, depth - 1) : draw_expression(drawing, depth - 1);
     List list = draw_list(drawing, depth - 1, 3, parenthesised ? "cp" : "cl");
     list.pieces.insert(list.pieces.begin() + 1, callee);
     std::string text = operand_text(callee);
@@ -274,10 +278,10 @@ Tree draw_conversion(Drawing& drawing, int depth) {
         List list = draw_list(drawing, depth - 1, 3, "_");
         Pieces pieces = {"cv", type};
         pieces.insert(pieces.end(), list.pieces.begin(), list.pieces.end());
-        return bare(std::move(pieces), text_of(type) + "(" + list.text + ")");
+        return cast(std::move(pieces), type, list.text);
     }
     const Tree operand = draw_expression(drawing, depth - 1);
-    return bare({"cv", type, operand}, text_of(type) + "(" + text_of(operand) + ")");
+    return cast({"cv", type, operand}, type, item_text(operand));
 }
 
 Tree draw_vendor(Drawing& drawing, int depth) {
@@ -300,13 +304,14 @@ Tree draw_vendor(Drawing& drawing, int depth) {
                         "safe_cast<" + text_of(type) + ">(" + text_of(operand) + ")");
         case 4: {
             const Tree second = draw_expression(drawing, depth - 1);
-            return bare({"v29builtinab", operand, second},
-                        "builtin-operation-ab(" + text_of(operand) + ", " + text_of(second) + ")");
+            return bare(
+                {"v29builtinab", operand, second},
+                "builtin-operation-ab(" + item_text(operand) + ", " + item_text(second) + ")");
         }
         default: {
             const Tree second = draw_expression(drawing, depth - 1);
             return bare({"v212clisubscript", operand, second},
-                        "subscript(" + text_of(operand) + ", " + text_of(second) + ")");
+                        "subscript(" + item_text(operand) + ", " + item_text(second) + ")");
         }
     }
 }

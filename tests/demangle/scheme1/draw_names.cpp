@@ -151,7 +151,8 @@ Name draw_scope_root(Drawing& drawing, int depth) {
         return std_namespace();
     }
     if (kind < 30) {
-        return abbreviation("siod"[draw(drawing, 4)]);
+        const Name name = abbreviation("siod"[draw(drawing, 4)]);
+        return chance(drawing, 20) ? tagged(name, "cxx11") : name;
     }
     if (kind < 36) {
         const Name name = abbreviation(chance(drawing, 50) ? 'a' : 'b');

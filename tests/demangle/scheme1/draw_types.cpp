@@ -49,8 +49,9 @@ constexpr Coded builtin_rows[] = {
 };
 
 constexpr Coded extended_rows[] = {
-    {"g", "__float128"},  {"Dd", "_Decimal64"}, {"De", "_Decimal128"},
-    {"Df", "_Decimal32"}, {"Dh", "_Float16"},
+    {"DAs", "short _Accum"}, {"DRj", "unsigned _Fract"}, {"DSDRi", "_Sat _Fract"},
+    {"g", "__float128"},     {"Dd", "_Decimal64"},       {"De", "_Decimal128"},
+    {"Df", "_Decimal32"},    {"Dh", "_Float16"},
 };
 
 Tree draw_builtin(Drawing& drawing) {
@@ -73,11 +74,23 @@ std::string draw_qualifiers(Drawing& drawing) {
     return letters[draw(drawing, letters.size())];
 }
 
-// Qualifiers and vendor qualifiers go on what has no mark yet.
+Tree draw_function(Drawing& drawing, int depth, bool of_member);
+
+// Vendor qualifiers go on what has no mark yet; letters behind them belong to them, and
+// letters in front are qualifiers of the whole.
 Tree draw_vendor_qualified(Drawing& drawing, int depth) {
+    if (depth > 1 && chance(drawing, 15)) {
+        const Tree function = draw_function(drawing, depth - 1, false);
+        return chance(drawing, 50) ? prefixed("U13block_pointer", "block_pointer ", function)
+                                   : pointer("P", prefixed_whole("U6ms_abi", "ms_abi ", function));
+    }
     Tree type = draw_builtin(drawing);
     if (chance(drawing, 50)) {
         type = type_of(draw_class(drawing, depth - 1));
+    }
+    if (depth > 0 && chance(drawing, 15)) {
+        type = draw_vendor_qualified(drawing, 0);
+        return qualified(chance(drawing, 50) ? "K" : "VK", type);
     }
     std::string letters;
     std::string words;
@@ -137,6 +150,10 @@ Tree draw_array(Drawing& drawing, int depth) {
         }
     }
     const std::string bound = std::to_string(draw(drawing, 1000));
+    const bool qualified = element->plain.find_first_of("KVr") == 0;
+    if (element->shape == Shape::name && !qualified && chance(drawing, 10)) {
+        return qualified_array("K", bound, element);
+    }
     return array_of(bound, bound, element);
 }
 

@@ -74,7 +74,7 @@ bool ends_in_mark(const std::string& text) {
 
 // A mark, a parenthesis or a bracket stands behind one blank, but right behind a mark.
 std::string spaced(const std::string& text) {
-    return ends_in_mark(text) ? text : text + " ";
+    return ends_in_mark(text) || text.ends_with(' ') ? text : text + " ";
 }
 
 // A pointer mark, alone or with its class in front.
@@ -188,6 +188,14 @@ Tree array_of(const Tree& bound, const Tree& element) {
     return array_part({"A", bound, "_", element}, text_of(bound), element);
 }
 
+Tree qualified_array(std::string_view letters, const std::string& bound, const Tree& element) {
+    const Tree text = array_of(bound, bound, qualified(letters, element));
+    Part part = part_of({std::string(letters), array_of(bound, bound, element)}, text->before);
+    part.after = text->after;
+    part.shape = Shape::array;
+    return entered_part(std::move(part));
+}
+
 Tree member_pointer(const Tree& owner, const Tree& member) {
     return entered_part(marked(part_of({"M", owner, member}, ""), member, text_of(owner) + "::*"));
 }
@@ -197,6 +205,12 @@ Tree prefixed(std::string_view code, std::string_view text, const Tree& type) {
     part.after = type->after;
     part.shape = type->shape;
     return entered_part(std::move(part));
+}
+
+Tree prefixed_whole(std::string_view code, std::string_view text, const Tree& type) {
+    Part inner = *type;
+    inner.identity.clear();
+    return prefixed(code, text, tree_of(std::move(inner)));
 }
 
 Tree expansion(const Tree& pattern) {
@@ -271,7 +285,7 @@ Tree pack(const std::vector<Tree>& list) {
 }
 
 Tree expression_argument(const Tree& expression) {
-    const std::string text = text_of(expression);
+    const std::string text = item_text(expression);
     return fixed({"X", expression, "E"}, expression->greater ? "(" + text + ")" : text);
 }
 
@@ -305,6 +319,13 @@ Name abbreviation(char letter) {
     name.text = row.text;
     name.repeat = row.repeat;
     return name;
+}
+
+Name tagged(const Name& name, std::string_view tag) {
+    Name result = name;
+    result.text += "[abi:" + std::string(tag) + "]";
+    result.prefix = entered({name.prefix, "B" + source_name(tag)}, result.text);
+    return result;
 }
 
 Name of_parameter(const Tree& parameter) {
@@ -383,8 +404,26 @@ Tree operation(Pieces pieces, std::string text, bool greater) {
     return tree_of(std::move(part));
 }
 
+Tree comma(const Tree& first, const Tree& second) {
+    Part part = part_of({"cm", first, second}, operand_text(first) + ", " + operand_text(second));
+    part.operation = true;
+    part.comma = true;
+    return tree_of(std::move(part));
+}
+
+Tree cast(Pieces pieces, const Tree& type, const std::string& values) {
+    Part part = part_of(std::move(pieces), text_of(type) + "(" + values + ")");
+    const bool ends_in_name = type->shape == Shape::name && !type->before.ends_with(')');
+    part.operation = !ends_in_name;
+    return tree_of(std::move(part));
+}
+
 std::string operand_text(const Tree& expression) {
     return expression->operation ? "(" + text_of(expression) + ")" : text_of(expression);
+}
+
+std::string item_text(const Tree& expression) {
+    return expression->comma ? operand_text(expression) : text_of(expression);
 }
 
 }  // namespace scheme1

@@ -37,6 +37,7 @@ struct Part {
     Shape shape = Shape::name;
     bool operation = false;  // an expression that takes parentheses as an operand
     bool greater = false;    // an expression that holds ">" outside parentheses
+    bool comma = false;      // a comma expression, which takes them as one of a list, too
 };
 
 std::string text_of(const Tree& tree);
@@ -63,8 +64,11 @@ Tree pointer(std::string_view code, const Tree& to);  // "P", "R" or "O"
 Tree qualified(std::string_view letters, const Tree& type);
 Tree array_of(const std::string& bound, const std::string& bound_text, const Tree& element);
 Tree array_of(const Tree& bound, const Tree& element);
+Tree qualified_array(std::string_view letters, const std::string& bound, const Tree& element);
 Tree member_pointer(const Tree& owner, const Tree& member);
 Tree prefixed(std::string_view code, std::string_view text, const Tree& type);
+// A type that only enters the table together with what stands in front of it.
+Tree prefixed_whole(std::string_view code, std::string_view text, const Tree& type);
 Tree expansion(const Tree& pattern);
 
 struct Signature {
@@ -107,6 +111,7 @@ struct Name {
 
 Name std_namespace();
 Name abbreviation(char letter);
+Name tagged(const Name& name, std::string_view tag);
 Name of_parameter(const Tree& parameter);
 Name global_name(const Unqualified& component);
 Name member_name(const Name& scope, const Unqualified& component);
@@ -120,7 +125,11 @@ Tree entity_of(const Name& name, std::string_view qualifiers);
 // Expressions.
 Tree bare(Pieces pieces, std::string text);
 Tree operation(Pieces pieces, std::string text, bool greater = false);
+Tree comma(const Tree& first, const Tree& second);
+// A cast to the type, in the form of a call.
+Tree cast(Pieces pieces, const Tree& type, const std::string& values);
 std::string operand_text(const Tree& expression);
+std::string item_text(const Tree& expression);
 
 // A whole name without "_Z", with both of its texts.
 struct Encoding {

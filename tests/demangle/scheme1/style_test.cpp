@@ -117,7 +117,7 @@ TEST(Scheme1Style, ExpressionsParenthesiseOperandsThatAreOperators) {
         {"_Z1fIiEvRAgtT_Li1E_i1AIXcvS1_T_EE",
          "void f<int>(int (&)[T1 > 1], A<(int (&)[T1 > 1](T1))>)"},
         {"1AIXptT_1xEE", "A<T1->x>"},
-        {"1AIXcmT_T0_EE", "A<T1, T2>"},
+        {"1AIXcmT_T0_EE", "A<(T1, T2)>"},
         {"1AIXdsT_T0_EE", "A<T1.*T2>"},
         {"1AIXpmT_T0_EE", "A<T1 ->* T2>"},
         {"1AIXawT_EE", "A<co_await T1>"},

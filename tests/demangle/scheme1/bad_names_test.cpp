@@ -1,0 +1,152 @@
+// Scheme 1: names that look well formed and are not.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/demangle/scheme1/rows.h"
+
+TEST(Scheme1BadNames, ParametersAndDecltypesBeginAPrefix) {
+    static constexpr Row rows[] = {
+        {"_ZN1A1BT_1xE", bad},
+        {"_ZN1AT_1xE", bad},
+        {"_ZN1AT_E", bad},
+        {"_ZN1AIiET_1xE", bad},
+        {"_ZNStT_1xE", bad},
+        {"_ZNT_T0_1xE", bad},
+        {"_ZNT_IiET0_1xE", bad},
+        {"_ZNSsT_1xE", bad},
+        {"_Z1f1ANS_T_1xE", bad},
+        {"_ZN1A1BDtfp_E1xE", bad},
+        {"_ZN1A1BDTfp_E1xE", bad},
+        {"_ZN1ADtfp_EE", bad},
+        {"_ZNDtfp_EDtfp_E1xE", bad},
+        {"_ZNDtfp_ET_1xE", bad},
+        {"_ZNT_1xE", "T1::x"},
+        {"_ZNT_IiE1xE", "T1<int>::x"},
+        {"_ZNDtfp_E1xE", "decltype(param#1)::x"},
+        {"_ZNDTfp_E1xE", "decltype(param#1)::x"},
+        {"_ZNT_E", bad},
+        {"_ZNDtfp_EE", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1BadNames, TheMarkOfAnInitialiserStandsBetweenTwoComponents) {
+    static constexpr Row rows[] = {
+        {"_Z1fN1AME", bad},
+        {"_ZN1AME", bad},
+        {"_ZN1AMEv", bad},
+        {"_ZN1A1BME", bad},
+        {"_ZN1AIiEME", bad},
+        {"_ZN1AMMUlvE_E", bad},
+        {"_ZNMUlvE_E", bad},
+        {"_ZNStMUlvE_E", bad},
+        {"_ZN1AMIiEUlvE_E", bad},
+        {"_ZN1AMUlvE_E", "A::[lambda() (instance 1)]"},
+        {"_ZN1AIiEMUlvE_E", "A<int>::[lambda() (instance 1)]"},
+        {"_Z1fN1xMUlvE_ENS_MUlvE0_E", "f(x::[lambda() (instance 1)], x::[lambda() (instance 2)])"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1BadNames, AMemberIsAName) {
+    static constexpr Row rows[] = {
+        {"_Z1fIXdtfp_T_EEvv", bad},
+        {"DtdtT_T0_E", bad},
+        {"DtptT_T0_E", bad},
+        {"Dtdtfp_fp0_E", bad},
+        {"Dtdtfp_Li1EE", bad},
+        {"Dtptfp_LDnEE", bad},
+        {"Dtdtfp_cl1gEE", bad},
+        {"Dtptfp_cl1gEE", bad},
+        {"Dtdtfp_plT_T0_E", bad},
+        {"Dtdtfp_E", bad},
+        {"Dtdtfp_1xE", "decltype(param#1.x)"},
+        {"Dtdtfp_1xIiEE", "decltype(param#1.x<int>)"},
+        {"DtdtT_sr1A1xE", "decltype(T1.A::x)"},
+        {"DtptT_gssr1A1xE", "decltype(T1->::A::x)"},
+        {"DtdtT_onplE", "decltype(T1.operator +)"},
+        {"DtdtT_dnT_E", "decltype(T1.~T1)"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1BadNames, DesignatorsStandInBracesOnly) {
+    static constexpr Row rows[] = {
+        {"_Z1fIXdi1xLi1EEEvv", bad},
+        {"Dtdi1xLi1EE", bad},
+        {"DtdxLi0ELi1EE", bad},
+        {"DtdXLi0ELi1ELi2EE", bad},
+        {"Dtcl1gdi1xLi1EEE", bad},
+        {"Dtpldi1xLi1ELi2EE", bad},
+        {"Dtcvi_di1xLi1EEE", bad},
+        {"Dtnw_ipidi1xLi1EEE", bad},
+        {"Dtildi1xLi1EEE", "decltype({.x = 1})"},
+        {"Dttl1Adi1xLi1EEE", "decltype(A{.x = 1})"},
+        {"DtildxLi0ELi1EEE", "decltype({[0] = 1})"},
+        {"DtildXLi0ELi3ELi1EEE", "decltype({[0 ... 3] = 1})"},
+        {"Dtildi1xdi1yLi1EEE", "decltype({.x.y = 1})"},
+        {"Dtildi1xdxLi2ELi1EEE", "decltype({.x[2] = 1})"},
+        {"Dtnw_1Aildi1xLi1EEE", "decltype(new A{.x = 1})"},
+        {"Dtildi1xildi1yLi1EEEE", "decltype({.x = {.y = 1}})"},
+        {"Dtilngdi1xLi1EEE", bad},
+        {"Dtildi1xngdi1yLi1EEE", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1BadNames, TheSecondFormOfACallTakesAName) {
+    static constexpr Row rows[] = {
+        {"_Z1fIXcpT_EEEvv", bad},
+        {"DtcpT_T0_EE", bad},
+        {"Dtcpfp_EE", bad},
+        {"DtcpplT_T0_T_EE", bad},
+        {"DtcpLi1EEE", bad},
+        {"Dtcpcl1gEEE", bad},
+        {"Dtcp1fEE", "decltype((f)())"},
+        {"Dtcp1fIiET_EE", "decltype((f<int>)(T1))"},
+        {"DtcponplT_EE", "decltype((operator +)(T1))"},
+        {"Dtcpsr1A1fT_EE", "decltype((A::f)(T1))"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1BadNames, TheSizeOfAVectorIsANumberOrMarked) {
+    static constexpr Row rows[] = {
+        {"_Z1fDv_2_x_f", "f(float __vector(_x))"},
+        {"_Z1fDv_1x_f", "f(float __vector(x))"},
+        {"_Z1fIiEvDv_T__f", "void f<int>(float __vector(T1))"},
+        {"_Z1fIiEvDv_plT_Li1E_i", "void f<int>(int __vector(T1 + 1))"},
+        {"_Z1fDv_Li4E_f", "f(float __vector(4))"},
+        {"_Z1fDv_L_Z1xE_f", "f(float __vector(x))"},
+        {"_Z1fDv4_f", "f(float __vector(4))"},
+        {"_Z1fDv16_f", "f(float __vector(16))"},
+        {"Dv_4_f", bad},
+        {"Dv1n_i", bad},
+        {"Dvn1_i", bad},
+        {"DvT__f", "float __vector(T1)"},  // as GCC writes it
+        {"DvLi4E_f", "float __vector(4)"},
+        {"Dv4f", bad},
+        {"Dv_f", bad},
+        {"Dv__f", bad},
+        {"Dv4_", bad},
+        {"Dv", bad},
+        {"Dv_T_f", bad},
+    };
+    expect_rows(rows);
+}
+
+// 16 MiB are a text that may be.
+TEST(Scheme1BadNames, ASourceNameThatIsTooLongByItself) {
+    constexpr std::size_t longest = std::size_t{16} << 20;
+    const auto source_name = [](std::size_t length) {
+        return std::to_string(length) + std::string(length, 'a');
+    };
+    EXPECT_EQ(decoded("_Z" + source_name(longest)).size(), longest);
+    EXPECT_EQ(decoded("_Z" + source_name(longest + 1)), bad);
+    EXPECT_EQ(decoded(source_name(longest)).size(), longest);
+    EXPECT_EQ(decoded(source_name(longest + 1)), bad);
+    EXPECT_EQ(decoded("_ZTI" + source_name(longest)), bad);
+    EXPECT_EQ(decoded("_ZN1A" + source_name(longest - 3) + "E").size(), longest);
+    EXPECT_EQ(decoded("_ZN1A" + source_name(longest - 2) + "E"), bad);
+}
