@@ -2,6 +2,7 @@
 // an error.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <string_view>
@@ -18,8 +19,12 @@ namespace {
 constexpr std::string_view operators[] = {
     "<=>", "<<=", ">>=", "->*", "<<", ">>", "<=", ">=", "->", "<?", ">?", "<", ">"};
 
-std::size_t operator_length(std::string_view text) {
-    for (const std::string_view op : operators) {
+// Names of operators that end in a blank, which opens no operator.
+constexpr std::string_view blank_names[] = {"new ", "new[] ", "delete ", "delete[] "};
+
+template <std::size_t count>
+std::size_t length_of_one(const std::string_view (&ops)[count], std::string_view text) {
+    for (const std::string_view op : ops) {
         if (text.starts_with(op)) {
             return op.size();
         }
@@ -37,9 +42,11 @@ std::string without_operators(std::string_view text) {
         if (text.starts_with("operator <unnamed>")) {
             skipped = 0;
         } else if (text.starts_with(name)) {
-            skipped = name.size() + operator_length(text.substr(name.size()));
+            const std::string_view op = text.substr(name.size());
+            skipped = name.size() +
+                      std::max(length_of_one(operators, op), length_of_one(blank_names, op));
         } else if (text.starts_with(' ')) {
-            const std::size_t length = operator_length(text.substr(1));
+            const std::size_t length = length_of_one(operators, text.substr(1));
             skipped = length != 0 && text.substr(1 + length).starts_with(' ') ? length + 1 : 0;
         } else if (text.starts_with("->") || text.starts_with("--")) {
             skipped = 2;
@@ -125,7 +132,7 @@ TEST(Scheme1Balance, TellsWhetherBracketsAreBalanced) {
     for (const char* text :
          {"", "f(int (&)[3])", "A<(1 > 2)>", "operator <<<int>(T1)", "operator < <int>(T1)",
           "T1->x", "A<T1 ->* T2>", "f(A<B<int>>)", "A<1 < 2>", "int{T1, 2}", "x <=> y",
-          "A::operator ->() const", "operator <=><int>()", "A<T1-->"}) {
+          "A::operator ->() const", "operator <=><int>()", "A<T1-->", "f(A<operator new > &)"}) {
         EXPECT_TRUE(is_balanced(text)) << text;
     }
     for (const char* text : {"f(", "f)", "f(int (&)[3)]", "A<1 > 2", "A<int", "f(A<B<int>)",
