@@ -9,16 +9,20 @@ namespace assembly {
 namespace {
 struct other_form {
     std::string_view mark;  // at the start of a line
+    bool has_functions;
     std::string_view advice;
 };
 }  // namespace
 
-static constexpr std::array<other_form, 5> other_forms = {{
-    {"source_filename = ", "intermediate code in place of assembly; compile without -flto"},
-    {"\t.section\t.gnu.lto_", "no code, which -flto leaves to the linker; compile without -flto"},
-    {"\t.cv_loc\t", "no lines but those of CodeView; compile with -gdwarf"},
-    {"\t.stabn\t", "no lines but those of stabs; compile with -gdwarf"},
-    {"\t.section\t.debug_line,", "no lines but those in a table; compile with -gas-loc-support"},
+static constexpr std::array<other_form, 6> other_forms = {{
+    {"source_filename = ", false, "intermediate code in place of assembly; compile without -flto"},
+    {"\t.section\t.gnu.lto_", false,
+     "no code, which -flto leaves to the linker; compile without -flto"},
+    {"\t.cv_loc\t", true, "no lines but those of CodeView; compile with -gdwarf"},
+    {"\t.stabn\t", true, "no lines but those of stabs; compile with -gdwarf"},
+    {"\t.section\t.debug_line,", true,
+     "no lines but those in a table; compile with -gas-loc-support"},
+    {"", true, "no line information; compile with -g"},
 }};
 
 static bool has_line(std::string_view text, std::string_view beginning) {
@@ -36,12 +40,14 @@ std::string_view missing_lines(const assembly_file& assembly, std::string_view t
                     [](const function_code& function) { return function.entry.has_value(); })) {
         return {};
     }
-    for (const other_form& form : other_forms) {
-        if (has_line(text, form.mark)) {
-            return form.advice;
-        }
-    }
-    return assembly.functions.empty() ? "" : "no line information; compile with -g";
+    const bool has_functions =
+        std::any_of(assembly.functions.begin(), assembly.functions.end(),
+                    [](const function_code& function) { return function.is_declared; });
+    const auto* const form =
+        std::find_if(other_forms.begin(), other_forms.end(), [&](const other_form& it) {
+            return it.has_functions == has_functions && has_line(text, it.mark);
+        });
+    return form == other_forms.end() ? "" : form->advice;
 }
 
 }  // namespace assembly

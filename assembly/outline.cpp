@@ -444,12 +444,26 @@ void skip_directive_rest(outline_reader& reader) {
     }
 }
 
+// line-directive ::= "line" number ["\"" name "\""]
+void read_line_origin(outline_reader& reader) {
+    const std::string_view rest =
+        reader.text.substr(reader.at, end_of_line(reader.text, reader.at) - reader.at);
+    const std::size_t begin = rest.find('"');
+    const std::size_t end = rest.rfind('"');
+    if (begin < end && end != std::string_view::npos) {
+        reader.outline.origins.push_back({reader.line, rest.substr(begin + 1, end - begin - 1)});
+    }
+}
+
 void read_directive(outline_reader& reader) {
     ++reader.at;
     while (peek(reader) == ' ' || peek(reader) == '\t') {
         ++reader.at;
     }
     const std::string_view name = take_word(reader);
+    if (name == "line") {
+        read_line_origin(reader);
+    }
     std::vector<conditional_state>& conditionals = reader.conditionals;
     bool is_disabled = false;
     if (name == "if" || name == "ifdef" || name == "ifndef") {

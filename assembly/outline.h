@@ -31,10 +31,17 @@ struct source_block {
 
 inline constexpr std::size_t no_block = static_cast<std::size_t>(-1);
 
+// `#line NUMBER "FILE"`: what follows was taken from another file.
+struct line_origin {
+    std::uint32_t line;     // of the directive
+    std::string_view file;  // as it stands between the quotes
+};
+
 struct source_outline {
     std::string_view text;
     std::vector<source_block> blocks;  // in the order of their opening braces
     std::vector<bool> statement_end;   // by line: a statement or a block's brace ends there
+    std::vector<line_origin> origins;  // in the order of the text
 };
 
 // Reads the outline of a source text. Any text is taken; what is not C or C++ just

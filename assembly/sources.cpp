@@ -48,6 +48,10 @@ static bool was_given_absolute(const assembly_file& assembly, const file_entry& 
            (zero != assembly.files.end() && zero->second.name == full && is_absolute(full));
 }
 
+std::string compiled_name(const assembly_file& assembly, const file_entry& entry) {
+    return join(assembly.compilation_directory, join(entry.directory, entry.name));
+}
+
 // A file by the one name that it can have. That it is missing is left to be told when it is
 // to be listed.
 static found_source read_as(const std::string& name, const source_access& access) {
@@ -63,7 +67,7 @@ static found_source look_for(const assembly_file& assembly, const file_entry& en
                              const prefix_map& renames, const source_access& access) {
     const std::string& base = assembly.compilation_directory;
     const std::string written = join(entry.directory, entry.name);
-    const std::string full = join(base, written);
+    const std::string full = compiled_name(assembly, entry);
     for (const std::string& name : {written, full}) {
         if (const std::optional<std::string> other = renamed(renames, name)) {
             return read_as(*other, access);

@@ -32,6 +32,10 @@ source_access system_sources();
 // A name in a directory; an absolute name stays as it is, and no directory adds nothing.
 std::string join(std::string_view directory, std::string_view name);
 
+// The name of a source file where it was compiled: absolute if the assembly tells. Entries
+// that share it are one file.
+std::string compiled_name(const assembly_file& assembly, const file_entry& entry);
+
 struct found_source {
     std::string name;               // to reach it by
     std::optional<text_file> file;  // nothing when it cannot be read

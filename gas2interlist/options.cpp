@@ -4,9 +4,8 @@
 #include <optional>
 
 namespace gas2interlist {
-namespace {
 
-constexpr std::string_view usage =
+static constexpr std::string_view usage =
     R"(Usage: gas2interlist [-o FILE] [--source-map OLD=NEW]... [--no-warnings] [FILE]
 
 Reads the assembly that gcc -S -g or clang -S -g writes and places the
@@ -27,7 +26,7 @@ Exit status: 0 success, 1 unusable input or a failing file, 2 wrong usage.
 Example: gcc -S -g prog.c -o - | gas2interlist > prog.asm && interlist prog.asm
 )";
 
-bool add_source_map(options& result, std::string_view rule) {
+static bool add_source_map(options& result, std::string_view rule) {
     const std::size_t sign = rule.find('=');
     if (sign == std::string_view::npos) {
         result.error = "--source-map needs OLD=NEW, not '" + std::string(rule) + "'";
@@ -36,8 +35,6 @@ bool add_source_map(options& result, std::string_view rule) {
     result.source_map.emplace_back(rule.substr(0, sign), rule.substr(sign + 1));
     return true;
 }
-
-}  // namespace
 
 std::string_view usage_text() {
     return usage;

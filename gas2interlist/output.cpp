@@ -19,16 +19,15 @@
 #include "gas2interlist/signals.h"
 
 namespace gas2interlist {
-namespace {
 
 namespace fs = std::filesystem;
 using assembly::descriptor;
 
-constexpr mode_t all_may_use = 0666;
+static constexpr mode_t all_may_use = 0666;
 
 // --- The text ---
 
-bool write_all(int to, std::string_view text) {
+static bool write_all(int to, std::string_view text) {
     while (!text.empty()) {
         const ssize_t count = ::write(to, text.data(), text.size());
         if (count < 0 && errno == EINTR) {
@@ -44,7 +43,7 @@ bool write_all(int to, std::string_view text) {
 
 // Pieces are put together first: most are some lines long. Nor does a write ever touch a
 // mapped input, whose loss it would report as its own failure.
-bool write_pieces(int to, const interlisted_text& text) {
+static bool write_pieces(int to, const interlisted_text& text) {
     std::array<char, std::size_t{1} << 16> block;
     std::size_t filled = 0;
     const bool is_written = for_each_piece(text, [&](std::string_view piece) {
@@ -63,12 +62,12 @@ bool write_pieces(int to, const interlisted_text& text) {
     return is_written && write_all(to, {block.data(), filled});
 }
 
-bool is_same_file(const struct stat& one, const struct stat& other) {
+static bool is_same_file(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
 // Writes into what is open, emptied first if it `is_named` and a regular file.
-bool write_into(descriptor& file, bool is_named, const output_text& text) {
+static bool write_into(descriptor& file, bool is_named, const output_text& text) {
     struct stat status {};
     if (fstat(file.number, &status) != 0) {
         return false;
@@ -84,13 +83,15 @@ bool write_into(descriptor& file, bool is_named, const output_text& text) {
 
 // --- What a name stands for ---
 
+namespace {
 struct destination {
     fs::path path;        // behind all symbolic links
     int descriptor = -1;  // of this process, that the name leads to; -1 for none
 };
+}  // namespace
 
 // The number of this process's descriptor that `path` is the system's name for, or -1.
-int own_descriptor(const fs::path& folder, const std::string& name) {
+static int own_descriptor(const fs::path& folder, const std::string& name) {
     const std::string own = "/proc/" + std::to_string(getpid()) + "/";
     if (!folder.native().starts_with(own) || folder.filename() != "fd") {
         return -1;
@@ -100,7 +101,7 @@ int own_descriptor(const fs::path& folder, const std::string& name) {
     return failure == std::errc() && end == name.data() + name.size() ? number : -1;
 }
 
-destination destination_of(const std::string& name) {
+static destination destination_of(const std::string& name) {
     constexpr int most_links = 40;
     fs::path path = name;
     for (int links = 0; links < most_links; ++links) {
@@ -125,7 +126,7 @@ destination destination_of(const std::string& name) {
 
 // Whether a new file under this name, with the same permissions, would be the same to
 // everyone but for its text.
-bool is_plain(const descriptor& file, const struct stat& status, const fs::path& path) {
+static bool is_plain(const descriptor& file, const struct stat& status, const fs::path& path) {
     struct stat named {};
     return S_ISREG(status.st_mode) && status.st_nlink == 1 &&
            (status.st_mode & (S_ISUID | S_ISGID)) == 0 && lstat(path.c_str(), &named) == 0 &&
@@ -134,17 +135,19 @@ bool is_plain(const descriptor& file, const struct stat& status, const fs::path&
 
 // --- Replacing ---
 
+namespace {
 enum class replacement : std::uint8_t { done, failed, not_here };
+}  // namespace
 
 // Whether a new file cannot be put here, though the old one may be written.
-bool forbids_new_file() {
+static bool forbids_new_file() {
     return errno == EACCES || errno == EPERM || errno == EROFS || errno == EBUSY ||
            errno == ENAMETOOLONG;
 }
 
 // Writes a new file and moves it to `path`. `old` is the file that is there.
-replacement replace(const fs::path& path, const std::optional<struct stat>& old,
-                    const output_text& text) {
+static replacement replace(const fs::path& path, const std::optional<struct stat>& old,
+                           const output_text& text) {
     unfinished_file beside;
     const fs::path folder = path.parent_path();
     descriptor file(beside.create(folder.empty() ? "." : folder));
@@ -167,7 +170,7 @@ replacement replace(const fs::path& path, const std::optional<struct stat>& old,
     return replacement::done;
 }
 
-bool write_named(const std::string& name, const output_text& text) {
+static bool write_named(const std::string& name, const output_text& text) {
     const destination to = destination_of(name);
     if (to.descriptor >= 0) {
         descriptor own(to.descriptor);
@@ -199,8 +202,6 @@ bool write_named(const std::string& name, const output_text& text) {
     }
     return file.number >= 0 && write_into(file, old && S_ISREG(old->st_mode), text);
 }
-
-}  // namespace
 
 bool write_output(const std::string& name, const output_text& text, std::string& error) {
     bool is_written = false;

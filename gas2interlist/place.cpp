@@ -6,217 +6,51 @@
 #include "gas2interlist/place.h"
 
 #include <algorithm>
-#include <iterator>
-#include <memory>
 #include <unordered_map>
+#include <utility>
 
 #include "assembly/line_information.h"
-#include "assembly/outline.h"
 #include "assembly/symbol.h"
+#include "gas2interlist/ascent.h"
+#include "gas2interlist/extent.h"
+#include "gas2interlist/source_table.h"
 
 namespace gas2interlist {
 
 using namespace assembly;
 
-namespace {
-
 // The longest name that an `.ifile` line can carry to the interlister.
-constexpr std::size_t longest_name = 16000;
+static constexpr std::size_t longest_name = 16000;
 
 // A listing is made with a line buffer of this size; only lines that fit it keep
 // their carriage returns in step.
-constexpr std::size_t listing_line_limit = 16382;
+static constexpr std::size_t listing_line_limit = 16383;
 
-// A source file by the name that is written for it. Several file numbers may share one.
-struct Source {
-    std::string name;  // empty when there is no usable one
-    std::optional<text_file> file = {};
-    std::optional<source_outline> outline = {};
-    // First lines of the functions that the assembly holds code of, ascending.
-    std::vector<std::uint32_t> entries = {};
-};
+namespace {
 
-// The lines that a function owns, declaration to closing brace.
-struct Extent {
-    Source* source = nullptr;
-    std::uint32_t first = 0;
-    std::uint32_t body = 0;  // the line of the opening brace
-    std::uint32_t last = 0;
-};
-
-struct Placer {
+struct placer {
     const assembly_file& assembly;
-    const prefix_map& source_map;
-    const source_access& access;
-
-    std::int64_t modified;
     interlisted_text& result;
+    source_table sources;
 
-    std::unordered_map<std::uint32_t, Source*> by_number = {};
-    std::unordered_map<std::string, std::unique_ptr<Source>> by_name = {};
-    std::unordered_map<std::string_view, Extent> by_symbol = {};
-    const Source* current = nullptr;  // named by the last `.ifile`
+    const source_file* current = nullptr;  // named by the last `.ifile`
+    std::unordered_map<std::string_view, function_extent> by_symbol = {};
 };
 
-// --- Source files ---
+// Code of one line in a function's own text, up to that of another.
+struct own_run {
+    std::size_t at;  // where its directive goes
+    source_file* source;
+    std::uint32_t line;
+    std::uint64_t code;
+};
 
-// Whether an `.ifile` line can carry the name. "<built-in>" and its like are no files.
-bool is_usable_name(std::string_view name) {
-    return !name.empty() && name.size() <= longest_name && name.front() != '<' &&
-           name.find('\n') == std::string_view::npos && name.find('\0') == std::string_view::npos;
-}
-
-// The source file of a file number, or null when it has no usable name.
-Source* source_of(Placer& placer, std::uint32_t number) {
-    const auto [known, is_new] = placer.by_number.try_emplace(number, nullptr);
-    if (!is_new) {
-        return known->second;
-    }
-    const auto entry = placer.assembly.files.find(number);
-    if (entry == placer.assembly.files.end()) {
-        return nullptr;
-    }
-    found_source found = find_source(placer.assembly, entry->second, placer.source_map,
-                                     placer.access, placer.modified);
-    if (!is_usable_name(found.name)) {
-        return nullptr;
-    }
-    std::unique_ptr<Source>& source = placer.by_name[found.name];
-    if (!source) {
-        source = std::make_unique<Source>();
-        if (!found.doubt.empty()) {
-            placer.result.warnings.push_back(found.name + ": " + found.doubt);
-        }
-        source->name = std::move(found.name);
-        source->file = std::move(found.file);
-        if (source->file) {
-            source->outline = outline_source(source->file->text());
-        }
-    }
-    known->second = source.get();
-    return known->second;
-}
-
-// --- Extents ---
-
-Extent extent_of(Source* source, std::size_t block) {
-    const source_block& it = source->outline->blocks[block];
-    return {.source = source, .first = it.header_line, .body = it.open_line, .last = it.close_line};
-}
-
-// The function at a position, provided that its declaration has `name`.
-std::optional<Extent> named_extent(Placer& placer, const code_position& position,
-                                   std::string_view name) {
-    Source* source = source_of(placer, position.file);
-    if (source == nullptr || !source->outline) {
-        return std::nullopt;
-    }
-    const source_outline& outline = *source->outline;
-    for (const std::size_t block : {function_declared_at(outline, position.line, name),
-                                    function_around(outline, position.line)}) {
-        if (block != no_block && declares(outline, block, name)) {
-            return extent_of(source, block);
-        }
-    }
-    return std::nullopt;
-}
-
-// Whether the assembly has another function that begins between the given lines: then
-// no single declaration stands there, but text that a macro makes functions of.
-bool is_shared(const Source& source, std::uint32_t after, std::uint32_t up_to) {
-    const auto next = std::upper_bound(source.entries.begin(), source.entries.end(), after);
-    return next != source.entries.end() && *next <= up_to;
-}
-
-// The positions of a function's code but its entry, which stands for the whole way in.
-std::vector<code_position> further_positions(const assembly_file& assembly,
-                                             const function_code& function) {
-    const auto first = assembly.positions.begin() + function.first_position;
-    std::vector<code_position> result;
-    std::remove_copy_if(first, first + function.position_count, std::back_inserter(result),
-                        [&function](const code_position& it) {
-                            return function.entry && it.directive == function.entry->directive;
-                        });
-    return result;
-}
-
-// What the assembly alone tells: a function begins at its entry's line and ends before
-// the next one that begins in the same file; it has no lines behind its last position.
-std::optional<Extent> extent_from_assembly(Placer& placer, const function_code& function) {
-    const code_position& entry = *function.entry;
-    Source* source = source_of(placer, entry.file);
-    if (source == nullptr) {
-        return std::nullopt;
-    }
-    const auto next = std::upper_bound(source->entries.begin(), source->entries.end(), entry.line);
-    Extent extent{.source = source, .first = entry.line, .body = entry.line, .last = entry.line};
-    for (const code_position& it : further_positions(placer.assembly, function)) {
-        if (it.line > extent.last && source_of(placer, it.file) == source &&
-            (next == source->entries.end() || it.line < *next)) {
-            extent.last = it.line;
-        }
-    }
-    return extent;
-}
-
-// The first of a function's positions that lies in a function called `name`. An entry
-// elsewhere is code that was inlined ahead of the function's own.
-std::optional<Extent> find_named_extent(Placer& placer, const function_code& function,
-                                        std::string_view name) {
-    const code_position& entry = *function.entry;
-    if (std::optional<Extent> extent = named_extent(placer, entry, name)) {
-        return is_shared(*extent->source, std::max(entry.line, extent->first), extent->body)
-                   ? extent_from_assembly(placer, function)
-                   : extent;
-    }
-    code_position last = entry;
-    for (const code_position& it : further_positions(placer.assembly, function)) {
-        if (it.line == 0 || (it.file == last.file && it.line == last.line)) {
-            continue;
-        }
-        last = it;
-        if (std::optional<Extent> extent = named_extent(placer, it, name)) {
-            return extent;
-        }
-    }
-    return std::nullopt;
-}
-
-// Where a function stands in the source: where its name is declared, or else where it is
-// entered.
-std::optional<Extent> find_extent(Placer& placer, const function_code& function) {
-    const std::string_view name = declared_name(function.symbol);
-    if (!name.empty()) {
-        if (std::optional<Extent> extent = find_named_extent(placer, function, name)) {
-            return extent;
-        }
-    }
-    // Some formats put an underscore before every C symbol.
-    if (name.size() > 1 && name.front() == '_') {
-        if (std::optional<Extent> extent = find_named_extent(placer, function, name.substr(1))) {
-            return extent;
-        }
-    }
-    const code_position& entry = *function.entry;
-    Source* source = source_of(placer, entry.file);
-    if (source != nullptr && source->outline) {
-        const std::size_t declared = function_declared_at(*source->outline, entry.line, {});
-        if (declared != no_block &&
-            !is_shared(*source, entry.line, source->outline->blocks[declared].open_line)) {
-            return extent_of(source, declared);
-        }
-    }
-    return extent_from_assembly(placer, function);
-}
-
-bool owns(Placer& placer, const Extent& extent, const code_position& position) {
-    return position.line >= extent.first && position.line <= extent.last &&
-           source_of(placer, position.file) == extent.source;
-}
+}  // namespace
 
 // --- Directives ---
 
-void insert(Placer& placer, std::size_t at, std::string_view directive, std::string_view operand) {
+static void insert(placer& placer, std::size_t at, std::string_view directive,
+                   std::string_view operand) {
     std::string& added = placer.result.added;
     added += '\t';
     added += directive;
@@ -230,174 +64,156 @@ void insert(Placer& placer, std::size_t at, std::string_view directive, std::str
     insertions.back().added_end = added.size();
 }
 
-void insert(Placer& placer, std::size_t at, std::string_view directive, std::uint32_t number) {
+static void insert(placer& placer, std::size_t at, std::string_view directive,
+                   std::uint32_t number) {
     insert(placer, at, directive, std::to_string(number));
 }
 
-void insert_file(Placer& placer, std::size_t at, const Source& source) {
-    if (placer.current != &source) {
-        std::string quoted(1, '"');
-        quoted += source.name;
-        quoted += '"';
-        insert(placer, at, ".ifile", quoted);
-        placer.current = &source;
-    }
+// Whether an `.ifile` line can carry the name. "<built-in>" and its like are no files.
+static bool is_usable_name(std::string_view name) {
+    return !name.empty() && name.size() <= longest_name && name.front() != '<' &&
+           name.find('\n') == std::string_view::npos && name.find('\0') == std::string_view::npos;
 }
 
-// The first line to list above code of `line` when the code before it was of
-// `previous`: what follows the end of the previous statement goes with the new code.
-std::uint32_t boundary(const Extent& extent, std::uint32_t previous, std::uint32_t line) {
-    if (!extent.source->outline) {
-        return line;
-    }
-    const std::vector<bool>& ends = extent.source->outline->statement_end;
-    // Positions may lie far behind the end of a source that has changed since.
-    const std::size_t limit = std::min<std::size_t>(line - 1, ends.size());
-    for (std::size_t at = previous; at < limit; ++at) {
-        if (ends[at]) {
-            return static_cast<std::uint32_t>(at) + 1;
+static void begin_lines(placer& placer, std::size_t at, source_file& source, std::uint32_t first) {
+    if (placer.current != &source) {
+        insert(placer, at, ".ifile", '"' + source.found.name + '"');
+        placer.current = &source;
+        if (!source.found.doubt.empty()) {
+            placer.result.warnings.push_back(source.found.name + ": " +
+                                             std::exchange(source.found.doubt, {}));
         }
     }
-    return line;
+    insert(placer, at, ".ifunc", first);
 }
 
-// The own lines' positions in the order of the text, those that follow each other on one
-// line taken together.
-std::vector<code_position> own_positions(Placer& placer, const function_code& function,
-                                         const Extent& extent) {
-    std::vector<code_position> own;
+static void end_lines(placer& placer, std::size_t at, std::uint32_t last) {
+    insert(placer, at, ".iendfunc", last + 1);
+}
+
+// --- Functions ---
+
+// The runs of own code in the order of the text, but those of the function's own source
+// up to `body`.
+static std::vector<own_run> own_runs(placer& placer, const function_code& function,
+                                     const function_extent& extent, std::uint32_t body) {
+    std::vector<own_run> runs;
     for (const code_position& it : further_positions(placer.assembly, function)) {
-        if (it.line <= extent.body || !owns(placer, extent, it)) {
+        source_file* const source = own_source(placer.sources, extent, it);
+        if (source == nullptr || (source == extent.source && it.line <= body)) {
             continue;
         }
-        if (!own.empty() && own.back().line == it.line) {
-            own.back().code += it.code;
+        if (!runs.empty() && runs.back().source == source && runs.back().line == it.line) {
+            runs.back().code += it.code;
         } else {
-            own.push_back(it);
+            runs.push_back({it.at, source, it.line, it.code});
         }
     }
-    return own;
+    return runs;
 }
 
-// The best run up to each line, in a tree of prefix maxima over the lines' ranks.
-class BestRuns {
-  public:
-    static constexpr std::size_t none = static_cast<std::size_t>(-1);
-
-    BestRuns(std::size_t ranks, const std::vector<std::uint64_t>& worth)
-        : tree_(ranks + 1, none), worth_(worth) {}
-
-    // The run of most worth that ends on a line of a lower rank.
-    std::size_t below(std::size_t rank) const {
-        std::size_t best = none;
-        for (; rank != 0; rank &= rank - 1) {
-            best = better(best, tree_[rank]);
-        }
-        return best;
-    }
-
-    void enter(std::size_t rank, std::size_t run) {
-        for (++rank; rank < tree_.size(); rank += rank & (~rank + 1)) {
-            tree_[rank] = better(tree_[rank], run);
-        }
-    }
-
-  private:
-    std::size_t better(std::size_t one, std::size_t other) const {
-        if (one == none || other == none) {
-            return one == none ? other : one;
-        }
-        return worth_[other] > worth_[one] ? other : one;
-    }
-
-    std::vector<std::size_t> tree_;
-    const std::vector<std::uint64_t>& worth_;  // by number of the run's last step
+namespace {
+// A run at which the listing goes on, from `begin`: the line of the run's code, and before
+// it whatever follows the end of the previous statement.
+struct step {
+    std::size_t run;
+    std::uint32_t begin;
 };
+}  // namespace
 
-// The positions that a function's directives are made of: a run of own lines that only
-// moves forward, because each line is listed once. Optimised code jumps; of all such runs
-// the one is taken that puts the most code below its own line, loop bodies before the odd
-// instruction that was moved out of them.
-std::vector<code_position> forward_positions(Placer& placer, const function_code& function,
-                                             const Extent& extent) {
-    const std::vector<code_position> steps = own_positions(placer, function, extent);
-    std::vector<std::uint32_t> lines(steps.size());
-    std::transform(steps.begin(), steps.end(), lines.begin(),
-                   [](const code_position& step) { return step.line; });
-    std::sort(lines.begin(), lines.end());
-    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
-
-    std::vector<std::uint64_t> worth(steps.size());  // of the best run that ends in a step
-    std::vector<std::size_t> before(steps.size());   // the step before it in that run
-    BestRuns best(lines.size(), worth);
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        const auto rank = static_cast<std::size_t>(
-            std::lower_bound(lines.begin(), lines.end(), steps[i].line) - lines.begin());
-        before[i] = best.below(rank);
-        // Between runs with as much code the one that shows more lines wins.
-        worth[i] = (before[i] == BestRuns::none ? 0 : worth[before[i]]) + steps[i].code + 1;
-        best.enter(rank, i);
+static std::vector<step> steps_of(const std::vector<own_run>& runs, const function_extent& extent,
+                                  bool is_actor) {
+    // Code above its line tells a reader nothing, while code that returns to a line stands
+    // below it somewhere. Where a coroutine is resumed, it begins with a switch that has the
+    // position of its closing brace.
+    constexpr std::uint64_t above_weight = 4;
+    const auto line_of = [&](std::uint32_t line, std::uint64_t code) {
+        return line_run{line, end_of_statement(*extent.source, line).value_or(line), code,
+                        is_actor && line == extent.last ? 0 : above_weight * code};
+    };
+    std::vector<line_run> lines;
+    std::vector<std::size_t> index;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        if (runs[i].source == extent.source) {
+            lines.push_back(line_of(runs[i].line, runs[i].code));
+            index.push_back(i);
+        }
     }
-    std::vector<code_position> run;
-    for (std::size_t step = best.below(lines.size()); step != BestRuns::none; step = before[step]) {
-        run.push_back(steps[step]);
+    std::vector<step> steps;
+    line_run last = line_of(extent.body, 0);
+    for (const std::size_t i : best_ascent(lines, last)) {
+        const std::uint32_t listed =
+            last.statement_end < lines[i].line ? last.statement_end : last.line;
+        steps.push_back(
+            {index[i], end_of_statement(*extent.source, last.line) ? listed + 1 : lines[i].line});
+        last = lines[i];
     }
-    std::reverse(run.begin(), run.end());
-    return run;
+    return steps;
 }
 
-void place_function(Placer& placer, const function_code& function, const Extent& extent) {
-    insert_file(placer, function.begin, *extent.source);
-    insert(placer, function.begin, ".ifunc", extent.first);
-    std::uint32_t previous = extent.body;
-    for (const code_position& it : forward_positions(placer, function, extent)) {
-        insert(placer, it.at, ".iline", boundary(extent, previous, it.line) - extent.first + 1);
-        previous = it.line;
+// Code of lines that were taken from another file lists these, each by itself, as a
+// function would be; the function's own lines go on behind it.
+static void place_function(placer& placer, const function_code& function,
+                           const function_extent& extent) {
+    const std::vector<own_run> runs = own_runs(placer, function, extent, extent.body);
+    const std::vector<step> steps = steps_of(runs, extent, function.symbol.ends_with(".actor"));
+    begin_lines(placer, function.begin, *extent.source, extent.first);
+    std::uint32_t first = extent.first;
+    const own_run* other = nullptr;  // the lines of another file that are open
+    auto next = steps.begin();
+    const auto switch_to = [&](std::size_t at, const own_run* run) {
+        const std::uint32_t rest = next == steps.end() ? extent.last + 1 : next->begin;
+        end_lines(placer, at, (other == nullptr ? rest - 1 : other->line));
+        other = run;
+        if (run == nullptr) {
+            first = rest;
+        }
+        begin_lines(placer, at, run == nullptr ? *extent.source : *run->source,
+                    run == nullptr ? rest : run->line);
+    };
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const bool is_other = runs[i].source != extent.source;
+        if (is_other || other != nullptr) {
+            switch_to(runs[i].at, is_other ? &runs[i] : nullptr);
+        }
+        if (next != steps.end() && next->run == i) {
+            insert(placer, runs[i].at, ".iline", next->begin - first + 1);
+            ++next;
+        }
     }
-    insert(placer, function.end, ".iendfunc", extent.last + 1);
+    if (other != nullptr) {
+        switch_to(function.end, nullptr);
+    }
+    end_lines(placer, function.end, extent.last);
 }
 
 // A part that was split off lists no more than the lines that it has code of: each is
 // made a function of one line.
-void place_part(Placer& placer, const function_code& function, const Extent& extent) {
-    std::uint32_t shown = 0;
-    const auto show = [&](std::size_t at, const code_position& position) {
-        if (position.line == shown || !owns(placer, extent, position)) {
-            return;
-        }
-        if (shown != 0) {
-            insert(placer, at, ".iendfunc", shown + 1);
-        }
-        insert_file(placer, at, *extent.source);
-        insert(placer, at, ".ifunc", position.line);
-        shown = position.line;
-    };
-    show(function.begin, *function.entry);
-    for (const code_position& it : further_positions(placer.assembly, function)) {
-        show(it.at, it);
+static void place_part(placer& placer, const function_code& function,
+                       const function_extent& extent) {
+    std::vector<own_run> runs = own_runs(placer, function, extent, 0);
+    if (source_file* const source = own_source(placer.sources, extent, *function.entry)) {
+        runs.insert(runs.begin(), {function.begin, source, function.entry->line, 0});
     }
-    if (shown != 0) {
-        insert(placer, function.end, ".iendfunc", shown + 1);
-    }
-}
-
-void collect_entries(Placer& placer) {
-    for (const function_code& function : placer.assembly.functions) {
-        if (function.entry && function.is_declared &&
-            part_mark(function.symbol) == std::string_view::npos) {
-            if (Source* source = source_of(placer, function.entry->file)) {
-                source->entries.push_back(function.entry->line);
-            }
+    const own_run* shown = nullptr;
+    for (const own_run& run : runs) {
+        if (shown != nullptr && shown->source == run.source && shown->line == run.line) {
+            continue;
         }
+        if (shown != nullptr) {
+            end_lines(placer, run.at, shown->line);
+        }
+        begin_lines(placer, run.at, *run.source, run.line);
+        shown = &run;
     }
-    for (const auto& [name, source] : placer.by_name) {
-        std::sort(source->entries.begin(), source->entries.end());
+    if (shown != nullptr) {
+        end_lines(placer, function.end, shown->line);
     }
 }
 
 // A read-back of the function's lines drops end-of-file marks and bytes of value 255,
 // so a function that has any is better left alone.
-bool survives_listing(std::string_view lines) {
+static bool survives_listing(std::string_view lines) {
     if (lines.find('\x1a') != std::string_view::npos ||
         lines.find('\xff') != std::string_view::npos) {
         return false;
@@ -415,26 +231,22 @@ bool survives_listing(std::string_view lines) {
     return true;
 }
 
-void place(Placer& placer, const function_code& function) {
+static void place(placer& placer, const function_code& function) {
     if (!function.entry || !function.is_declared) {
         return;
     }
     const std::size_t mark = part_mark(function.symbol);
     const bool is_part = mark != std::string_view::npos;
     const auto whole = placer.by_symbol.find(function.symbol.substr(0, mark));
-    std::optional<Extent> extent;
-    if (is_part && whole != placer.by_symbol.end()) {
-        extent = whole->second;
-    } else {
-        extent = find_extent(placer, function);
-    }
-    if (!extent) {
+    const std::optional<function_extent> extent = is_part && whole != placer.by_symbol.end()
+                                                      ? whole->second
+                                                      : find_extent(placer.sources, function);
+    if (!extent || !is_usable_name(extent->source->found.name)) {
         return;
     }
     placer.by_symbol.try_emplace(function.symbol, *extent);
-    const std::string_view lines =
-        placer.assembly.text.substr(function.begin, function.end - function.begin);
-    if (!survives_listing(lines)) {
+    if (!survives_listing(
+            placer.assembly.text.substr(function.begin, function.end - function.begin))) {
         return;
     }
     if (is_part) {
@@ -443,8 +255,6 @@ void place(Placer& placer, const function_code& function) {
         place_function(placer, function, *extent);
     }
 }
-
-}  // namespace
 
 std::string merged(const interlisted_text& text) {
     std::string whole;
@@ -458,8 +268,7 @@ std::string merged(const interlisted_text& text) {
 
 std::optional<assembly_error> place_directives(interlisted_text& result,
                                                const prefix_map& source_map,
-                                               const source_access& sources,
-                                               std::int64_t modified) {
+                                               const source_access& access, std::int64_t modified) {
     assembly_file assembly;
     if (std::optional<assembly_error> error = read_assembly(result.assembly, assembly)) {
         return error;
@@ -467,16 +276,13 @@ std::optional<assembly_error> place_directives(interlisted_text& result,
     result.added.clear();
     result.insertions.clear();
     result.warnings.clear();
-    Placer placer{.assembly = assembly,
-                  .source_map = source_map,
-                  .access = sources,
-                  .modified = modified,
-                  .result = result};
     if (const std::string_view missing = missing_lines(assembly, result.assembly);
         !missing.empty()) {
         result.warnings.emplace_back(missing);
     }
-    collect_entries(placer);
+    placer placer{.assembly = assembly,
+                  .result = result,
+                  .sources = source_table_of(assembly, source_map, access, modified)};
     for (const function_code& function : assembly.functions) {
         place(placer, function);
     }

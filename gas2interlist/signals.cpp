@@ -24,7 +24,9 @@ struct caught_signal {
     int number;
     std::string_view message;
 };
-constexpr std::array<caught_signal, 6> caught_signals = {{
+}  // namespace
+
+static constexpr std::array<caught_signal, 6> caught_signals = {{
     {SIGHUP, "stopped by a hang-up"},
     {SIGINT, "interrupted"},
     {SIGTERM, "stopped by a request to terminate"},
@@ -35,30 +37,32 @@ constexpr std::array<caught_signal, 6> caught_signals = {{
 }};
 
 // The unfinished file. Read by the handler, changed only while its signals are held.
-std::array<char, PATH_MAX> unfinished_name{};
-bool has_unfinished = false;
+static std::array<char, PATH_MAX> unfinished_name{};
+static bool has_unfinished = false;
 
-void remove_unfinished() {
+static void remove_unfinished() {
     if (has_unfinished) {
         unlink(unfinished_name.data());
         has_unfinished = false;
     }
 }
 
-[[noreturn]] void end_with(std::string_view message) {
+[[noreturn]] static void end_with(std::string_view message) {
     remove_unfinished();
     report({message});
     _exit(exit_failure);
 }
 
-extern "C" void end_by_signal(int number) {
+extern "C" {
+static void end_by_signal(int number) {
     const auto* const it =
         std::find_if(caught_signals.begin(), caught_signals.end(),
                      [number](const caught_signal& each) { return each.number == number; });
     end_with(it == caught_signals.end() ? std::string_view("stopped by a signal") : it->message);
 }
+}
 
-sigset_t caught_set() {
+static sigset_t caught_set() {
     sigset_t set;
     sigemptyset(&set);
     for (const caught_signal& each : caught_signals) {
@@ -67,6 +71,7 @@ sigset_t caught_set() {
     return set;
 }
 
+namespace {
 struct signals_held {
     sigset_t before{};
 
@@ -78,7 +83,6 @@ struct signals_held {
     signals_held& operator=(const signals_held&) = delete;
     ~signals_held() { sigprocmask(SIG_SETMASK, &before, nullptr); }
 };
-
 }  // namespace
 
 void catch_signals() {

@@ -27,6 +27,7 @@ TEST(MissingLines, AreNoneWhereAFunctionHasOne) {
 TEST(MissingLines, AreNoneWhereThereIsNoFunction) {
     EXPECT_EQ(said_of(""), "");
     EXPECT_EQ(said_of("\t.data\nx:\n\t.long 1\n"), "");
+    EXPECT_EQ(said_of("\t.data\nx:\n\t.long 1\n\t.section\t.debug_line,\"\",@progbits\n"), "");
 }
 
 TEST(MissingLines, AskForTheirOption) {

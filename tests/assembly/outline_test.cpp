@@ -258,3 +258,16 @@ TEST(SourceLookup, AnyTextHasAnOutline) {
         EXPECT_EQ(span(outline, function_around(outline, 1)), "none") << text;
     }
 }
+
+TEST(Outline, LinesThatWereTakenFromElsewhereAreTold) {
+    const source_outline outline = outline_source(
+        "#line 7 \"a.y\"\nint f(void)\n{\n  #  line 8 \"b \\\"c\\\".y\" // taken\n#line 9\n"
+        "#if 0\n#line 3 \"no.y\"\n#endif\n#line X \"\n}\n#line 5 \"a.c\"");
+    ASSERT_EQ(outline.origins.size(), 3U);
+    EXPECT_EQ(outline.origins[0].line, 1U);
+    EXPECT_EQ(outline.origins[0].file, "a.y");
+    EXPECT_EQ(outline.origins[1].line, 4U);
+    EXPECT_EQ(outline.origins[1].file, "b \\\"c\\\".y");
+    EXPECT_EQ(outline.origins[2].line, 11U);
+    EXPECT_EQ(outline.origins[2].file, "a.c");
+}

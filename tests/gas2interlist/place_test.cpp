@@ -291,6 +291,154 @@ TEST(Placement, OnlyPartsThatWereSplitOffAreListedInPieces) {
     EXPECT_EQ(placed_as("f.colder"), whole);
 }
 
+// Each copy lists the whole function, wherever its own code begins.
+TEST(Placement, CopiesOfAFunctionHaveItsExtent) {
+    const std::string text =
+        "/* adds up */\n"                             // 1
+        "__attribute__((target_clones(\"avx2\")))\n"  // 2
+        "int sum(const int* a,\n"                     // 3
+        "        int n)\n"                            // 4
+        "{\n"                                         // 5
+        "    int s = 0;\n"                            // 6
+        "    while (n--)\n"                           // 7
+        "        s += a[n];\n"                        // 8
+        "    return s;\n"                             // 9
+        "}\n";
+    const std::string body = "\t.loc 1 6\n\tclear\n\t.loc 1 8\n\tadd\n";
+    const std::string lines = ".ifunc\t2\n.iline\t5\n.iline\t6\n.iendfunc\t11\n";
+    EXPECT_EQ(
+        directives("\t.file 1 \"a.c\"\n" + function("sum.default", "\t.loc 1 5\n\tpush\n" + body) +
+                       function("sum.avx2", "\t.loc 1 3\n\tpush\n" + body) +
+                       function("sum.resolver", "\t.loc 1 2\n\tpush\n") +
+                       function("sum.part.0", "\t.loc 1 7\n\tpush\n\t.loc 1 8\n\tadd\n") +
+                       function("sum.constprop.0.isra.0", "\t.loc 1 4\n\tpush\n" + body),
+                   {{"a.c", text}}),
+        ".ifile\t\"a.c\"\n" + lines + lines + ".ifunc\t2\n.iendfunc\t11\n" +
+            ".ifunc\t2\n.iline\t5\n.iendfunc\t11\n" + lines);
+}
+
+TEST(Placement, CopiesWithoutASourceReachAsFarAsTheirCode) {
+    EXPECT_EQ(directives("\t.file 1 \"gone.c\"\n" +
+                             function("f", "\t.loc 1 2\n\tpush\n\t.loc 1 8\n\tadd\n") +
+                             function("f.part.0", "\t.loc 1 5\n\tpush\n\t.loc 1 7\n\tadd\n") +
+                             function("g", "\t.loc 1 12\n\tret\n"),
+                         {}),
+              ".ifile\t\"gone.c\"\n.ifunc\t2\n.iline\t7\n.iendfunc\t9\n"
+              ".ifunc\t5\n.iline\t3\n.iendfunc\t8\n.ifunc\t12\n.iendfunc\t13\n");
+}
+
+// The part that resumes a coroutine first jumps to where it stopped, and that code has the
+// position of the closing brace.
+TEST(Placement, ThePartsOfACoroutineHaveItsExtent) {
+    const std::string text =
+        "task run(int n)\n"                      // 1
+        "{\n"                                    // 2
+        "  for (int i = 0; i < n; i++) {\n"      // 3
+        "    g(i);\n"                            // 4
+        "    co_await std::suspend_always{};\n"  // 5
+        "  }\n"                                  // 6
+        "}\n";
+    EXPECT_EQ(
+        directives("\t.file 1 \"a.cpp\"\n" +
+                       function("_Z3runPZ3runiE13_Z3runi.Frame.actor",
+                                "\t.loc 1 1\n\tpush\n\t.loc 1 7\n\ta\n\tb\n\tc\n\td\n"
+                                "\t.loc 1 3\n\te\n\t.loc 1 4\n\tf\n\t.loc 1 5\n\tg\n") +
+                       function("_Z3runPZ3runiE13_Z3runi.Frame.destroy", "\t.loc 1 1\n\tret\n") +
+                       function("_Z3runi", "\t.loc 1 2\n\tpush\n\t.loc 1 7\n\tret\n"),
+                   {{"a.cpp", text}}),
+        ".ifile\t\"a.cpp\"\n.ifunc\t1\n.iline\t3\n.iline\t4\n.iline\t5\n.iendfunc\t8\n"
+        ".ifunc\t1\n.iendfunc\t8\n.ifunc\t1\n.iline\t3\n.iendfunc\t8\n");
+}
+
+// As of a macro that tests and loops, and of its argument.
+TEST(Placement, CodeThatReturnsToALineStandsBelowIt) {
+    EXPECT_EQ(
+        placed("\t.file 1 \"a.c\"\n" +
+                   function("f",
+                            "\t.loc 1 2\n\tentry\n\t.loc 1 3\n\ttest\n\t.loc 1 4\n\tstore\n"
+                            "\t.loc 1 3\n\tload\n\tshift\n\tcount\n\t.loc 1 5\n\treturn\n"),
+               {{"a.c", "int f(void)\n{\n    GET(uc);\n    if (uc) STOP();\n    return 1;\n}\n"}}),
+        "\t.file 1 \"a.c\"\n\t.ifile\t\"a.c\"\n\t.ifunc\t1\n\t.type\tf, @function\nf:\n"
+        "\t.loc 1 2\n\tentry\n\t.iline\t3\n\t.loc 1 3\n\ttest\n"
+        "\t.iline\t4\n\t.loc 1 4\n\tstore\n"
+        "\t.loc 1 3\n\tload\n\tshift\n\tcount\n"
+        "\t.iline\t5\n\t.loc 1 5\n\treturn\n"
+        "\t.size\tf, .-f\n\t.iendfunc\t7\n");
+}
+
+// An argument of the second line is worked out ahead of the call on the first.
+TEST(Placement, AStatementWhoseCodeIsNotInOrderIsListedAsAWhole) {
+    const Sources call = {{"a.c", "int f(void)\n{\n    g(1,\n      h());\n    return 1;\n}\n"}};
+    EXPECT_EQ(directives(
+                  "\t.file 1 \"a.c\"\n" + function("f",
+                                                   "\t.loc 1 2\n\tentry\n\t.loc 1 4\n\tcall\th\n"
+                                                   "\t.loc 1 3\n\tcall\tg\n\t.loc 1 5\n\treturn\n"),
+                  call),
+              ".ifile\t\"a.c\"\n.ifunc\t1\n.iline\t3\n.iline\t5\n.iendfunc\t7\n");
+    EXPECT_EQ(directives(
+                  "\t.file 1 \"a.c\"\n" + function("f",
+                                                   "\t.loc 1 2\n\tentry\n\t.loc 1 3\n\tone\n"
+                                                   "\t.loc 1 4\n\tcall\th\n\t.loc 1 5\n\treturn\n"),
+                  call),
+              ".ifile\t\"a.c\"\n.ifunc\t1\n.iline\t3\n.iline\t4\n.iline\t5\n.iendfunc\t7\n");
+}
+
+// What a parser generator makes: the actions of the grammar stand in its own function.
+TEST(Placement, LinesTakenFromAnotherFileAreListedAboveTheirCode) {
+    const std::string parser =
+        "int parse(void)\n"        // 1
+        "{\n"                      // 2
+        "  switch (rule()) {\n"    // 3
+        "    case 2:\n"            // 4
+        "#line 7 \"calc.y\"\n"     // 5
+        "    { value = a + b;\n"   // 6
+        "      check(value); }\n"  // 7
+        "#line 9 \"calc.c\"\n"     // 8
+        "    break;\n"             // 9
+        "  }\n"                    // 10
+        "  return 0;\n"            // 11
+        "}\n";
+    const std::string files = "\t.file 1 \"calc.c\"\n\t.file 2 \"calc.y\"\n";
+    const std::string code =
+        "\t.loc 1 2\n\tentry\n\t.loc 1 3\n\tswitch\n"
+        "\t.loc 2 7\n\tadd\n\t.loc 2 8\n\tcall\n"
+        "\t.loc 1 9\n\tjump\n\t.loc 1 11\n\treturn\n";
+    const Sources sources_of_parser = {{"calc.c", parser}, {"calc.y", "%%\n"}};
+    EXPECT_EQ(placed(files + function("parse", code), sources_of_parser),
+              files +
+                  "\t.ifile\t\"calc.c\"\n\t.ifunc\t1\n\t.type\tparse, @function\nparse:\n"
+                  "\t.loc 1 2\n\tentry\n\t.iline\t3\n\t.loc 1 3\n\tswitch\n"
+                  "\t.iendfunc\t4\n\t.ifile\t\"calc.y\"\n\t.ifunc\t7\n\t.loc 2 7\n\tadd\n"
+                  "\t.iendfunc\t8\n\t.ifunc\t8\n\t.loc 2 8\n\tcall\n"
+                  "\t.iendfunc\t9\n\t.ifile\t\"calc.c\"\n\t.ifunc\t4\n\t.iline\t1\n"
+                  "\t.loc 1 9\n\tjump\n\t.iline\t7\n\t.loc 1 11\n\treturn\n"
+                  "\t.size\tparse, .-parse\n\t.iendfunc\t13\n");
+    // Where the other file is not there, its lines are code from elsewhere.
+    EXPECT_EQ(directives(files + function("parse", code), {{"calc.c", parser}}),
+              ".ifile\t\"calc.c\"\n.ifunc\t1\n.iline\t3\n.iline\t4\n.iline\t10\n.iendfunc\t13\n");
+    // Another function of this source has no such lines.
+    EXPECT_EQ(directives(files + function("other", "\t.loc 1 14\n\tentry\n\t.loc 2 7\n\tadd\n"),
+                         {{"calc.c", parser + "int other(void)\n{\n}\n"}, {"calc.y", ""}}),
+              ".ifile\t\"calc.c\"\n.ifunc\t13\n.iendfunc\t16\n");
+}
+
+TEST(Placement, AFunctionMayEndInLinesTakenFromAnotherFile) {
+    const Sources made = {{"a.c", "int f(void)\n{\n#line 3 \"a.y\"\n  g();\n}\n"}, {"a.y", ""}};
+    const std::string files = "\t.file 1 \"a.c\"\n\t.file 2 \"a.y\"\n";
+    const std::string code =
+        "\t.loc 1 2\n\tentry\n\t.loc 2 3\n\tcall\n\t.loc 2 3 7\n\tcall\n\t.loc 2 4\n\tret\n";
+    EXPECT_EQ(directives(files + function("f", code), made),
+              ".ifile\t\"a.c\"\n.ifunc\t1\n.iendfunc\t6\n"
+              ".ifile\t\"a.y\"\n.ifunc\t3\n.iendfunc\t4\n.ifunc\t4\n.iendfunc\t5\n"
+              ".ifile\t\"a.c\"\n.ifunc\t6\n.iendfunc\t6\n");
+    EXPECT_EQ(directives(files + function("f", "\t.loc 1 2\n\tret\n") +
+                             function("f.cold", "\t.loc 2 3\n\tcall\n\t.loc 1 5\n\tret\n"),
+                         made),
+              ".ifile\t\"a.c\"\n.ifunc\t1\n.iendfunc\t6\n"
+              ".ifile\t\"a.y\"\n.ifunc\t3\n.iendfunc\t4\n"
+              ".ifile\t\"a.c\"\n.ifunc\t5\n.iendfunc\t6\n");
+}
+
 TEST(Placement, WithoutTheSourceTheAssemblyTellsTheExtent) {
     EXPECT_EQ(directives("\t.file 1 \"gone.c\"\n" +
                              function("f",
