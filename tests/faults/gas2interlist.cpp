@@ -48,10 +48,16 @@ static std::vector<scenario> scenarios() {
     };
 }
 
+// A source that cannot be read is told, and its functions are placed by what the assembly
+// tells of them.
+static bool excused(const scenario&, const fault&, const outcome&, const outcome& now) {
+    return now.finished.err.find(".c: cannot be read: ") != std::string::npos;
+}
+
 const tested_program& program_under_test() {
     static const tested_program program{.path = GAS2INTERLIST,
                                         .scenarios = scenarios(),
-                                        .pending = {"allocation", "open", "read", "stat"},
-                                        .keeps_old_outputs = true};
+                                        .keeps_old_outputs = true,
+                                        .excused = excused};
     return program;
 }
