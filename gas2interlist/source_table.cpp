@@ -2,6 +2,7 @@
 #include "gas2interlist/source_table.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "assembly/symbol.h"
@@ -41,10 +42,10 @@ source_table source_table_of(const assembly_file& assembly, const prefix_map& re
     }
     for (const auto& [name, source] : table.by_name) {
         std::vector<source_entry>& entries = source->entries;
-        std::stable_sort(entries.begin(), entries.end(),
-                         [](const source_entry& one, const source_entry& other) {
-                             return one.line < other.line;
-                         });
+        std::sort(entries.begin(), entries.end(),
+                  [](const source_entry& one, const source_entry& other) {
+                      return std::tie(one.line, one.name) < std::tie(other.line, other.name);
+                  });
         for (std::size_t i = entries.size(); i-- > 1;) {
             entries[i - 1].other_line =
                 entries[i - 1].name == entries[i].name ? entries[i].other_line : entries[i].line;
