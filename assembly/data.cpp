@@ -15,7 +15,8 @@
 
 namespace assembly {
 
-// Whether a directive whose name begins like this may change the section or name a file.
+// Whether a directive whose name begins like this may change the section or name a file, or
+// be one of the interlister's.
 static bool may_matter(char first, char second) {
     switch (first) {
         case 's':
@@ -34,6 +35,8 @@ static bool may_matter(char first, char second) {
             return second == 'd';
         case 'c':
             return second == 's' || second == 'o';
+        case 'i':
+            return second == 'f' || second == 'l' || second == 's' || second == 'e';
         default:
             return false;
     }
@@ -63,9 +66,10 @@ static bool may_hold_directive(const char* at) {
     const block stop = load(at);
     const block first = load(at + 1);
     const block second = load(at + 2);
-    const auto found = (stop == '.') & ((first == 's') | (first == 't') | (first == 'd') |
-                                        (first == 'p') | (first == 'r') | (first == 'c') |
-                                        (first == 'f') | ((first == 'b') & (second == 's')));
+    const auto found =
+        (stop == '.') &
+        ((first == 's') | (first == 't') | (first == 'd') | (first == 'p') | (first == 'r') |
+         (first == 'c') | (first == 'f') | (first == 'i') | ((first == 'b') & (second == 's')));
     std::array<std::uint64_t, 2> halves{};
     std::memcpy(halves.data(), &found, sizeof found);
     return (halves[0] | halves[1]) != 0;

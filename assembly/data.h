@@ -10,8 +10,8 @@
 namespace assembly {
 
 // Both begin at the start of a line and give the start of the first line on which a
-// directive may stand that changes the section or names a file; the text's size when
-// there is none.
+// directive may stand that changes the section, names a file or has no place in the text;
+// the text's size when there is none.
 
 // Passes over the lines.
 std::size_t skip_data(std::string_view text, std::size_t at);

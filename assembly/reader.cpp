@@ -427,10 +427,15 @@ static void read_set(text_reader& reader, std::string_view rest) {
     }
 }
 
-static void refuse_interlist_directive(text_reader& reader, std::string_view name) {
-    const std::size_t at = reader.line_at;
-    if (reader.text.substr(at).starts_with('\t') && reader.text.substr(at + 1).starts_with(name) &&
-        reader.text.substr(at + 1 + name.size()).starts_with('\t')) {
+// Whatever an assembler makes of the line, the interlister would act on it.
+static void refuse_interlist_directive(text_reader& reader) {
+    std::string_view rest = reader.text.substr(reader.line_at);
+    if (!rest.starts_with("\t.i")) {
+        return;
+    }
+    rest.remove_prefix(1);
+    const std::string_view name = take_symbol(rest);
+    if (rest.starts_with('\t') && find_directive(name).kind == directive::interlist) {
         fail(reader, "the input already has interlist directives (" + std::string(name) + ")");
     }
 }
@@ -504,7 +509,7 @@ static void read_directive(text_reader& reader, std::string_view name, std::stri
         case directive::set:
             return read_set(reader, rest);
         case directive::interlist:
-            return refuse_interlist_directive(reader, name);
+            return refuse_interlist_directive(reader);
         default:
             break;
     }
@@ -687,6 +692,9 @@ static bool read_common_line(text_reader& reader, std::string_view line) {
 }
 
 static void read_line(text_reader& reader, std::string_view line) {
+    if (reader.macro_depth != 0 || reader.in_comment) {
+        refuse_interlist_directive(reader);
+    }
     if (reader.macro_depth != 0) {
         return read_macro_line(reader, line);
     }

@@ -524,3 +524,28 @@ TEST(AssemblyErrors, InterlistDirectivesMustNotBeThereYet) {
               "1: the input already has interlist directives (.iendfunc)");
     EXPECT_EQ(error_of(" .iline\t1\n\t.iline 1\n\t.ident\t\"x\"\n"), "");
 }
+
+// The interlister acts on them wherever they stand in a file.
+TEST(AssemblyErrors, InterlistDirectivesMustNotBeWhereAssemblersPassThemOver) {
+    EXPECT_EQ(error_of("\t.macro m\n\t.ifunc\t1\n\t.endm\n"),
+              "2: the input already has interlist directives (.ifunc)");
+    EXPECT_EQ(error_of("/* text\n\t.ifile\t\"a.c\"\n*/\n"),
+              "2: the input already has interlist directives (.ifile)");
+    EXPECT_EQ(error_of("/* text\n\t.iline\t*/ nop\n"),
+              "2: the input already has interlist directives (.iline)");
+    for (const char* directive : {".ifile", ".ifunc", ".iline", ".isym", ".iendfunc"}) {
+        for (const bool debug : {false, true}) {
+            const std::string text =
+                "\t.section\t.debug_info,\"\",@progbits\n\t.long\t1\n\t.string\t\"name\"\n\t" +
+                std::string(directive) + "\t1\n\t.byte\t1\n";
+            assembly_file assembly;
+            const std::optional<assembly_error> error =
+                read_assembly(text, assembly, {.debug = debug});
+            ASSERT_TRUE(error) << directive << debug;
+            EXPECT_EQ(error->line, 4);
+            EXPECT_EQ(error->message, "the input already has interlist directives (" +
+                                          std::string(directive) + ")");
+        }
+    }
+    EXPECT_EQ(error_of("\t.macro m\n\t.ifdef\tx\n .ifunc\t1\n\t.ifunc 1\n\t.endm\n"), "");
+}
