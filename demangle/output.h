@@ -18,6 +18,30 @@ struct output_state {
     std::uint64_t suppress_depth = 0;  // text is written only while this is 0
 };
 
+// Texts are copied in steps of this many bytes where both sides have room for one more:
+// names differ in length from one to the next, and asking for it costs more than copying.
+inline constexpr std::size_t copy_step = 32;
+
+struct step_bytes {
+    char byte[copy_step];
+};
+
+inline void copy_one_step(char* to, const char* from) {
+    step_bytes bytes;
+    std::memcpy(&bytes, from, copy_step);
+    std::memcpy(to, &bytes, copy_step);
+}
+
+// Touches less than a step behind the text on either side. `to` may lie behind `from` in
+// the same text.
+inline void copy_in_steps(char* to, const char* from, std::size_t length) {
+    std::size_t done = 0;
+    do {
+        copy_one_step(to + done, from + done);
+        done += copy_step;
+    } while (done < length);
+}
+
 // Copies two blocks of `block` bytes that together cover the text.
 template <std::size_t block>
 inline void copy_ends(char* to, const char* from, std::size_t length) {
@@ -32,7 +56,7 @@ inline void copy_ends(char* to, const char* from, std::size_t length) {
     std::memcpy(to + length - block, &tail, block);
 }
 
-// Copies a short text with few branches; longer ones go to the library.
+// Copies a text and touches nothing beside it.
 inline void copy_text(char* to, const char* from, std::size_t length) {
     if (length >= 8) {
         if (length <= 16) {
@@ -68,6 +92,33 @@ inline void emit_text(std::string_view text, output_state* state) {
     } else {
         emit_at_end(text, state);
     }
+}
+
+// emit_text for a text behind which a step of copying may be read.
+inline void emit_in_steps(std::string_view text, output_state* state) {
+    if (state->suppress_depth == 0 && state->out_len + text.size() + copy_step < state->out_size) {
+        copy_in_steps(state->out_buf + state->out_len, text.data(), text.size());
+        state->out_len += text.size();
+    } else {
+        emit_text(text, state);
+    }
+}
+
+// A text of a table, with room for a step of copying.
+struct short_text {
+    template <std::size_t size>
+    constexpr short_text(const char (&text)[size]) : length(size - 1) {
+        static_assert(size <= copy_step);
+        for (std::size_t i = 0; i < size; ++i) {
+            bytes[i] = text[i];
+        }
+    }
+    char bytes[copy_step] = {};
+    std::size_t length;
+};
+
+inline void emit_short(const short_text& text, output_state* state) {
+    emit_in_steps({text.bytes, text.length}, state);
 }
 
 inline void emit_char(char character, output_state* state) {

@@ -12,7 +12,7 @@ namespace scheme1 {
 
 struct builtin_type {
     std::string_view code;  // a letter, or "D" and a letter
-    std::string_view text;
+    short_text text;
     names_mode mode;
 };
 

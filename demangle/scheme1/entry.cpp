@@ -35,21 +35,10 @@ static void free_table(eabi_decode_state* state) {
     }
 }
 
-static attempt_state new_attempt(char* buffer, std::uint64_t buffer_size, int retrying,
-                                 eabi_decode_state* state) {
-    attempt_state attempt;
-    attempt.out_buf = buffer;
-    attempt.out_size = buffer_size;
-    attempt.retrying = retrying;
-    attempt.subst_table = state->first_entries;
-    attempt.subst_capacity = std::size(state->first_entries);
-    return attempt;
-}
-
 static void start_over(eabi_decode_state* state, int retrying) {
     free_table(state);
     static_cast<attempt_state&>(*state) =
-        new_attempt(state->out_buf, state->out_size, retrying, state);
+        attempt_state(state->out_buf, state->out_size, retrying, state->first_entries);
 }
 
 // One attempt at the whole name; gives the position where decoding stopped.
@@ -163,10 +152,19 @@ using namespace scheme1;
 
 eabi_decode_state::eabi_decode_state(std::string_view name, bool extended_names,
                                      std::span<char> buffer) noexcept
-    : attempt_state(new_attempt(buffer.data(), buffer.size(), 0, this)),
-      input(name.data()),
-      input_end(name.data() + name.size()),
-      extended(extended_names) {}
+    : attempt_state(buffer.data(), buffer.size(), 0, first_entries), extended(extended_names) {
+    if (name.size() + copy_step <= sizeof padded) {
+        std::memcpy(padded, name.data(), name.size());
+        std::memset(padded + name.size(), 0, copy_step);
+        input = padded;
+        input_end = padded + name.size();
+        steps_end = input_end;
+    } else {
+        input = name.data();
+        input_end = name.data() + name.size();
+        steps_end = input_end - copy_step;
+    }
+}
 
 eabi_decode_state::~eabi_decode_state() {
     free_table(this);
@@ -189,6 +187,6 @@ bool decode_is_ia64_subobject(const char* name) {
     const auto copy = std::make_unique<char[]>(size);  // NOLINT(modernize-avoid-c-arrays)
     std::memcpy(copy.get(), name, size);
     eabi_decode_state state({copy.get(), size - 1}, decode_extended_names != 0, {});
-    eabi_encoding(copy.get() + 2, false, &state);
+    eabi_encoding(state.input + 2, false, &state);
     return state.is_subobject != 0;
 }

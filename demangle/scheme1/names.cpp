@@ -15,115 +15,146 @@ namespace scheme1 {
 
 namespace {
 
-// How far a prefix has been read.
-struct prefix_progress {
-    bool named = false;     // it is more than a reference to something else
-    bool has_args = false;  // its last component is an argument list
-    bool std_only = false;  // it is "St" alone
+// What a prefix is as far as it has been read.
+enum prefix_fact : unsigned {
+    is_named = 1,  // more than a reference to something else
+    has_args = 2,  // its last component is an argument list
+    std_only = 4,  // "St" alone
 };
 
-// Where a component ends, and how the prefix up to there is entered.
-struct prefix_component {
-    const char* end;
-    bool enter = true;
-    subst_kind kind = subst_prefix;
+struct prefix_progress {
+    const char* start;
+    std::uint64_t text_at;  // where its text begins
+    bool whole_is_type;     // the last component is entered, too
+    unsigned facts = 0;
 };
 
 }  // namespace
 
-// A component that is neither a plain source name nor an argument list:
-// "S" substitution | "T" parameter | "D" decltype | "M" | unqualified-name
-OUT_OF_LINE static prefix_component read_component(const char* at, bool first,
-                                                   prefix_progress* progress,
-                                                   last_component* component,
-                                                   eabi_decode_state* state) {
-    const prefix_progress before = *progress;
-    *progress = {.named = before.named};
-    if (*at == 'S' && !is_module_reference(at, state)) {
-        if (!first) {
-            report_bad_name(state);
-            return {at, false};
-        }
-        if (at[1] != 't') {
-            return {eabi_substitution(at, subst_whole, 0, false, component, state), false};
-        }
-        emit_text("std", state);
-        component->last_name = abbreviation_name | static_cast<unsigned char>('t');
-        progress->std_only = true;
-        return {at + 2, false};
+// Enters the prefix up to `at`, where its last component begins at `here`.
+static void enter_prefix(const char* at, const char* here, subst_kind kind,
+                         const prefix_progress& progress, const last_component& component,
+                         eabi_decode_state* state) {
+    if (progress.whole_is_type || *at != 'E') {
+        eabi_add_substitution(progress.start, kind, kind == subst_prefix ? at : here, component,
+                              progress.text_at, state);
     }
-    if (*at == 'M' && !first) {  // the initialiser of the variable before it
-        if (before.std_only || at[1] == 'E' || at[1] == 'I' || at[1] == 'M') {
-            report_bad_name(state);
-        }
-        return {at + 1, false};
+}
+
+// A source name that is not a plain one.
+OUT_OF_LINE static const char* other_source_name(const char* at, const prefix_progress& progress,
+                                                 last_component* component,
+                                                 eabi_decode_state* state) {
+    if (!count_step(state)) {
+        return at;
     }
-    // These two stand only at the beginning.
-    if (first && *at == 'T') {
-        *component = {.last_name = last_name_at(at, state)};
-        return {eabi_template_param(at, state), true, subst_template_param};
-    }
-    if (first && *at == 'D' && (at[1] == 't' || at[1] == 'T')) {
-        *component = {};
-        return {decltype_of(at, state)};
-    }
+    const char* const here = at;
+    const bool first = at == progress.start;
     if (!first) {
         emit_text("::", state);
     }
-    progress->named = true;
-    return {unqualified_name(at, component, state), true,
-            first ? subst_name : subst_prefix_and_name};
+    at = abi_tags(source_name(at, state), state);
+    const last_component named{.last_name = last_name_at(here, state)};
+    enter_prefix(at, here, first ? subst_name : subst_prefix_and_name, progress, named, state);
+    if (state->error_seen == 0) {  // a constructor counts also when what follows it is bad
+        *component = named;
+    }
+    return at;
 }
 
-// prefix ::= component+. Every beginning of it that another component follows is entered.
-const char* prefix(const char* at, const char* bound, bool whole_is_type, name_record* record,
-                   last_component* component, eabi_decode_state* state) {
-    const char* const start = at;
-    const std::uint64_t text_at = state->out_len;
-    prefix_progress progress;
-    char kind_before = ' ';  // of the component before the last
-    while (state->error_seen == 0 && at != bound && *at != 'E') {
-        const char* const here = at;
-        const bool first = here == start;
-        kind_before = component->kind;
-        prefix_component read{at};
-        if (is_digit(*at)) {  // by far the most frequent
-            if (!count_step(state)) {
-                break;
-            }
-            at = plain_source_name(at, !first, state);
-            *component = {.last_name = last_name_at(here, state)};
-            if (*at == 'B') {
-                at = abi_tags(at, state);
-            }
-            progress = {.named = true};
-            read.kind = first ? subst_name : subst_prefix_and_name;
-        } else if (*at == 'I') {
-            if (first || progress.has_args || progress.std_only) {
-                report_bad_name(state);
-                break;
-            }
-            at = template_args(at, wants_blank(*component, at, state), state);
-            component->flags &= static_cast<unsigned char>(~is_less);
-            progress = {.named = true, .has_args = true};
-        } else {
-            read = read_component(at, first, &progress, component, state);
-            at = read.end;
+// A component that is neither a source name nor an argument list:
+// "S" substitution | "T" parameter | "D" decltype | "M" | unqualified-name
+OUT_OF_LINE static const char* other_component(const char* at, prefix_progress* progress,
+                                               last_component* component,
+                                               eabi_decode_state* state) {
+    const char* const here = at;
+    const bool first = at == progress->start;
+    const unsigned facts = progress->facts;
+    progress->facts = facts & is_named;
+    if (*at == 'S' && !is_module_reference(at, state)) {
+        if (!first) {
+            report_bad_name(state);
+            return at;
         }
-        if (read.enter && (whole_is_type || *at != 'E')) {
-            eabi_add_substitution(start, read.kind, read.kind == subst_prefix ? at : here,
-                                  *component, text_at, state);
+        if (at[1] != 't') {
+            return eabi_substitution(at, subst_whole, 0, false, component, state);
         }
+        emit_text("std", state);
+        component->last_name = abbreviation_name | static_cast<unsigned char>('t');
+        progress->facts = std_only;
+        return at + 2;
+    }
+    if (*at == 'M' && !first) {  // the initialiser of the variable before it
+        if ((facts & std_only) != 0 || at[1] == 'E' || at[1] == 'I' || at[1] == 'M') {
+            report_bad_name(state);
+        }
+        return at + 1;
+    }
+    const char kind_before = component->kind;
+    subst_kind kind = subst_prefix;
+    if (first && *at == 'T') {  // this and a decltype stand only at the beginning
+        *component = {.last_name = last_name_at(at, state)};
+        at = eabi_template_param(at, state);
+        kind = subst_template_param;
+    } else if (first && *at == 'D' && (at[1] == 't' || at[1] == 'T')) {
+        *component = {};
+        at = decltype_of(at, state);
+    } else {
+        if (!first) {
+            emit_text("::", state);
+        }
+        progress->facts = is_named;
+        at = unqualified_name(at, component, state);
+        kind = first ? subst_name : subst_prefix_and_name;
     }
     // A constructor counts also when what follows it is bad.
     if (state->error_seen != 0 && component->kind == ' ') {
         component->kind = kind_before;
     }
-    if (bound == nullptr && !progress.named) {
+    enter_prefix(at, here, kind, *progress, *component, state);
+    return at;
+}
+
+// prefix ::= component+. Every beginning of it that another component follows is entered.
+const char* prefix(const char* at, const char* bound, bool whole_is_type, name_record* record,
+                   last_component* component, eabi_decode_state* state) {
+    prefix_progress progress{
+        .start = at, .text_at = state->out_len, .whole_is_type = whole_is_type};
+    while (at != bound && *at != 'E' && state->error_seen == 0) {
+        if (is_digit(*at)) {
+            const char* const here = at;
+            const plain_name name = read_plain_name(at, state);
+            progress.facts = is_named;
+            if (!can_emit_plain_name(name, state) || !count_step(state)) {
+                at = other_source_name(at, progress, component, state);
+                continue;
+            }
+            const bool first = at == progress.start;
+            emit_plain_name(name, !first, state);
+            at = name.text + name.length;
+            const last_component named{.last_name = last_name_at(here, state)};
+            *component = named;
+            enter_prefix(at, here, first ? subst_name : subst_prefix_and_name, progress, named,
+                         state);
+        } else if (*at == 'I') {
+            if (at == progress.start || (progress.facts & (has_args | std_only)) != 0) {
+                report_bad_name(state);
+                break;
+            }
+            at = template_args(at, wants_blank(*component, at, state), state);
+            component->flags &= static_cast<unsigned char>(~is_less);
+            progress.facts = is_named | has_args;
+            enter_prefix(at, at, subst_prefix, progress, *component, state);
+        } else {
+            at = other_component(at, &progress, component, state);
+        }
+    }
+    if (bound == nullptr && (progress.facts & is_named) == 0) {
         report_bad_name(state);
     }
     if (record != nullptr) {
-        record->no_return_type = !progress.has_args || carries_no_return_type(*component);
+        record->no_return_type =
+            (progress.facts & has_args) == 0 || carries_no_return_type(*component);
         record->ctor_dtor_kind = component->kind;
     }
     return at;

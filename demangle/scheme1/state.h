@@ -54,9 +54,10 @@ struct last_component {
     // an unnamed type or a template parameter; or abbreviation_name and the letter of an
     // abbreviation; or 0 for nothing.
     std::uint32_t last_name = 0;
-    char kind = ' ';          // of the constructor or destructor that it is, else a blank
-    unsigned char flags = 0;  // component_flag bits
-    unsigned char shape = 0;  // type_shape bits of a type that was entered
+    char kind = ' ';           // of the constructor or destructor that it is, else a blank
+    unsigned char flags = 0;   // component_flag bits
+    unsigned char shape = 0;   // type_shape bits of a type that was entered
+    unsigned char unused = 0;  // no padding: the compiler then stores the last four at once
 };
 inline constexpr std::uint32_t abbreviation_name = 0xFFFFFF00;
 
@@ -134,6 +135,12 @@ struct attempt_state : output_state {
     bool rotation_missed = false;   // the buffer was too small to move the return type
     bool skipped_in_use = false;    // `skipped` has been cleared
     bool answers_in_use = false;    // `one_class` has been cleared
+
+    attempt_state(char* buffer, std::uint64_t buffer_size, int second, std::span<subst_entry> table)
+        : output_state{.out_buf = buffer, .out_size = buffer_size},
+          retrying(second),
+          subst_table(table.data()),
+          subst_capacity(table.size()) {}
 };
 
 }  // namespace scheme1
@@ -142,6 +149,7 @@ struct eabi_decode_state : scheme1::attempt_state {
     // What the call was given.
     const char* input;
     const char* input_end;  // its NUL
+    const char* steps_end;  // a text that ends here, or before, may be copied in steps
     bool extended;
 
     // What the attempts are told, beside `retrying`, and what they have together.
@@ -152,6 +160,7 @@ struct eabi_decode_state : scheme1::attempt_state {
     // Memory of an attempt, which says what of it is in use: clearing it would cost more
     // than most names, and so would the entries' initial values, from which the union
     // keeps them.
+    char padded[512];                      // the input, where there is room for a step behind it
     scheme1::skip_record skipped[64];      // by the low bits of start, the last one stays
     scheme1::one_class_answers one_class;  // by position
     union {

@@ -282,7 +282,7 @@ OUT_OF_LINE static const char* d_type(const char* at, unsigned cv, bool allow_te
     eabi_cv_qualifiers(cv, true, state);
     state->shape = named_shape(cv);
     if (const builtin_type* const type = find_builtin_type<2>(at[1], state)) {
-        emit_text(type->text, state);
+        emit_short(type->text, state);
         return at + 2;
     }
     report_bad_name(state);
@@ -480,7 +480,7 @@ const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_templat
     }
     if (const builtin_type* const type = find_builtin_type<1>(*at, state)) {
         eabi_cv_qualifiers(cv_qualifiers, true, state);
-        emit_text(type->text, state);
+        emit_short(type->text, state);
         state->shape = named_shape(cv_qualifiers);
         return at + 1;
     }

@@ -279,7 +279,7 @@ const char* unqualified_name(const char* at, last_component* component, eabi_dec
     }
     const char* const start = at;
     if (is_digit(*at)) {
-        at = plain_source_name(at, false, state);
+        at = source_name(at, state);
         component->last_name = last_name_at(start, state);
     } else if (*at == 'C' || (*at == 'D' && at[1] != 'C')) {
         const bool inheriting = *at == 'C' && at[1] == 'I';

@@ -26,34 +26,40 @@ struct constructor_kind {
 // Null for a letter that is none.
 const constructor_kind* find_constructor_kind(char kind, const eabi_decode_state* state);
 
-// A source name with a "::" in front when `scoped` is set, short enough to stand wherever
-// names are frequent.
-inline const char* plain_source_name(const char* at, bool scoped, eabi_decode_state* state) {
-    const char* text = at + 1;
+// A source name that may be printed as it stands, which nearly all of them are: of one or
+// two digits, without ABI tags, no unnamed namespace. Length 0 where it is another one.
+struct plain_name {
+    const char* text;
+    std::size_t length;
+};
+
+inline plain_name read_plain_name(const char* at, const eabi_decode_state* state) {
+    const unsigned second = static_cast<unsigned char>(at[1]) - static_cast<unsigned>('0');
+    const std::size_t two_digits = second < 10 ? 1 : 0;  // no branch: names vary in length
     auto length = static_cast<std::size_t>(*at - '0');
-    if (is_digit(*text)) {
-        length = length * 10 + static_cast<std::size_t>(*text - '0');
-        ++text;
-    }
-    // Not for a third digit, no length, what may be an unnamed namespace, and where
-    // the text is not printed in full.
-    if (*text == '_' || is_digit(*text) ||
-        length - 1 >= static_cast<std::size_t>(state->input_end - text) ||
-        state->suppress_depth != 0 || state->out_len + length + 2 >= state->out_size) {
-        if (scoped) {
-            emit_text("::", state);
-        }
-        return source_name(at, state);
-    }
-    char* const to = state->out_buf + state->out_len;
+    length += (length * 9 + second) * two_digits;
+    const char* const text = at + 1 + two_digits;
+    const bool plain = length < static_cast<std::size_t>(state->input_end - text) &&
+                       text[length] != 'B' && !is_digit(*text) &&
+                       (text[0] != '_' || text[1] != 'G');
+    return {text, plain ? length : 0};
+}
+
+// Whether it and a "::" can be printed in steps.
+inline bool can_emit_plain_name(plain_name name, const eabi_decode_state* state) {
+    return name.length != 0 && state->suppress_depth == 0 &&
+           name.text + name.length <= state->steps_end &&
+           state->out_len + name.length + copy_step + 2 < state->out_size;
+}
+
+// Prints it, with a "::" in front when `scoped` is set.
+inline void emit_plain_name(plain_name name, bool scoped, eabi_decode_state* state) {
     const std::size_t scope = scoped ? 2 : 0;
-    if (scoped) {
-        to[0] = ':';
-        to[1] = ':';
-    }
-    copy_text(to + scope, text, length);
-    state->out_len += length + scope;
-    return text + length;
+    char* const to = state->out_buf + state->out_len;
+    to[0] = ':';
+    to[1] = ':';
+    copy_in_steps(to + scope, name.text, name.length);
+    state->out_len += name.length + scope;
 }
 
 // Whether the component's text ends in "<", so that a blank stands in front of its argument

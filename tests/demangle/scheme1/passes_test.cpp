@@ -134,6 +134,13 @@ TEST(Scheme1Passes, UndecoratedNamesKeepQualifiersAndSuffixes) {
     EXPECT_EQ(decode_into("_ZThn8_N1A1fEv", 500, 0).text, "Thunk for (offset -8) A::f()");
 }
 
+TEST(Scheme1Passes, AConstructorCountsWhateverBadComponentFollowsIt) {
+    for (const char* const bad : {"?", "9x", "T?", "Dt?E", "I?E", "S_E"}) {
+        EXPECT_TRUE(decode_is_ia64_subobject((std::string("_ZN1AC2") + bad).c_str())) << bad;
+    }
+    EXPECT_FALSE(decode_is_ia64_subobject("_ZN1AC21B?"));
+}
+
 TEST(Scheme1Passes, SubobjectsAreToldWithoutABuffer) {
     EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AC2Ev"));
     EXPECT_TRUE(decode_is_ia64_subobject("_ZN1AD2Ev"));
