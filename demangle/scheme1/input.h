@@ -2,6 +2,8 @@
 // demangle/input.h for what both schemes read alike.
 #pragma once
 
+#include <array>
+
 #include "demangle/input.h"
 #include "demangle/scheme1/state.h"
 
@@ -14,18 +16,17 @@ namespace scheme1 {
 // Cv-qualifiers travel as a bit set.
 enum cv_qualifier : unsigned { is_const = 1, is_volatile = 2, is_restrict = 4 };
 
+inline constexpr std::array<unsigned char, 256> qualifier_bits = [] {
+    std::array<unsigned char, 256> bits{};
+    bits['K'] = is_const;
+    bits['V'] = is_volatile;
+    bits['r'] = is_restrict;
+    return bits;
+}();
+
 // The bit of "K", "V" or "r", else 0.
 inline unsigned qualifier_bit(char letter) {
-    switch (letter) {
-        case 'K':
-            return is_const;
-        case 'V':
-            return is_volatile;
-        case 'r':
-            return is_restrict;
-        default:
-            return 0;
-    }
+    return qualifier_bits[static_cast<unsigned char>(letter)];
 }
 
 struct signed_number {
@@ -54,9 +55,19 @@ inline const char* read_ordinal(const char* at, std::int64_t* number, eabi_decod
     return expect(at, '_', state);
 }
 
-// The value of one of 0 to 9 and A to Z.
-inline std::uint64_t base36_digit(char digit) {
-    return static_cast<std::uint64_t>(is_digit(digit) ? digit - '0' : digit - 'A' + 10);
+// The values of 0 to 9 and A to Z, and of anything else.
+inline constexpr unsigned not_base36 = 36;
+inline constexpr std::array<unsigned char, 256> base36_values = [] {
+    std::array<unsigned char, 256> values{};
+    values.fill(not_base36);
+    for (unsigned value = 0; value < not_base36; ++value) {
+        values[value < 10 ? '0' + value : 'A' + value - 10] = static_cast<unsigned char>(value);
+    }
+    return values;
+}();
+
+inline unsigned base36_value(char digit) {
+    return base36_values[static_cast<unsigned char>(digit)];
 }
 
 // Reads "_", or base-36 digits and "_": 0, or the number that they make plus 1. Gives the
@@ -64,17 +75,24 @@ inline std::uint64_t base36_digit(char digit) {
 // that is past any table.
 inline const char* read_sequence_number(const char* at, std::uint64_t* number) {
     constexpr std::uint64_t limit = std::uint64_t{1} << 40;
-    *number = 0;
+    // Most have one digit or none, and no branch tells the two apart.
+    const unsigned first = base36_value(*at);
+    const unsigned digits = first < not_base36 ? 1 : 0;
+    *number = (first + 1) * digits;
+    at += digits;
     if (*at == '_') {
         return at;
     }
-    do {
-        if ((!is_digit(*at) && (*at < 'A' || *at > 'Z')) || *number > limit) {
+    if (digits == 0) {
+        return nullptr;
+    }
+    for (--*number; *at != '_'; ++at) {
+        const unsigned value = base36_value(*at);
+        if (value == not_base36 || *number > limit) {
             return nullptr;
         }
-        *number = *number * 36 + base36_digit(*at);
-        ++at;
-    } while (*at != '_');
+        *number = *number * 36 + value;
+    }
     ++*number;
     return at;
 }

@@ -26,6 +26,7 @@ const char* module_end(const char* at, eabi_decode_state* state) {
     }
     while (*at == 'W' && state->error_seen == 0) {
         at = source_name(at + (at[1] == 'P' ? 2 : 1), state);
+        state->module_entered = true;
         eabi_add_substitution(start, subst_name, at, {.flags = names_module}, no_text, state);
     }
     return at;

@@ -131,6 +131,7 @@ struct attempt_state : output_state {
     bool greater_seen = false;      // a ">" operator stood outside parentheses
     unsigned char lambda_flag = 0;  // in_lambda or in_leveled_lambda in its parameter list
     bool level_seen = false;        // a lambda's parameter list spelled a level
+    bool module_entered = false;    // an entry is the name of a module
     unsigned doubts = 0;            // that were met
     bool rotation_missed = false;   // the buffer was too small to move the return type
     bool skipped_in_use = false;    // `skipped` has been cleared

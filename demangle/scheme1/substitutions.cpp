@@ -275,7 +275,7 @@ const char* eabi_substitution(const char* at, subst_mode mode, unsigned cv_quali
         cv_qualifiers == 0 && mode != subst_type_suffix && text_can_be_copied(entry, state) &&
         state->out_len + entry.text_length < std::min(state->out_size, longest_text);
     if (copied) {  // most references end here
-        emit_text({state->out_buf + entry.text_at, entry.text_length}, state);
+        emit_in_steps({state->out_buf + entry.text_at, entry.text_length}, state);
         set_component(entry, component);
         state->shape = entry.component.shape;
     } else {

@@ -37,7 +37,7 @@ const subst_entry* referenced_entry(const char* at, const eabi_decode_state* sta
 
 // Whether a reference to the name of a module stands at `at`, which a name follows.
 inline bool is_module_reference(const char* at, const eabi_decode_state* state) {
-    if (!state->extended || *at != 'S' || (at[1] >= 'a' && at[1] <= 'z')) {
+    if (!state->module_entered || *at != 'S' || (at[1] >= 'a' && at[1] <= 'z')) {
         return false;
     }
     const subst_entry* const entry = referenced_entry(at, state);
