@@ -7,7 +7,7 @@
 #include <iterator>
 #include <system_error>
 
-#include "clist/files.h"
+#include "assembly/text_file.h"
 
 namespace clist {
 namespace {
@@ -245,18 +245,19 @@ constexpr std::size_t most_response_files = 2000;
 
 void add_words(std::vector<word>& words, const std::string& text, std::size_t top,
                const std::filesystem::path& directory, std::size_t& budget) {
-    std::string ignored;
     if (text.size() < 2 || text.front() != '@' || budget == 0) {
         words.push_back({text, top});
         return;
     }
-    const std::optional<std::string> contents = read_whole(directory / text.substr(1), ignored);
+    // What is no regular file can be read but once, by the compiler.
+    const std::optional<assembly::text_file> contents =
+        assembly::text_file::open_source(directory / text.substr(1));
     if (!contents) {
         words.push_back({text, top});
         return;
     }
     --budget;
-    for (const std::string& inner : split_response(*contents)) {
+    for (const std::string& inner : split_response(contents->text())) {
         add_words(words, inner, top, directory, budget);
     }
 }

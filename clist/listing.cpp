@@ -3,6 +3,7 @@
 #include "clist/listing.h"
 
 #include <deque>
+#include <memory>
 
 #include "clist/annotate.h"
 #include "clist/forms/forms.h"
@@ -31,33 +32,56 @@ static form_writer writer_of(const listing_options& options) {
     return options.all ? write_whole : write_code;
 }
 
-static bool write(std::span<const listing_input> inputs, const listing_options& options,
-                  output& out) {
-    if (options.mca && !has_machine_analysis()) {
+// Everything between the assembly and a form, each part standing on those before it.
+struct listing::parts {
+    std::span<const listing_input> inputs;
+    const listing_options& options;
+    source_list sources;
+    name_table names;
+    std::deque<annotation> models = {};
+    selection shown = {};
+
+    parts(std::span<const listing_input> from, const listing_options& how)
+        : inputs(from),
+          options(how),
+          sources(how, assembly::system_sources()),
+          names(how.mangled) {}
+};
+
+listing::listing(std::span<const listing_input> inputs, const listing_options& options)
+    : parts_(std::make_unique<parts>(inputs, options)) {}
+
+listing::~listing() = default;
+
+bool listing::read() {
+    if (parts_->options.mca && !has_machine_analysis()) {
         say("--mca needs llvm-mca, which is in the package llvm");
         return false;
     }
-    source_list sources(options, assembly::system_sources());
-    name_table names(options.mangled);
-    std::deque<annotation> models;
-    for (const listing_input& it : inputs) {
-        if (!models.emplace_back(it, options, sources, names).read()) {
+    for (const listing_input& it : parts_->inputs) {
+        if (!parts_->models.emplace_back(it, parts_->options, parts_->sources, parts_->names)
+                 .read()) {
             return false;
         }
     }
-    sources.choose_shown_names();
+    parts_->sources.choose_shown_names();
     std::string error;
-    const selection shown = select(models, options, error);
+    parts_->shown = select(parts_->models, parts_->options, error);
     if (!error.empty()) {
         say(error);
-        return false;
     }
-    return writer_of(options)({.models = models, .shown = shown, .options = options}, out);
+    return error.empty();
+}
+
+bool listing::write(output& out) {
+    return writer_of(parts_->options)(
+        {.models = parts_->models, .shown = parts_->shown, .options = parts_->options}, out);
 }
 
 int write_listing(std::span<const listing_input> inputs, const listing_options& options,
                   output& out) {
-    return write(inputs, options, out) ? 0 : 1;
+    listing it(inputs, options);
+    return it.read() && it.write(out) ? 0 : 1;
 }
 
 }  // namespace clist

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -52,9 +53,27 @@ struct listing_input {
     std::vector<std::string> command;  // compiler and arguments; empty for assembly at hand
 };
 
-// Writes one listing of all inputs; numbers of functions run through all of them. Returns
-// 0, or 1 after an error, which it has said. That the output fails it leaves to the caller
-// to tell, by `out.flush()`.
+// One listing of all inputs; numbers of functions run through all of them. What goes wrong
+// it says. That the output fails it leaves to the caller to tell, by `output::flush`.
+class listing {
+  public:
+    // The inputs and the options outlive it.
+    listing(std::span<const listing_input> inputs, const listing_options& options);
+    ~listing();
+    listing(const listing&) = delete;
+    listing& operator=(const listing&) = delete;
+
+    // Reads the assembly and chooses what is shown. False after an error.
+    bool read();
+    // Writes what was read, once. False after an error of its own.
+    bool write(output& out);
+
+  private:
+    struct parts;
+    std::unique_ptr<parts> parts_;
+};
+
+// Both in one. Returns 0, or 1 after an error.
 int write_listing(std::span<const listing_input> inputs, const listing_options& options,
                   output& out);
 

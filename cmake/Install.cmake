@@ -6,6 +6,9 @@ include(CMakePackageConfigHelpers)
 option(INTERLIST_INSTALL "Add install rules" ${PROJECT_IS_TOP_LEVEL})
 
 set(programs interlist gas2interlist symdecode)
+if(INTERLIST_CLIST)
+  list(APPEND programs clist)
+endif()
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/interlist)
 
 # A project that takes this one in as a subdirectory gets the same names as from the
@@ -64,13 +67,12 @@ install(CODE "
     endforeach()
   endif()")
 
-install(DIRECTORY docs/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
-  FILES_MATCHING PATTERN "*.1")
 install(FILES README.md CONTRIBUTING.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN man EXCLUDE)
 
 set(completions ${CMAKE_CURRENT_SOURCE_DIR}/completions)
 foreach(program IN LISTS programs)
+  install(FILES docs/man/${program}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES ${completions}/${program}.bash RENAME ${program}
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
   install(FILES ${completions}/_${program}

@@ -11,7 +11,9 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "C source interlister and C++ demangler")
 set(CPACK_PACKAGE_DESCRIPTION
 "interlist merges the lines of C and C++ sources into the assembly listing
 of the code that a compiler made from them. gas2interlist prepares the
-assembly of GNU-style compilers for it. symdecode decodes mangled C++ names
+assembly of GNU-style compilers for it. clist does all from a compiler's
+command line, for one source or a whole project, and shows each source line
+with its code in the code's own order. symdecode decodes mangled C++ names
 in any text. The libraries behind them, for demangling and for the common
 needs of tools, are included with their headers.")
 set(CPACK_PACKAGE_CHECKSUM SHA256)
@@ -24,7 +26,7 @@ set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebianLayout.cmake)
 set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebianControl.cmake)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION devel)
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "binutils, cmake, gcc | clang, pkg-config")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "binutils, cmake, gcc | clang, llvm, ninja-build, pkg-config")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
 find_program(DPKG_SHLIBDEPS dpkg-shlibdeps)

@@ -1,30 +1,31 @@
 #!/usr/bin/env bash
-# Shows what the project is for: builds it, compiles the examples with the system's C
-# compiler, and prints the listings that interlist makes of them. On a Debian system it
-# installs the compilers and the build tools where missing.
+# Shows what the project is for: builds it, compiles an example with the system's C
+# compiler and prints its listing in both forms: in the order of the code, and in that of
+# the source. On a Debian system it installs the compilers and the build tools where
+# missing.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # What is said on the way goes to standard error, so that standard output is listings.
 {
-  scripts/install_packages.sh gcc g++ cmake ninja-build
-  cmake --preset release -B build/demo -DINTERLIST_TESTS=OFF -DINTERLIST_CLIST=OFF
-  cmake --build build/demo --target interlist gas2interlist
+  scripts/install_packages.sh gcc g++ cmake ninja-build nlohmann-json3-dev zlib1g-dev
+  cmake --preset release -B build/demo -DINTERLIST_TESTS=OFF
+  cmake --build build/demo --target clist interlist gas2interlist symdecode
 } >&2
 
-place=$PWD/build/demo/bin/gas2interlist
-list=$PWD/build/demo/bin/interlist
+PATH=$PWD/build/demo/bin:$PATH
 out=$PWD/build/demo/listings
 mkdir -p "$out"
 
 cd examples
 for source in *.c; do
-  name=${source%.c}
-  "${CC:-cc}" -S -g -O1 "$source" -o "$out/$name.s"
-  "$place" "$out/$name.s" -o "$out/$name.asm"
-  "$list" "$out/$name.asm" "$out/$name.cl"
-  printf '\n=== %s\n\n' "$source"
-  # The debugging data behind the code is of no interest here.
-  sed '/^[[:blank:]]*\.section[[:blank:]]*\.debug_/,$d' "$out/$name.cl"
+  clist -o "$out/$source.lst" "${CC:-cc}" -O1 -c "$source"
+  clist --classic -o "$out/$source.cl" "${CC:-cc}" -O1 -c "$source"
 done
-printf '\nThe whole listings are in %s.\n' "$out" >&2
+
+printf '\n=== clist %s -O1 -c walk.c\n\n' "${CC:-cc}"
+cat "$out/walk.c.lst"
+printf '\n=== clist --classic %s -O1 -c walk.c\n\n' "${CC:-cc}"
+# The debugging data behind the code is of no interest here.
+sed '/^[[:blank:]]*\.section[[:blank:]]*\.debug_/,$d' "$out/walk.c.cl"
+printf '\nThe whole listings, and those of the other examples, are in %s.\n' "$out" >&2

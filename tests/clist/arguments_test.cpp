@@ -132,6 +132,7 @@ TEST(Arguments, ResponseFilesAreRead) {
     EXPECT_TRUE(command.to_object);
     EXPECT_EQ(command.all.back().option, "@none");
     EXPECT_EQ(command.all[command.all.size() - 2].value, "X=\"1\"");
+    EXPECT_EQ(read_arguments({"gcc", "@/dev/zero", "-c", "a.c"}).all[1].option, "@/dev/zero");
     EXPECT_TRUE(read_arguments({"gcc", "@endless", "-c", "a.c"}, folder.path()).makes_code);
 }
 

@@ -11,7 +11,7 @@ using std::string;
 
 namespace {
 
-const std::vector<string> programs{"interlist", "gas2interlist", "symdecode"};
+const std::vector<string> programs{"interlist", "gas2interlist", "symdecode", "clist"};
 
 std::set<string> set_of_lines(const string& text) {
     std::set<string> lines;
@@ -57,6 +57,17 @@ TEST(BashCompletion, OffersOptionsAndValues) {
     EXPECT_EQ(bash_completes("interlist", {"--"}),
               (std::set<string>{"--help", "--no_warnings", "--toolversion"}));
     EXPECT_EQ(bash_completes("gas2interlist", {"--s"}), std::set<string>{"--source-map"});
+    EXPECT_EQ(bash_completes("clist", {"--str"}), std::set<string>{"--strict"});
+    EXPECT_EQ(bash_completes("clist", {"--sources", ""}), (std::set<string>{"all", "own"}));
+    EXPECT_EQ(bash_completes("clist", {"--color", "=", "n"}), std::set<string>{"never"});
+    EXPECT_EQ(bash_completes("clist", {"--sources", "=", "own", "--st"}),
+              (std::set<string>{"--stats", "--strict"}));
+    EXPECT_EQ(bash_completes("clist", {"a.s", "--stri"}), std::set<string>{"--strict"});
+    // Behind the compiler's name everything is the compiler's.
+    EXPECT_EQ(bash_completes("clist", {"gcc", "--stri"}), std::set<string>{""});
+    EXPECT_EQ(bash_completes("clist", {"gcc", "-c", "sample/CM"}),
+              std::set<string>{"sample/CMakeLists.txt"});
+    EXPECT_EQ(bash_completes("clist", {"-p", "sam"}), std::set<string>{"sample"});
     EXPECT_EQ(bash_completes("interlist", {"sample/CM"}),
               std::set<string>{"sample/CMakeLists.txt"});
 }
@@ -74,6 +85,9 @@ TEST(FishCompletion, OffersOptionsAndValues) {
               (std::set<string>{"--help", "--no_warnings", "--toolversion"}));
     EXPECT_EQ(fish_completes("gas2interlist", "gas2interlist --s"),
               std::set<string>{"--source-map"});
+    EXPECT_EQ(fish_completes("clist", "clist --function f --str"), std::set<string>{"--strict"});
+    EXPECT_EQ(fish_completes("clist", "clist --sources "), (std::set<string>{"all", "own"}));
+    EXPECT_EQ(fish_completes("clist", "clist gcc --str"), std::set<string>{});
 }
 
 TEST(ZshCompletion, OffersOptionsAndValues) {
@@ -91,6 +105,8 @@ TEST(ZshCompletion, OffersOptionsAndValues) {
              {"symdecode", "--style=g", "--style=gnu"},
              {"interlist", "--tool", "--toolversion"},
              {"gas2interlist", "--so", "--source-map"},
+             {"clist", "--mang", "--mangled"},
+             {"clist", "--color=n", "--color=never"},
          }) {
         const string out =
             output_of({"timeout", "60", "zsh", "-f", "complete.zsh",

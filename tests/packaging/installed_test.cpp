@@ -37,6 +37,7 @@ TEST(Installed, HoldsWhatAUserLooksFor) {
              "bin/interlist",
              "bin/gas2interlist",
              "bin/symdecode",
+             "bin/clist",
              LIBDIR "/libinterlist-support.a",
              LIBDIR "/libinterlist-support.so",
              LIBDIR "/libinterlist-support.so.8",
@@ -53,15 +54,19 @@ TEST(Installed, HoldsWhatAUserLooksFor) {
              "share/man/man1/interlist.1",
              "share/man/man1/gas2interlist.1",
              "share/man/man1/symdecode.1",
+             "share/man/man1/clist.1",
              "share/bash-completion/completions/interlist",
              "share/bash-completion/completions/gas2interlist",
              "share/bash-completion/completions/symdecode",
+             "share/bash-completion/completions/clist",
              "share/zsh/site-functions/_interlist",
              "share/zsh/site-functions/_gas2interlist",
              "share/zsh/site-functions/_symdecode",
+             "share/zsh/site-functions/_clist",
              "share/fish/vendor_completions.d/interlist.fish",
              "share/fish/vendor_completions.d/gas2interlist.fish",
              "share/fish/vendor_completions.d/symdecode.fish",
+             "share/fish/vendor_completions.d/clist.fish",
              "share/doc/interlist/README.md",
              "share/doc/interlist/CONTRIBUTING.md",
              "share/doc/interlist/docs/README.md",
@@ -103,6 +108,7 @@ TEST(Installed, ProgramsRun) {
     EXPECT_EQ(output_of({installed_tree() + "/bin/gas2interlist", "--version"}),
               "gas2interlist 8.3.12\n");
     EXPECT_EQ(output_of({installed_tree() + "/bin/interlist"}).substr(0, 6), "Usage:");
+    EXPECT_EQ(output_of({installed_tree() + "/bin/clist", "--version"}), "clist 8.3.12\n");
 }
 
 TEST(Installed, SharedLibrariesCarryAVersionedName) {

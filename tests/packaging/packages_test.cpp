@@ -102,6 +102,7 @@ TEST_F(DebianPackage, ProgramsRunFromAnotherRoot) {
     const string bin = unpacked_package().root + "/usr/bin/";
     EXPECT_EQ(output_of({bin + "symdecode", "_ZN1A1fEi", "f__1AFi"}), "A::f(int)\nA::f(int)\n");
     EXPECT_EQ(output_of({bin + "gas2interlist", "--version"}), "gas2interlist 8.3.12\n");
+    EXPECT_EQ(output_of({bin + "clist", "--version"}), "clist 8.3.12\n");
 
     const ScratchFolder work;
     work.write("prog.c", "int f(void)\n{\n    return 1;\n}\n");

@@ -1,0 +1,457 @@
+// clist before a compiler: the build is the same as without, and listings stand beside the
+// objects. In front of ccache and distcc too.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/harness/program.h"
+
+namespace fs = std::filesystem;
+using std::string;
+
+namespace {
+
+RunOptions in(const string& folder, const string& input = {}) {
+    RunOptions options;
+    options.directory = folder;
+    options.input = input;
+    return options;
+}
+
+bool shows(const string& text, const string& part) {
+    return text.find(part) != string::npos;
+}
+
+bool has_command(const string& name) {
+    return run_program({"sh", "-c", "command -v " + name}).status == 0;
+}
+
+// The words behind clist --launcher.
+std::vector<string> launched(std::vector<string> words, const std::vector<string>& options = {}) {
+    words.insert(words.begin(), options.begin(), options.end());
+    words.insert(words.begin(), {CLIST, "--launcher"});
+    return words;
+}
+
+// All files below a folder but the listings, and the listings' names.
+struct tree {
+    std::map<string, string> files;
+    std::vector<string> listings;
+
+    explicit tree(const string& folder) {
+        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+            const string name = entry.path().lexically_relative(folder);
+            if (name.ends_with(".lst")) {
+                listings.push_back(name);
+            } else if (entry.is_regular_file()) {
+                files[name] = read_file(entry.path());
+            }
+        }
+        std::sort(listings.begin(), listings.end());
+    }
+};
+
+string sorted_lines(const string& text) {
+    return run_program({"sort"}, in({}, text)).out;
+}
+
+const string makefile =
+    "OBJECTS = main.o part/area.o part/names.o part/loud.o\n"
+    "CFLAGS = -O2 -g -Wall -Wextra -MMD -MP -Iinclude '-DNAME=\"a b\"'\n"
+    "prog: $(OBJECTS)\n"
+    "\t@$(CXX) -o $@ $^\n"
+    "%.o: %.c\n"
+    "\t@$(CC) $(CFLAGS) -c -o $@ $<\n"
+    "%.o: %.cpp\n"
+    "\t@$(CXX) $(CFLAGS) -c -o $@ $<\n";
+
+void write_project(const ScratchFolder& folder) {
+    folder.write("Makefile", makefile);
+    folder.write("include/area.h", "#define TIMES *\nextern \"C\"\n");
+    folder.write("main.c",
+                 "#include <stdio.h>\nint area(int, int);\nint main(void)\n{\n"
+                 "    return printf(NAME \"%d\\n\", area(2, 3)) < 0;\n}\n");
+    folder.write("part/area.c", "int area(int w, int h)\n{\n    return w * h;\n}\n");
+    folder.write("part/names.cpp",
+                 "#include <string>\nint count(const std::string& s)\n{\n"
+                 "    int n = 0;\n    for (char c : s) {\n        n += c == 'a';\n    }\n"
+                 "    return n;\n}\n");
+    folder.write("part/loud.c",
+                 "static int unused;\nint loud(unsigned n)\n{\n    return n < -1;\n}\n");
+}
+
+Finished make(const ScratchFolder& folder, const string& launcher) {
+    return run_program({"make", "-j4", "CC=" + launcher + "cc", "CXX=" + launcher + "c++"},
+                       in(folder.path()));
+}
+
+const string launcher_words = string(CLIST) + " --launcher ";
+
+// A script in place of a compiler.
+string script(const ScratchFolder& folder, const string& text) {
+    const string name = folder.write("fake-cc", "#!/bin/sh\n" + text + "\n");
+    chmod(name.c_str(), 0755);
+    return name;
+}
+
+}  // namespace
+
+TEST(Launcher, ABuildIsTheSameAsWithoutIt) {
+    if (!has_command("make")) {
+        GTEST_SKIP() << "no make here";
+    }
+    const ScratchFolder folder;
+    write_project(folder);
+    const Finished plain = make(folder, "");
+    ASSERT_EQ(plain.status, 0) << plain.err;
+    const tree expected(folder.path());
+    EXPECT_TRUE(expected.files.contains("part/area.d"));
+    run_program({"sh", "-c", "rm -f prog *.o */*.o *.d */*.d"}, in(folder.path()));
+
+    const Finished built = make(folder, launcher_words);
+    EXPECT_EQ(built.status, 0);
+    EXPECT_NE(plain.err, "");
+    EXPECT_EQ(sorted_lines(built.err), sorted_lines(plain.err));
+    EXPECT_EQ(built.out, plain.out);
+    const tree got(folder.path());
+    EXPECT_EQ(got.files, expected.files);
+    EXPECT_EQ(got.listings, (std::vector<string>{"main.o.lst", "part/area.o.lst", "part/loud.o.lst",
+                                                 "part/names.o.lst"}));
+    EXPECT_TRUE(shows(folder.read("part/area.o.lst"), "# area.c:3 |     return w * h;\n") ||
+                shows(folder.read("part/area.o.lst"), "# part/area.c:3 |     return w * h;\n"))
+        << folder.read("part/area.o.lst");
+}
+
+TEST(Launcher, WhatMakesNoObjectPassesStraightThrough) {
+    const ScratchFolder folder;
+    folder.write("a.c", "int main(void) { return 0; }\n");
+    folder.write("a.s", "\t.globl x\nx:\n");
+    ASSERT_EQ(run_program({"cc", "-c", "a.c", "-o", "given.o"}, in(folder.path())).status, 0);
+    for (const std::vector<string>& words : {
+             std::vector<string>{"cc", "given.o", "-o", "prog"},
+             {"cc", "a.c", "-o", "prog"},
+             {"cc", "-E", "a.c"},
+             {"cc", "-M", "a.c"},
+             {"cc", "-MM", "a.c"},
+             {"cc", "-fsyntax-only", "a.c"},
+             {"cc", "--version"},
+             {"cc", "-v"},
+             {"cc", "-dumpmachine"},
+             {"cc", "-print-search-dirs"},
+             {"cc", "-print-prog-name=ld"},
+             {"cc", "-c", "a.s", "-o", "s.o"},
+             {"cc", "-x", "c", "-c", "-", "-o", "in.o"},
+             {"cc", "-c", "a.c", "-o", "/dev/null"},
+             {"cc", "none.o"},
+             {"cc"},
+         }) {
+        const Finished alone = run_program(words, in(folder.path(), "int y;\n"));
+        const tree expected(folder.path());
+        const Finished run = run_program(launched(words), in(folder.path(), "int y;\n"));
+        EXPECT_EQ(run.status, alone.status) << words[1];
+        EXPECT_EQ(run.out, alone.out);
+        // Only the names of temporary files differ.
+        EXPECT_EQ(run.err.empty(), alone.err.empty());
+        const tree got(folder.path());
+        EXPECT_EQ(got.files, expected.files);
+        EXPECT_EQ(got.listings, std::vector<string>{});
+    }
+}
+
+TEST(Launcher, ListingsAreNamedAsTold) {
+    const ScratchFolder folder;
+    folder.write("a.c", "int a;\nint f(void) { return a; }\n");
+    folder.write("b.c", "int g(void) { return 1; }\n");
+    fs::create_directory(folder / "dir");
+    const auto launch = [&](const std::vector<string>& options, const std::vector<string>& words) {
+        const Finished run = run_program(launched(words, options), in(folder.path()));
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.out + run.err, "");
+    };
+    launch({}, {"cc", "-c", "a.c", "-o", "dir/x.o"});
+    EXPECT_TRUE(folder.has("dir/x.o.lst"));
+    launch({"--suffix", ".text"}, {"cc", "-c", "a.c", "-odir/x.o"});
+    EXPECT_TRUE(folder.has("dir/x.o.text"));
+    launch({}, {"cc", "-c", "a.c", "b.c"});
+    EXPECT_TRUE(folder.has("a.o.lst") && folder.has("b.o.lst"));
+    launch({}, {"cc", "-S", "a.c"});
+    EXPECT_TRUE(folder.has("a.s.lst"));
+    EXPECT_FALSE(shows(folder.read("a.s"), ".loc"));
+}
+
+TEST(Launcher, AFailedCompileIsTheCompilers) {
+    const ScratchFolder folder;
+    folder.write("a.c", "int f(void) { return }\n");
+    const std::vector<string> words{"cc", "-c", "a.c"};
+    const Finished alone = run_program(words, in(folder.path()));
+    const Finished run = run_program(launched(words), in(folder.path()));
+    EXPECT_EQ(run.status, alone.status);
+    EXPECT_EQ(run.err, alone.err);
+    EXPECT_FALSE(folder.has("a.o.lst"));
+
+    const Finished exits =
+        run_program(launched({script(folder, "exit 42"), "-c", "a.c"}), in(folder.path()));
+    EXPECT_EQ(exits.status, 42);
+    EXPECT_EQ(exits.err, "");
+    const Finished dies =
+        run_program(launched({script(folder, "kill -SEGV $$"), "-c", "a.c"}), in(folder.path()));
+    EXPECT_EQ(dies.signal, SIGSEGV);
+    EXPECT_EQ(dies.err, "");
+    const Finished none = run_program(launched({"/none/cc", "-c", "a.c"}), in(folder.path()));
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.err, "clist: cannot run /none/cc: No such file or directory\n");
+    const Finished passed = run_program(launched({"/none/cc", "--version"}), in(folder.path()));
+    EXPECT_EQ(passed.status, 1);
+    EXPECT_EQ(passed.err, "clist: cannot run /none/cc: No such file or directory\n");
+}
+
+TEST(Launcher, AListingThatFailsIsAWarningUnlessStrict) {
+    const ScratchFolder folder;
+    folder.write("a.c", "int f(void) { return 1; }\n");
+    fs::create_directory(folder / "a.o.lst");
+    // A compiler that cannot make assembly.
+    const string compiler =
+        script(folder,
+               "case \" $* \" in *' -S '*) echo 'no -S here' >&2; exit 9;; esac\n"
+               "unset TMPDIR; exec cc \"$@\"");
+    RunOptions no_scratch = in(folder.path());
+    no_scratch.set["TMPDIR"] = "/proc";
+    struct {
+        std::vector<string> words;
+        RunOptions options;
+        string error;
+    } const cases[] = {
+        {{"cc", "-c", "a.c"}, in(folder.path()), "clist: a.o.lst: Is a directory\n"},
+        {{compiler, "-c", "a.c", "-o", "b.o"},
+         in(folder.path()),
+         "clist: no listing of a.c: " + compiler + " failed with status 9: no -S here\n"},
+        {{compiler, "-c", "a.c", "-o", "b.o"},
+         no_scratch,
+         "clist: no listing of a.c: no scratch folder in /proc: "},
+    };
+    for (const auto& [words, options, error] : cases) {
+        const Finished run = run_program(launched(words), options);
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.err.substr(0, error.size()), error);
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        const Finished strict = run_program(launched(words, {"--strict"}), options);
+        EXPECT_EQ(strict.status, 1);
+        EXPECT_EQ(strict.err, run.err);
+    }
+    EXPECT_FALSE(folder.has("b.o.lst"));
+}
+
+TEST(Launcher, OtherFilesOfTheCompileAreTheCompilers) {
+    const ScratchFolder folder;
+    folder.write("a.c", "int f(void) { return 1; }\n");
+    const std::vector<string> words{"gcc",
+                                    "-O2",
+                                    "-save-temps=obj",
+                                    "-fstack-usage",
+                                    "--coverage",
+                                    "-fdump-tree-optimized",
+                                    "-gsplit-dwarf",
+                                    "-Wp,-MD,x.d",
+                                    "-flto",
+                                    "-ffat-lto-objects",
+                                    "-frandom-seed=1",
+                                    "-c",
+                                    "a.c",
+                                    "-o",
+                                    "x.o"};
+    if (!has_command("gcc")) {
+        GTEST_SKIP() << "no GCC here";
+    }
+    RunOptions options = in(folder.path());
+    options.set["DEPENDENCIES_OUTPUT"] = "more.d";
+    const Finished alone = run_program(words, options);
+    ASSERT_EQ(alone.status, 0);
+    tree expected(folder.path());
+    // Each compile stamps its coverage data with a time or a random number.
+    expected.files.erase("x.gcno");
+    fs::remove(folder / "more.d");
+    const Finished run = run_program(launched(words), options);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, alone.err);
+    tree got(folder.path());
+    got.files.erase("x.gcno");
+    EXPECT_EQ(got.files.size(), expected.files.size());
+    for (const auto& [name, contents] : expected.files) {
+        EXPECT_EQ(got.files[name], contents) << name;
+    }
+    EXPECT_EQ(got.listings, std::vector<string>{"x.o.lst"});
+}
+
+TEST(Launcher, ASignalEndsTheCompilerToo) {
+    const ScratchFolder folder;
+    ASSERT_EQ(mkfifo((folder / "ready").c_str(), 0600), 0);
+    const string compiler = script(folder,
+                                   "trap 'echo ended > ended; trap - TERM; kill -TERM $$' TERM\n"
+                                   "echo > ready\nwhile :; do sleep 0.05; done");
+    Running running = start_program(launched({compiler, "-c", "a.c"}), in(folder.path()));
+    read_file(folder / "ready");
+    kill(running.pid, SIGTERM);
+    const Finished run = finish_program(running);
+    EXPECT_EQ(run.signal, SIGTERM);
+    EXPECT_EQ(run.err, "");
+    EXPECT_TRUE(folder.has("ended"));
+}
+
+TEST(Launcher, WorksWithCMake) {
+    const ScratchFolder folder;
+    folder.write("CMakeLists.txt",
+                 "cmake_minimum_required(VERSION 3.20)\nproject(sample C)\n"
+                 "add_executable(sample a.c)\n");
+    folder.write("a.c", "int main(void)\n{\n    return 0;\n}\n");
+    const Finished configured = run_program({CMAKE, "-S", ".", "-B", "build", "-G", "Ninja",
+                                             "-DCMAKE_C_COMPILER_LAUNCHER=" CLIST ";--launcher"},
+                                            in(folder.path()));
+    ASSERT_EQ(configured.status, 0) << configured.err;
+    ASSERT_EQ(run_program({CMAKE, "--build", "build"}, in(folder.path())).status, 0);
+    EXPECT_TRUE(shows(folder.read("build/CMakeFiles/sample.dir/a.c.o.lst"), "|     return 0;"));
+}
+
+TEST(Launcher, StandsBeforeCcache) {
+    if (!has_command("ccache")) {
+        GTEST_SKIP() << "no ccache here";
+    }
+    const ScratchFolder folder;
+    folder.write("a.c", "int f(int n)\n{\n    return 3 * n;\n}\n");
+    RunOptions options = in(folder.path());
+    options.set["CCACHE_DIR"] = folder / "cache";
+    options.set["CCACHE_CONFIGPATH"] = folder / "none";
+    options.unset = {"CCACHE_BASEDIR", "CCACHE_NOHASHDIR", "CCACHE_PREFIX", "CCACHE_DISABLE"};
+    const std::vector<string> words{"cc", "-O2", "-MMD", "-c", "a.c", "-o", "a.o"};
+    std::vector<string> cached = words;
+    cached.insert(cached.begin(), "ccache");
+    ASSERT_EQ(run_program(launched(words), options).status, 0);
+    const string object = folder.read("a.o");
+    const string listing = folder.read("a.o.lst");
+    EXPECT_TRUE(shows(listing, "|     return 3 * n;"));
+    for (const string hits : {"0", "2"}) {
+        fs::remove(folder / "a.o");
+        fs::remove(folder / "a.o.lst");
+        const Finished run = run_program(launched(cached), options);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.out + run.err, "");
+        EXPECT_EQ(folder.read("a.o"), object);
+        EXPECT_EQ(folder.read("a.o.lst"), listing);
+        const string statistics = run_program({"ccache", "--print-stats"}, options).out;
+        EXPECT_TRUE(shows(statistics, "\ndirect_cache_hit\t" + hits + "\n")) << statistics;
+        EXPECT_TRUE(shows(statistics, "\ncache_miss\t2\n")) << statistics;
+    }
+}
+
+namespace {
+
+std::size_t count_of(const string& text, const string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+// A distcc server on the loopback address.
+class Distccd {
+  public:
+    explicit Distccd(const ScratchFolder& folder) : log_(folder / "log") {
+        fs::create_directory(folder / "home");
+        // The server gives up root's rights and then writes its log.
+        folder.write("log", "");
+        chmod(log_.c_str(), 0666);
+        chmod(folder.path().c_str(), 0755);
+        const int first = 20000 + getpid() % 20000;
+        for (port_ = first; port_ < first + 20 && !starts(); ++port_) {
+        }
+    }
+    Distccd(const Distccd&) = delete;
+    Distccd& operator=(const Distccd&) = delete;
+    ~Distccd() {
+        if (running_.pid > 0) {
+            kill(running_.pid, SIGTERM);
+            finish_program(running_);
+        }
+    }
+    bool is_up() const { return running_.pid > 0; }
+    string host() const { return "127.0.0.1:" + std::to_string(port_); }
+    string log() const { return read_file(log_); }
+    // Whether it has compiled so often. It writes that down when the client has gone on already.
+    bool has_compiled(std::size_t times) const {
+        for (int turn = 0; turn < 500 && count_of(log(), "COMPILE_OK") < times; ++turn) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        return count_of(log(), "COMPILE_OK") == times;
+    }
+
+  private:
+    bool starts() {
+        running_ =
+            start_program({"distccd", "--no-detach", "--daemon", "--listen", "127.0.0.1", "--port",
+                           std::to_string(port_), "--allow", "127.0.0.1", "--enable-tcp-insecure",
+                           "--jobs", "2", "--log-file", log_, "--verbose"});
+        // It has started when it says so, and ended when the port is taken.
+        while (!shows(log(), "preforking daemon started")) {
+            if (waitid(P_PID, static_cast<id_t>(running_.pid), nullptr,
+                       WEXITED | WNOHANG | WNOWAIT) != 0) {
+                return false;
+            }
+            siginfo_t ended{};
+            waitid(P_PID, static_cast<id_t>(running_.pid), &ended, WEXITED | WNOHANG | WNOWAIT);
+            if (ended.si_pid == running_.pid) {
+                finish_program(running_);
+                running_.pid = -1;
+                return false;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        return true;
+    }
+
+    string log_;
+    int port_ = 0;
+    Running running_;
+};
+
+}  // namespace
+
+TEST(Launcher, StandsBeforeDistcc) {
+    if (!has_command("distccd") || !has_command("distcc")) {
+        GTEST_SKIP() << "no distcc here";
+    }
+    const ScratchFolder server_folder;
+    const Distccd server(server_folder);
+    ASSERT_TRUE(server.is_up()) << server.log();
+    const ScratchFolder folder;
+    folder.write("a.c", "int f(int n)\n{\n    return 3 * n;\n}\n");
+    RunOptions options = in(folder.path());
+    options.set["DISTCC_HOSTS"] = server.host();
+    options.set["DISTCC_FALLBACK"] = "0";
+    options.set["DISTCC_DIR"] = server_folder / "home";
+    const std::vector<string> words{"gcc", "-O2", "-MMD", "-c", "a.c", "-o", "a.o"};
+    std::vector<string> remote = words;
+    remote.insert(remote.begin(), "distcc");
+    ASSERT_EQ(run_program(launched(words), options).status, 0);
+    const string listing = folder.read("a.o.lst");
+    EXPECT_TRUE(shows(listing, "|     return 3 * n;"));
+    ASSERT_EQ(run_program(remote, options).status, 0);
+    const string object = folder.read("a.o");
+    EXPECT_TRUE(server.has_compiled(1)) << server.log();
+    fs::remove(folder / "a.o");
+    fs::remove(folder / "a.o.lst");
+
+    const Finished run = run_program(launched(remote), options);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(folder.read("a.o"), object);
+    EXPECT_EQ(folder.read("a.o.lst"), listing);
+    EXPECT_TRUE(server.has_compiled(3)) << server.log();
+}

@@ -1,0 +1,352 @@
+// The built clist on compiles and on assembly at hand: what reaches the compiler, messages,
+// statuses, files, and what goes wrong.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/harness/program.h"
+
+namespace fs = std::filesystem;
+using std::string;
+
+namespace {
+
+Finished clist(std::vector<string> arguments, const RunOptions& options = {}) {
+    arguments.insert(arguments.begin(), CLIST);
+    return run_program(arguments, options);
+}
+
+RunOptions in(const ScratchFolder& folder, const string& input = {}) {
+    RunOptions options;
+    options.directory = folder.path();
+    options.input = input;
+    return options;
+}
+
+bool shows(const string& text, const string& part) {
+    return text.find(part) != string::npos;
+}
+
+const string source = "int twice(int n)\n{\n    return 2 * n;\n}\n";
+const string line_of_source = "# prog.c:3 |     return 2 * n;\n";
+
+// A program that stands for a compiler: a shell script. It notes its words, one a line.
+string fake_compiler(const ScratchFolder& folder, const string& script) {
+    const string name = folder.write("fake-cc", "#!/bin/sh\nprintf '%s\\n' \"$@\" >> '" +
+                                                    (folder / "words") + "'\n" + script + "\n");
+    chmod(name.c_str(), 0755);
+    return name;
+}
+
+std::size_t entries(const string& folder) {
+    const fs::directory_iterator all(folder);
+    return static_cast<std::size_t>(std::distance(begin(all), end(all)));
+}
+
+}  // namespace
+
+TEST(Clist, ListsACompile) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    for (const std::vector<string>& words : {std::vector<string>{"cc", "-O2", "-c", "prog.c"},
+                                             {"cc", "-O2", "-S", "prog.c"},
+                                             {"cc", "-O2", "prog.c"},
+                                             {"cc", "-c", "prog.c", "-O2", "-o", "none/prog.o"},
+                                             {"cc", "-x", "c", "-c", "prog.c"},
+                                             {"--", "cc", "-c", "prog.c"},
+                                             {"prog.c"},
+                                             {"prog.c", "-O1"}}) {
+        const Finished run = clist(words, in(folder));
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.err, "");
+        EXPECT_TRUE(shows(run.out, "\ntwice:\n") || run.out.starts_with("twice:\n")) << run.out;
+        EXPECT_TRUE(shows(run.out, line_of_source)) << run.out;
+    }
+    EXPECT_EQ(entries(folder.path()), 1U) << "a file was left behind";
+}
+
+TEST(Clist, ListsAssemblyAtHand) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    ASSERT_EQ(run_program({"cc", "-O2", "-g", "-S", "prog.c"}, in(folder)).status, 0);
+    const string assembly = folder.read("prog.s");
+    const Finished named = clist({"prog.s"}, in(folder));
+    EXPECT_EQ(named.status, 0) << named.err;
+    EXPECT_TRUE(shows(named.out, line_of_source));
+    EXPECT_EQ(clist({"-"}, in(folder, assembly)).out, named.out);
+    EXPECT_EQ(clist({"/dev/stdin"}, in(folder, assembly)).out, named.out);
+    EXPECT_EQ(clist({"cc", "-O2", "-c", "prog.c"}, in(folder)).out, named.out);
+}
+
+TEST(Clist, WritesAFileWhereToldTo) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    folder.write("old", "old");
+    const string listing = clist({"cc", "-O2", "-c", "prog.c"}, in(folder)).out;
+    for (const string name : {"old", "new"}) {
+        const Finished run = clist({"-o", name, "cc", "-O2", "-c", "prog.c"}, in(folder));
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.out + run.err, "");
+        EXPECT_EQ(folder.read(name), listing);
+    }
+    ASSERT_EQ(run_program({"cc", "-O2", "-g", "-S", "prog.c"}, in(folder)).status, 0);
+    fs::create_hard_link(folder / "prog.s", folder / "other.s");
+    EXPECT_EQ(clist({"-o", "other.s", "prog.s"}, in(folder)).status, 0);
+    EXPECT_EQ(folder.read("other.s"), listing);
+}
+
+TEST(Clist, EveryWordReachesTheCompilerAsGiven) {
+    const ScratchFolder folder;
+    const string compiler = fake_compiler(folder, "exit 3");
+    EXPECT_EQ(clist({compiler, "-I", "a b", "-DX=\"$y\"", "-MD", "-MF", "x y.d", "", "*.h", "@none",
+                     "-c", "p q.c", "-O2", "-g"},
+                    in(folder))
+                  .status,
+              3);
+    const string words = folder.read("words");
+    EXPECT_TRUE(
+        words.starts_with("-I\na b\n-DX=\"$y\"\n-MD\n-MF\nx y.d\n\n*.h\n@none\n-S\np q.c\n"
+                          "-O2\n-g\n-MQ\np q.o\n-o\n"))
+        << words;
+}
+
+TEST(Clist, DependencyFilesAreWrittenAsByTheCompile) {
+    const ScratchFolder folder;
+    folder.write("prog.c", "#include \"prog.h\"\n" + source);
+    folder.write("prog.h", "\n");
+    const std::vector<string> compile{"cc", "-MMD", "-MP", "-c", "prog.c", "-o", "x.o"};
+    ASSERT_EQ(run_program(compile, in(folder)).status, 0);
+    const string expected = folder.read("x.d");
+    fs::remove(folder / "x.d");
+    fs::remove(folder / "x.o");
+    EXPECT_EQ(clist(compile, in(folder)).status, 0);
+    EXPECT_EQ(folder.read("x.d"), expected);
+    EXPECT_FALSE(folder.has("x.o"));
+}
+
+TEST(Clist, SeveralSourcesAreOneListing) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    folder.write("other.cpp", "int other(int n)\n{\n    return 3 * n;\n}\n");
+    const Finished run = clist({"c++", "-O2", "prog.c", "other.cpp", "-o", "prog"}, in(folder));
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_TRUE(shows(run.out, "# prog.c:3 |     return 2 * n;\n")) << run.out;
+    EXPECT_TRUE(shows(run.out, "# other.cpp:3 |     return 3 * n;\n")) << run.out;
+    EXPECT_FALSE(folder.has("prog"));
+}
+
+TEST(Clist, ResponseFilesAndStandardInputAreSources) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    folder.write("words", "-O2 -o 'x y.o' prog.c");
+    EXPECT_TRUE(shows(clist({"cc", "-c", "@words"}, in(folder)).out, line_of_source));
+    const Finished run = clist({"cc", "-O2", "-x", "c", "-c", "-"}, in(folder, source));
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(shows(run.out, "twice:\n")) << run.out;
+}
+
+TEST(Clist, TheCompilersMessagesPassThrough) {
+    const ScratchFolder folder;
+    folder.write("prog.c", "#warning \"loud\"\n" + source);
+    const Finished alone = run_program({"cc", "-c", "prog.c", "-o", "x.o"}, in(folder));
+    const Finished run = clist({"cc", "-c", "prog.c", "-o", "x.o"}, in(folder));
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(alone.err, "");
+    EXPECT_EQ(run.err, alone.err);
+}
+
+TEST(Clist, TheCompilersFailureIsItsOwn) {
+    const ScratchFolder folder;
+    folder.write("prog.c", "int f(void) { return }\n");
+    const Finished alone = run_program({"cc", "-c", "prog.c"}, in(folder));
+    const Finished run = clist({"-o", "x", "cc", "-c", "prog.c"}, in(folder));
+    EXPECT_EQ(run.status, alone.status);
+    EXPECT_EQ(run.err, alone.err);
+    EXPECT_EQ(run.out, "");
+    EXPECT_FALSE(folder.has("x"));
+    struct {
+        string script;
+        int status;
+        string error;
+    } const cases[] = {
+        {"exit 77", 77, ""},
+        {"echo no >&2; exit 5", 5, "no\n"},
+        {"kill -SEGV $$", 128 + 11, "clist: CC was ended by signal 11 (Segmentation fault)\n"},
+        {"kill -HUP $$", 128 + 1, "clist: CC was ended by signal 1 (Hangup)\n"},
+        {"exec >&- 2>&- <&-; exit 1", 1, ""},
+        {"echo out; exit 0", 1,
+         "out\nclist: CC left no assembly of prog.c: No such file or directory\n"},
+    };
+    for (const auto& [script, status, error] : cases) {
+        const string compiler = fake_compiler(folder, script);
+        const Finished failed = clist({compiler, "-c", "prog.c"}, in(folder));
+        string expected = error;
+        if (const std::size_t at = expected.find("CC"); at != string::npos) {
+            expected.replace(at, 2, compiler);
+        }
+        EXPECT_EQ(failed.status, status) << script;
+        EXPECT_EQ(failed.err, expected);
+        EXPECT_EQ(failed.out, "") << script;
+    }
+    const Finished none = clist({"/none/cc", "-c", "prog.c"}, in(folder));
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.err, "clist: cannot run /none/cc: No such file or directory\n");
+}
+
+TEST(Clist, LinkTimeOptimisationIsLeftOutWithAWord) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    const Finished run = clist({"cc", "-O2", "-flto", "-c", "prog.c"}, in(folder));
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "clist: -flto is left out: with it, code is made only when linking\n");
+    EXPECT_EQ(run.out, clist({"cc", "-O2", "-c", "prog.c"}, in(folder)).out);
+}
+
+TEST(Clist, AnIntelListingIsCompiledSo) {
+    const ScratchFolder folder;
+    const string compiler = fake_compiler(folder, "exit 3");
+    clist({"--intel", compiler, "-c", "prog.c"}, in(folder));
+    EXPECT_TRUE(folder.read("words").starts_with("-S\nprog.c\n-g\n-masm=intel\n-o\n"));
+}
+
+TEST(Clist, WhatMakesNoCodeIsWrongUsage) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    for (const std::vector<string>& words : {std::vector<string>{"cc", "-E", "prog.c"},
+                                             {"cc", "--version", "prog.c"},
+                                             {"cc", "-M", "prog.c"}}) {
+        const Finished run = clist(words, in(folder));
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.err, "clist: nothing to list: what is asked of the compiler makes no code\n");
+    }
+    for (const std::vector<string>& words :
+         {std::vector<string>{"cc"}, {"cc", "--version"}, {"cc", "prog.o"}, {"cc", "-c", "a.S"}}) {
+        const Finished run = clist(words, in(folder));
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.err, "clist: nothing to list: there is no C or C++ source to compile\n");
+    }
+}
+
+TEST(Clist, WrongUsageIsToldWithAHint) {
+    const Finished run = clist({"--nonsense"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "clist: unknown option '--nonsense'\nTry 'clist --help'.\n");
+    EXPECT_EQ(clist({}).status, 2);
+    EXPECT_EQ(clist({}).err, "clist: nothing to list\nTry 'clist --help'.\n");
+}
+
+TEST(Clist, HelpAndVersionGoToStandardOutput) {
+    const Finished help = clist({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(help.out.starts_with("Usage: clist ")) << help.out;
+    EXPECT_EQ(help.err, "");
+    const Finished version = clist({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out, "clist " PROJECT_VERSION "\n");
+    RunOptions full;
+    full.output_to = "/dev/full";
+    EXPECT_EQ(clist({"--help"}, full).status, 1);
+    EXPECT_EQ(clist({"--help"}, full).err, "clist: standard output: No space left on device\n");
+}
+
+TEST(Clist, UnreadableInputIsReported) {
+    const ScratchFolder folder;
+    const Finished missing = clist({"none.s"}, in(folder));
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.err, "clist: none.s: No such file or directory\n");
+    fs::create_directory(folder / "folder.s");
+    const Finished directory = clist({"folder.s"}, in(folder));
+    EXPECT_EQ(directory.status, 1);
+    EXPECT_EQ(directory.err, "clist: folder.s: Is a directory\n");
+}
+
+TEST(Clist, OutputThatCannotBeWrittenIsReportedAndNothingOldIsLost) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    const std::vector<string> compile{"cc", "-c", "prog.c"};
+    RunOptions full = in(folder);
+    full.output_to = "/dev/full";
+    const Finished standard = clist(compile, full);
+    EXPECT_EQ(standard.status, 1);
+    EXPECT_EQ(standard.err, "clist: standard output: No space left on device\n");
+    const Finished device = clist({"-o", "/dev/full", "cc", "-c", "prog.c"}, in(folder));
+    EXPECT_EQ(device.status, 1);
+    EXPECT_EQ(device.err, "clist: /dev/full: No space left on device\n");
+    const Finished none = clist({"-o", "none/x", "cc", "-c", "prog.c"}, in(folder));
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.err, "clist: none/x: No such file or directory\n");
+    folder.write("old", "old");
+    folder.write("bad.c", "int f(void) { return }\n");
+    EXPECT_EQ(clist({"-o", "old", "cc", "-c", "bad.c"}, in(folder)).status, 1);
+    EXPECT_EQ(folder.read("old"), "old");
+}
+
+TEST(Clist, NeedsAFolderForTheAssembly) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    RunOptions options = in(folder);
+    options.set["TMPDIR"] = "/proc";
+    const Finished run = clist({"cc", "-c", "prog.c"}, options);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.starts_with("clist: no scratch folder in /proc: ")) << run.err;
+}
+
+TEST(Clist, ASignalEndsTheCompilerAndLeavesNothing) {
+    const ScratchFolder folder;
+    fs::create_directory(folder / "scratch");
+    ASSERT_EQ(mkfifo((folder / "ready").c_str(), 0600), 0);
+    // It tells the number of the process that is to end, and where its end would be noted.
+    const string compiler = fake_compiler(folder,
+                                          "trap 'echo ended > ended; exit 1' TERM\necho > ready\n"
+                                          "while :; do sleep 0.05; done");
+    RunOptions options = in(folder);
+    options.set["TMPDIR"] = folder / "scratch";
+    Running running = start_program({CLIST, compiler, "-c", "prog.c"}, options);
+    read_file(folder / "ready");
+    EXPECT_EQ(entries(folder / "scratch"), 1U);
+    kill(running.pid, SIGTERM);
+    const Finished run = finish_program(running);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "clist: stopped by a request to terminate\n");
+    EXPECT_TRUE(folder.has("ended"));
+    EXPECT_EQ(entries(folder / "scratch"), 0U);
+}
+
+TEST(Clist, TellsMakeWhatAListingDependsOn) {
+    const ScratchFolder folder;
+    folder.write("sub/prog.c", "#include \"../a b.h\"\n" + source);
+    folder.write("a b.h", "\n");
+    RunOptions options = in(folder);
+    options.directory = folder / "sub";
+    const Finished run = clist({"--depfile", "d", "-o", "prog.lst", "cc", "-Wall", "-MD", "-MF",
+                                "real.d", "-c", "prog.c", "-o", "prog.o"},
+                               options);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    const string rule = folder.read("sub/d");
+    EXPECT_TRUE(rule.starts_with("prog.lst: \\\n  " + (folder / "sub/prog.c"))) << rule;
+    EXPECT_TRUE(shows(rule, "\\\n  " + folder.path() + "/a\\ b.h")) << rule;
+    EXPECT_FALSE(folder.has("sub/real.d"));
+    EXPECT_FALSE(folder.has("sub/prog.o"));
+}
+
+// Without --depfile warnings pass; with it they are the real compile's to give.
+TEST(Clist, AStepOfABuildGivesErrorsButNoWarnings) {
+    const ScratchFolder folder;
+    folder.write("warns.c", "#warning \"loud\"\n" + source);
+    folder.write("fails.c", "int f(void) { return }\n");
+    const Finished warns =
+        clist({"--depfile", "d", "-o", "x", "cc", "-Werror", "-c", "warns.c"}, in(folder));
+    EXPECT_EQ(warns.status, 0);
+    EXPECT_EQ(warns.err, "");
+    const Finished fails = clist({"--depfile", "d", "-o", "y", "cc", "-c", "fails.c"}, in(folder));
+    EXPECT_EQ(fails.status, 1);
+    EXPECT_TRUE(shows(fails.err, "fails.c:1:")) << fails.err;
+    EXPECT_FALSE(folder.has("y"));
+}

@@ -1,0 +1,253 @@
+// clist -p: listings of all that a compile database names, by the real Ninja.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/harness/program.h"
+
+namespace fs = std::filesystem;
+using std::string;
+
+namespace {
+
+// A folder with sources and a compile database in build/.
+struct Project {
+    ScratchFolder folder;
+
+    Project() {
+        folder.write("src/one.c",
+                     "#include \"both.h\"\nint one(int n)\n{\n    return ONE - n;\n}\n");
+        folder.write("src/two.cpp", "int two(int n)\n{\n    return 2 - n;\n}\n");
+        folder.write("include/both.h", "#define ONE 1\n");
+        database(R"([
+  {"directory": ".", "file": "../src/one.c",
+   "command": "cc -I../include -O2 -MD -MF real.d -c ../src/one.c -o one.o"},
+  {"directory": "SRC", "file": "two.cpp",
+   "arguments": ["c++", "-DX=\"a b\"", "-c", "two.cpp", "-o", "two.o"]}
+])");
+    }
+
+    // SRC stands for the sources' folder.
+    void database(string text) const {
+        const string mark = "SRC";
+        for (std::size_t at = text.find(mark); at != string::npos; at = text.find(mark, at)) {
+            text.replace(at, mark.size(), folder / "src");
+        }
+        folder.write("build/compile_commands.json", text);
+    }
+
+    Finished list(const std::vector<string>& options = {}) const {
+        std::vector<string> words{CLIST, "-p", "build"};
+        words.insert(words.end(), options.begin(), options.end());
+        RunOptions where;
+        where.directory = folder.path();
+        where.unset = {"NINJA_STATUS"};
+        return run_program(words, where);
+    }
+
+    // What a run makes, by comparing the times before and after it.
+    std::set<string> made(const std::vector<string>& options = {}) const {
+        std::map<string, fs::file_time_type> before = times();
+        const Finished run = list(options);
+        EXPECT_EQ(run.status, 0) << run.out << run.err;
+        std::set<string> names;
+        for (const auto& [name, time] : times()) {
+            if (!before.contains(name) || before[name] != time) {
+                names.insert(name);
+            }
+        }
+        return names;
+    }
+
+    void change(const string& name, const string& text) const {
+        const auto before = fs::last_write_time(folder / name);
+        folder.write(name, text);
+        if (fs::last_write_time(folder / name) <= before) {
+            fs::last_write_time(folder / name, before + std::chrono::seconds(1));
+        }
+    }
+
+  private:
+    std::map<string, fs::file_time_type> times() const {
+        std::map<string, fs::file_time_type> found;
+        const string listings = folder / "build/listings";
+        if (fs::exists(listings)) {
+            for (const auto& entry : fs::recursive_directory_iterator(listings)) {
+                const string name = entry.path().lexically_relative(listings);
+                if (entry.is_regular_file() && !name.starts_with(".clist")) {
+                    found[name] = entry.last_write_time();
+                }
+            }
+        }
+        return found;
+    }
+};
+
+bool shows(const string& text, const string& part) {
+    return text.find(part) != string::npos;
+}
+
+const std::set<string> both{"one.c.lst", "two.cpp.lst"};
+
+}  // namespace
+
+TEST(ClistProject, MakesAListingOfEverySource) {
+    const Project project;
+    const Finished run = project.list();
+    EXPECT_EQ(run.status, 0) << run.out;
+    EXPECT_EQ(run.err, "clist: 2 listings in " + (project.folder / "build/listings") + "\n");
+    EXPECT_TRUE(shows(run.out, "clist: [2/2] ")) << run.out;
+    EXPECT_TRUE(shows(project.folder.read("build/listings/one.c.lst"), "|     return ONE - n;"));
+    EXPECT_TRUE(shows(project.folder.read("build/listings/two.cpp.lst"), "|     return 2 - n;"));
+    for (const string file : {"build/one.o", "build/real.d", "src/two.o"}) {
+        EXPECT_FALSE(project.folder.has(file)) << file;
+    }
+}
+
+TEST(ClistProject, ASecondRunMakesNothing) {
+    const Project project;
+    EXPECT_EQ(project.made(), both);
+    EXPECT_EQ(project.made(), std::set<string>{});
+    EXPECT_EQ(project.list().err,
+              "clist: 2 listings in " + (project.folder / "build/listings") + "\n");
+}
+
+TEST(ClistProject, AChangeMakesWhatDependsOnIt) {
+    const Project project;
+    EXPECT_EQ(project.made(), both);
+    project.change("include/both.h", "#define ONE 11\n");
+    EXPECT_EQ(project.made(), std::set<string>{"one.c.lst"});
+    project.change("src/two.cpp", "int two(int n)\n{\n    return 22 - n;\n}\n");
+    EXPECT_EQ(project.made(), std::set<string>{"two.cpp.lst"});
+    EXPECT_TRUE(shows(project.folder.read("build/listings/two.cpp.lst"), "|     return 22 - n;"));
+    EXPECT_EQ(project.made({"--mangled"}), both);
+    project.database(R"([{"directory": "SRC", "file": "one.c",
+      "command": "cc -I../include -O3 -c one.c"}, {"directory": "SRC", "file": "two.cpp",
+   "arguments": ["c++", "-DX=\"a b\"", "-c", "two.cpp", "-o", "two.o"]}])");
+    EXPECT_EQ(project.made({"--mangled"}), std::set<string>{"one.c.lst"});
+}
+
+TEST(ClistProject, ListingsGoWhereTold) {
+    const Project project;
+    const Finished run = project.list({"-o", "out put", "-j", "1"});
+    EXPECT_EQ(run.status, 0) << run.out;
+    EXPECT_TRUE(project.folder.has("out put/one.c.lst"));
+    EXPECT_FALSE(project.folder.has("build/listings"));
+    // The database itself may be named as well.
+    const Finished named = run_program(
+        {CLIST, "-p", project.folder / "build/compile_commands.json", "-o", project.folder / "o"});
+    EXPECT_EQ(named.status, 0);
+    EXPECT_TRUE(project.folder.has("o/two.cpp.lst"));
+}
+
+TEST(ClistProject, GoesOnPastFailuresAndSumsUp) {
+    const Project project;
+    project.database(R"([
+  {"directory": "SRC", "file": "none.c", "command": "cc -c none.c"},
+  {"directory": "SRC", "file": "bad.c", "command": "cc -c bad.c"},
+  {"directory": "SRC", "file": "two.cpp", "command": "c++ -c two.cpp"},
+  {"directory": "/none", "file": "three.c", "command": "cc -c three.c"}
+])");
+    project.folder.write("src/bad.c", "int f(void) { return }\n");
+    const Finished run = project.list();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(shows(run.err, "clist: 3 of 4 listings failed: ")) << run.err;
+    for (const string name : {"none.c", "bad.c", "three.c"}) {
+        EXPECT_TRUE(shows(run.err, name)) << run.err;
+    }
+    EXPECT_FALSE(shows(run.err, "two.cpp")) << run.err;
+    EXPECT_TRUE(shows(run.out, "bad.c:1:")) << run.out;
+    project.folder.write("src/bad.c", "int f(void) { return 1; }\n");
+    const Finished again = project.list();
+    EXPECT_EQ(again.status, 1);
+    EXPECT_TRUE(shows(again.err, "clist: 2 of 4 listings failed: ")) << again.err;
+}
+
+TEST(ClistProject, AFailureLosesNothingOld) {
+    const Project project;
+    EXPECT_EQ(project.made(), both);
+    const string old = project.folder.read("build/listings/two.cpp.lst");
+    project.change("src/two.cpp", "int two( {\n");
+    const Finished run = project.list();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(shows(run.err, "clist: 1 of 2 listings failed: two.cpp\n")) << run.err;
+    EXPECT_EQ(project.folder.read("build/listings/two.cpp.lst"), old);
+    project.change("src/two.cpp", "int two()\n{\n    return 222;\n}\n");
+    EXPECT_EQ(project.made(), std::set<string>{"two.cpp.lst"});
+}
+
+TEST(ClistProject, ABrokenDatabaseIsReportedWithItsPlace) {
+    const Project project;
+    const std::pair<string, string> cases[] = {
+        {"[\n{]", "clist: build/compile_commands.json:2:2: "},
+        {"[\n\n{\"file\": 1}]",
+         "clist: build/compile_commands.json:3: \"file\" holds something else than text\n"},
+        {"[]", "clist: build/compile_commands.json: no C or C++ source is compiled there\n"},
+        {R"([{"directory": "a\nb", "file": "x.c", "command": "cc -c x.c"}])",
+         "clist: build/compile_commands.json: x.c: a line break in a name or an argument\n"},
+    };
+    for (const auto& [text, error] : cases) {
+        project.database(text);
+        const Finished run = project.list();
+        EXPECT_EQ(run.status, 1) << text;
+        EXPECT_EQ(run.err.substr(0, error.size()), error);
+        EXPECT_EQ(run.out, "");
+        EXPECT_FALSE(project.folder.has("build/listings"));
+    }
+    fs::remove(project.folder / "build/compile_commands.json");
+    EXPECT_EQ(project.list().status, 1);
+    EXPECT_EQ(project.list().err,
+              "clist: build/compile_commands.json: No such file or directory\n");
+}
+
+TEST(ClistProject, WithoutNinjaItSaysWhatToInstall) {
+    const Project project;
+    fs::create_directory(project.folder / "bin");
+    RunOptions options;
+    options.directory = project.folder.path();
+    options.set["PATH"] = project.folder / "bin";
+    const Finished run = run_program({CLIST, "-p", "build"}, options);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err,
+              "clist: -p needs Ninja, which is not here: install the package ninja-build (ninja on "
+              "Arch, Alpine and macOS)\n");
+}
+
+TEST(ClistProject, CompilesMayRunThroughAnotherProgram) {
+    const Project project;
+    const string wrapper = project.folder.write(
+        "wrap", "#!/bin/sh\necho \"$1\" >> " + (project.folder / "seen") + "\nexec \"$@\"\n");
+    fs::permissions(wrapper, fs::perms::owner_all);
+    EXPECT_EQ(project.made({"--through", wrapper, "-j", "1"}), both);
+    EXPECT_EQ(project.folder.read("seen").size(), string("cc\nc++\n").size());
+}
+
+TEST(ClistProject, NamesMayHoldBlanksAndTheLike) {
+    const Project project;
+    const string name = "a $bcd:e#f(gh%i\\j\303\244";
+    project.folder.write("src/" + name + ".c",
+                         "#include \""
+                         "h $:#.h"
+                         "\"\nint f(void)\n{\n    return 3;\n}\n");
+    project.folder.write("src/h $:#.h", "\n");
+    project.database(R"([{"directory": "SRC", "file": "a $bcd:e#f(gh%i\\jä.c",
+      "arguments": ["cc", "-c", "a $bcd:e#f(gh%i\\jä.c"]}])");
+    EXPECT_EQ(project.made(), std::set<string>{name + ".c.lst"});
+    EXPECT_EQ(project.made(), std::set<string>{});
+    project.change("src/h $:#.h", "#define X\n");
+    EXPECT_EQ(project.made(), std::set<string>{name + ".c.lst"});
+}
+
+// Ninja does not read such names in a list of headers, so these are made each time.
+TEST(ClistProject, NamesMayEvenHoldQuotes) {
+    const Project project;
+    const string name = "a'b\"c&d;e|f";
+    project.folder.write("src/" + name + ".c", "int f(void)\n{\n    return 3;\n}\n");
+    project.database(R"([{"directory": "SRC", "file": "a'b\"c&d;e|f.c",
+      "arguments": ["cc", "-c", "a'b\"c&d;e|f.c"]}])");
+    EXPECT_EQ(project.made(), std::set<string>{name + ".c.lst"});
+}
