@@ -297,7 +297,7 @@ const char* template_argument(const char* at, grammar_state* state) {
         return whole_type(at, state);
     }
     ++at;
-    const bool enclosed = needs_parentheses(at, state);
+    const bool enclosed = state->suppress_depth == 0 && needs_parentheses(at, state);
     if (enclosed) {
         emit_char('(', state);
     }

@@ -4,7 +4,8 @@
 //
 // A type prints in two passes over the same input: the prefix pass what stands before
 // a declarator, the suffix pass what stands behind it. While output is suppressed the
-// prefix pass alone reads the whole type, and a length-prefixed name is stepped over.
+// prefix pass alone reads the whole type, and a length-prefixed name is stepped over
+// unless it is asked whether this is a type at all.
 #pragma once
 
 #include "demangle/scheme0/state.h"
@@ -27,8 +28,6 @@ const char* scope_name(const char* at, class_options options, grammar_state* sta
 const char* qualified_name(const char* at, class_options options, grammar_state* state);
 const char* simple_name(const char* at, class_options options, grammar_state* state);
 const char* table_classes(const char* at, grammar_state* state);
-const char* template_arguments(const char* at, grammar_state* state);
-bool begins_template_arguments(const char* at, const grammar_state* state);
 
 // ---- types.cpp ----
 

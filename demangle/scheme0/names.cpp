@@ -85,6 +85,43 @@ static bool begins_unnamed(const char* at, const grammar_state* state) {
            is_digit(peek_char(at + 4, state));
 }
 
+// Whether what a length counts is read, and not stepped over by its length.
+static bool looks_inside(const grammar_state* state) {
+    return state->suppress_depth == 0 || state->looks_inside;
+}
+
+// The opening of `args`, and the number that counts the list's characters.
+static bool begins_template_arguments(const char* at, const grammar_state* state) {
+    return (follows(at, "__tm__", state) || follows(at, "__pt__", state) ||
+            follows(at, "__ps__", state)) &&
+           is_digit(peek_char(at + 6, state));
+}
+
+// args := ( "__tm__" | "__pt__" | "__ps__" ) n "_" { arg }
+// Prints the list, or only finds its end.
+static const char* template_arguments(const char* at, bool inside, grammar_state* state) {
+    std::uint64_t length = 0;
+    const char* saved_end = nullptr;
+    at = expect(read_length(at + 6, &length, &saved_end, state), '_', state);
+    if (state->error_seen == 0) {
+        const char* const end = state->input_end;
+        if (inside) {
+            // A ">" in an inner list is no part of the outer one's expressions.
+            ++state->parentheses;
+            emit_char('<', state);
+            for (bool first = true; at < end && state->error_seen == 0; first = false) {
+                emit_text(first ? "" : ", ", state);
+                at = template_argument(at, state);
+            }
+            emit_char('>', state);
+            --state->parentheses;
+        }
+        at = end;
+    }
+    state->input_end = saved_end;
+    return at;
+}
+
 // An identifier ends at the first "__" that something can follow; leading underscores
 // are its own.
 template <typename Ends>
@@ -103,19 +140,23 @@ static bool ends_special_name(const char* at, const grammar_state* state) {
     return at == state->input_end || follows(at, "__", state);
 }
 
-// "__op" type. A text that is no type after all leaves no trace.
+// "__op" type. A text that is no type after all, for what its names hold maybe, leaves no
+// trace.
 static bool find_conversion(const char* at, name_parts* parts, grammar_state* state) {
     const int error_seen = state->error_seen;
     const std::uint64_t suppress_depth = state->suppress_depth;
     const char* const input_end = state->input_end;
     const std::uint64_t nesting_level = state->nesting_level;
+    const bool looked_inside = state->looks_inside;
     ++state->suppress_depth;
+    state->looks_inside = true;
     const char* const end = skip_type(at, state);
     const bool found = state->error_seen == 0 && ends_special_name(end, state);
     state->error_seen = error_seen;
     state->suppress_depth = suppress_depth;
     state->input_end = input_end;
     state->nesting_level = nesting_level;
+    state->looks_inside = looked_inside;
     if (state->beyond_bounds) {
         report_bad_name(state);
         return false;
@@ -189,29 +230,34 @@ static name_parts find_name(const char* at, name_place place, grammar_state* sta
     }
     if (begins_template_arguments(parts.end, state)) {
         parts.arguments = parts.end;
-        const silence silent(state);
-        parts.end = template_arguments(parts.arguments, state);
+        parts.end = template_arguments(parts.arguments, false, state);
     }
     return parts;
 }
 
-static void print_arguments(const name_parts& parts, std::string_view name, grammar_state* state) {
-    if (parts.arguments != nullptr) {
-        if (name.ends_with('<')) {
-            emit_char(' ', state);
-        }
-        template_arguments(parts.arguments, state);
+// Prints a name as it stands.
+static void emit_name(std::string_view name, grammar_state* state) {
+    emit_text(name, state);
+    if (name.ends_with('<') && state->suppress_depth == 0) {
+        state->less_end = state->out_len;
     }
+}
+
+// The list behind what has been printed.
+static void print_arguments(const char* arguments, grammar_state* state) {
+    if (state->less_end == state->out_len) {
+        emit_char(' ', state);
+    }
+    template_arguments(arguments, looks_inside(state), state);
 }
 
 // Prints the name. A constructor or destructor repeats the last component of its
 // scope, which must be there.
 static void print_name(const name_parts& parts, const char* scope, grammar_state* state) {
-    std::string_view text;
+    const char* const end = parts.arguments != nullptr ? parts.arguments : parts.end;
     switch (parts.kind) {
         case name_kind::identifier:
-            text = between(parts.begin, parts.arguments != nullptr ? parts.arguments : parts.end);
-            emit_text(text, state);
+            emit_name(between(parts.begin, end), state);
             break;
         case name_kind::constructor:
         case name_kind::destructor:
@@ -233,17 +279,16 @@ static void print_name(const name_parts& parts, const char* scope, grammar_state
             }
             break;
         case name_kind::operator_function:
-            text = parts.op->text;
             emit_text("operator ", state);
-            emit_text(text, state);
+            emit_name(parts.op->text, state);
             if (parts.op->form == operator_form::literal) {
-                emit_text(
-                    between(parts.begin, parts.arguments != nullptr ? parts.arguments : parts.end),
-                    state);
+                emit_name(between(parts.begin, end), state);
             }
             break;
     }
-    print_arguments(parts, text, state);
+    if (parts.arguments != nullptr) {
+        print_arguments(parts.arguments, state);
+    }
 }
 
 namespace {
@@ -265,19 +310,13 @@ static const char* run_name(const char* at, run_kind kind, class_options options
         report_bad_name(state);
         return at;
     }
-    const char* after = end;
     const bool listed = begins_template_arguments(end, state);
-    if (listed) {
-        const silence silent(state);
-        after = template_arguments(end, state);
-    }
+    const char* after = listed ? template_arguments(end, false, state) : end;
     const bool unnamed = begins_unnamed(after, state);
     if (!(unnamed && options.without_arguments)) {
-        const std::string_view identifier = between(at, end);
-        emit_text(identifier, state);
+        emit_name(between(at, end), state);
         if (listed && !options.without_arguments) {
-            emit_text(identifier.ends_with('<') ? " " : "", state);
-            template_arguments(end, state);
+            print_arguments(end, state);
         }
     }
     if (!unnamed) {
@@ -466,14 +505,14 @@ const char* qualified_name(const char* at, class_options options, grammar_state*
 }
 
 // simple := length run
-// Silently it is stepped over: whoever prints it looks inside.
+// Silently it may be stepped over: whoever prints it looks inside.
 const char* simple_name(const char* at, class_options options, grammar_state* state) {
     std::uint64_t length = 0;
     const char* saved_end = nullptr;
     at = read_length(at, &length, &saved_end, state);
     if (state->error_seen == 0) {
         const char* const end = state->input_end;
-        if (state->suppress_depth == 0) {
+        if (looks_inside(state)) {
             at = run_name(at, run_kind::one_name, options, state);
             if (at != end) {
                 report_bad_name(state);
@@ -503,38 +542,6 @@ const char* table_classes(const char* at, grammar_state* state) {
         emit_text(" in ", state);
         at += 2;
     }
-    return at;
-}
-
-// The opening of `args`, and the number that counts the list's characters.
-bool begins_template_arguments(const char* at, const grammar_state* state) {
-    return (follows(at, "__tm__", state) || follows(at, "__pt__", state) ||
-            follows(at, "__ps__", state)) &&
-           is_digit(peek_char(at + 6, state));
-}
-
-// args := ( "__tm__" | "__pt__" | "__ps__" ) n "_" { arg }
-// Silently the list is stepped over.
-const char* template_arguments(const char* at, grammar_state* state) {
-    std::uint64_t length = 0;
-    const char* saved_end = nullptr;
-    at = expect(read_length(at + 6, &length, &saved_end, state), '_', state);
-    if (state->error_seen == 0) {
-        const char* const end = state->input_end;
-        if (state->suppress_depth == 0) {
-            // A ">" in an inner list is no part of the outer one's expressions.
-            ++state->parentheses;
-            emit_char('<', state);
-            for (bool first = true; at < end && state->error_seen == 0; first = false) {
-                emit_text(first ? "" : ", ", state);
-                at = template_argument(at, state);
-            }
-            emit_char('>', state);
-            --state->parentheses;
-        }
-        at = end;
-    }
-    state->input_end = saved_end;
     return at;
 }
 

@@ -55,6 +55,12 @@ struct grammar_state : decode_state {
     bool beyond_bounds = false;  // one of the bounds was met
     tail last = tail::name;
 
+    // Names that are silently stepped over are looked into all the same.
+    bool looks_inside = false;
+
+    // Where the last name that ends in "<" ended in the text.
+    std::uint64_t less_end = 0;
+
     // Whether an operator with ">" in it was met outside parentheses, for the
     // template argument that is being looked at.
     std::uint64_t parentheses = 0;

@@ -156,4 +156,12 @@ TEST(Scheme0Operands, ConversionsInConversionsAreReadOnceEach) {
         text = "operator decltype(-" + text + ")";
     }
     expect_operands({{name, text}});
+    std::string type = "i";
+    text = "int";
+    for (int level = 0; level < 200; ++level) {
+        type = run("A" + args("X____op" + type + "__"));
+        text = "A<operator " + text + ">";
+    }
+    expect_types({{type, text}});
+    expect_rows({{"__op" + type + "__1BFv", "B::operator " + text + "()"}});
 }

@@ -102,4 +102,35 @@ TEST(Scheme0Mutation, EveryBufferSizeOfACompressedNameLeavesRoomForItsExpansion)
     }
 }
 
+// Arguments of a template that a parameter can show and those that a conversion can are
+// the same. Anything else behind "__op" makes no conversion.
+TEST(Scheme0Mutation, WhatAConversionIsMadeToIsReadAsAnyTypeIs) {
+    constexpr std::string_view bytes = "0129_QZOXLJFTNPAIMHCeTvUtmpgR";
+    unsigned types = 0;
+    unsigned others = 0;
+    for (std::uint64_t seed = 50000; seed != 50000 + hostile::scaled(20000); ++seed) {
+        scheme0::Drawing drawing;
+        drawing.engine.seed(seed);
+        std::string items = scheme0::draw_arguments(drawing, 3).code;
+        for (unsigned changes = scheme0::draw(drawing, 3); changes != 0; --changes) {
+            items[scheme0::draw(drawing, static_cast<unsigned>(items.size()))] =
+                bytes[scheme0::draw(drawing, static_cast<unsigned>(bytes.size()))];
+        }
+        const std::string type = scheme0::length_prefixed("A" + items);
+        const hostile::Result parameter = hostile::decode_whole("f__F" + type, 1);
+        const hostile::Result conversion = hostile::decode_whole("__op" + type + "__1XFv", 1);
+        if (parameter.error) {
+            ++others;
+            ASSERT_EQ(conversion.text.find("operator A"), std::string::npos) << type;
+        } else {
+            ++types;
+            ASSERT_EQ("f(" + conversion.text.substr(std::string_view("X::operator ").size()),
+                      parameter.text.substr(0, parameter.text.size() - 1) + "()")
+                << type;
+        }
+    }
+    EXPECT_GT(types, others / 4);
+    EXPECT_GT(others, types / 4);
+}
+
 }  // namespace

@@ -129,6 +129,71 @@ TEST(Scheme0Names, ConversionsPrintTheirType) {
     expect_rows({{"__opPCc__1AFv", "operator const char *"}}, 0);
 }
 
+// What stands within a name decides too, wherever in the type the name stands.
+TEST(Scheme0Names, WhatIsNoTypeBehindOpMakesAnIdentifier) {
+    expect_rows(
+        {{"__op14my__var__tm__1___Fv", "__op14my__var<>()"},
+         {"__opP14my__var__tm__1___Fv", "__opP14my__var<>()"},
+         {"__opQ2_1A14my__var__tm__1___Fv", "__opQ2_1A14my__var<>()"},
+         {"__op0__Fv", "__op0()"},
+         {"__opC0__Fv", "__opC0()"},
+         {"__opQ2_1A0__Fv", "__opQ2_1A0()"},
+         {"__opM0i__Fv", "__opM0i()"},
+         {"__opFv_0__Fv", "__opFv_0()"},
+         {"__opF0_v__Fv", "__opF0_v()"},
+         {"__opA5_0__Fv", "__opA5_0()"},
+         {"__opB5_0__Fv", "__opB5_0()"},
+         {"__opHi0__Fv", "__opHi0()"},
+         {"__opt0__Fv", "__opt0()"},
+         {"__op" + run("A" + args("0")) + "__Fv", bad_name},
+         {"__op" + run("A" + args("i")) + "__Fv", "operator A<int>()"},
+         {"__op" + run("A" + args(run("B" + args("i")))) + "__1CFv", "C::operator A<B<int>>()"},
+         {"__op" + run("A" + args("XOgtZ1ZiL11O")) + "__1CFv", "C::operator A<(N1 > 1)>()"},
+         {"__op6A__Ut1__1CFv", "C::operator A::[unnamed type (instance 1)]()"},
+         {"__op5A__Ut__1CFv", "C::operator A__Ut()"}});
+    expect_rows({{"__op14my__var__tm__1___Fv", "__op14my__var<>"}, {"__op0__Fv", "__op0"}}, 0);
+}
+
+TEST(Scheme0Names, ABlankStandsBetweenANameThatEndsInLessAndItsArguments) {
+    expect_rows(
+        {{"__li2a<__tm__2_i__Fv", "operator \"\"a< <int>()"},
+         {"__li2_<" + args("i") + "__Fv", "operator \"\"_< <int>()"},
+         {"__lt" + args("i") + "__Fv", "operator < <int>()"},
+         {"a<" + args("i") + "__Fv", "a< <int>()"},
+         {"<" + args("i") + "__Fv", "< <int>()"},
+         {"f__F" + run("a<" + args("i")), "f(a< <int>)"},
+         {"__ct" + args("i") + "__2A<FZ1Z", "A<::A< <int>(T1)"},
+         {"__dt" + args("i") + "__2A<Fv", "A<::~A< <int>()"},
+         {"__ct" + args("i") + "__" + run("A<" + args("c")) + "Fv", "A< <char>::A< <int>()"},
+         {"__ct" + args("i") + "__" + run("A<__Ut1") + "Fv",
+          "A<::[unnamed type (instance 1)]::[unnamed type (instance 1)]<int>()"},
+         {"__op2A<" + args("i") + "__1BFv", "B::operator A< <int>()"},
+         {"__opC2A<" + args("i") + "__1BFv", "B::operator const A< <int>()"},
+         {"__opQ2_1B2A<" + args("i") + "__1BFv", "B::operator B::A< <int>()"},
+         {"__op" + run("A<" + args("c")) + args("i") + "__1BFv", "B::operator A< <char><int>()"},
+         {"__opP2A<" + args("i") + "__1BFv", "B::operator A< *<int>()"},
+         {"__opHh2A<" + args("i") + "__1BFv", "B::operator A<^<int>()"},
+         {"__opM2A<i" + args("i") + "__1BFv", "B::operator int A<::*<int>()"},
+         {"__opA_2A<" + args("i") + "__1BFv", "B::operator A< []<int>()"},
+         {"__opt2A<" + args("i") + "__1BFv", "B::operator typeof(A<)<int>()"}});
+    expect_rows({{"__li2a<__tm__2_i__Fv", "operator \"\"a< <int>"},
+                 {"__ct" + args("i") + "__2A<FZ1Z", "A< <int>"},
+                 {"__op2A<" + args("i") + "__1BFv", "operator A< <int>"}},
+                0);
+    expect_operands({{"__g<" + args("i") + "__", "g< <int>"},
+                     {"__li2a<" + args("i") + "__", "li2a< <int>"},
+                     {"____li2a<" + args("i") + "__", "operator \"\"a< <int>"}});
+    // The text's length is the same however little of it fits.
+    for (const std::string& name :
+         {"__ct" + args("i") + "__2A<FZ1Z", "__op2A<" + args("i") + "__1BFv"}) {
+        const std::string text = decoded(name);
+        for (std::size_t size = 0; size <= text.size() + 1; ++size) {
+            EXPECT_EQ(hostile::difference(hostile::decode(name, 1, size), text, size, 0), "")
+                << name << ' ' << size;
+        }
+    }
+}
+
 TEST(Scheme0Names, ConversionNestedPastTheBoundIsNoIdentifier) {
     expect_rows_alike({{"__op" + std::string(1100, 'P') + "i__1AFv", bad_name}});
 }
