@@ -87,15 +87,15 @@ char* decode_id(const char* name, int decorated) {
         grow_result(result.needed_size);
         result = decode_copy(copy, length, result_buffer, result_capacity, decorated);
     }
+    if (result.error || *result_buffer == '\0') {
+        // The name is not a mangled one, or stands for nothing: it reads as it is. What the
+        // caller gave may be an earlier result, whose buffer is used already.
+        if (length >= result_capacity) {
+            grow_result(length + 1);
+        }
+        std::memcpy(result_buffer, copy, length + 1);
+    }
     std::free(copy);
-    if (!result.error && *result_buffer != '\0') {
-        return result_buffer;
-    }
-    // The name is not a mangled one, or stands for nothing: it reads as it is.
-    if (length >= result_capacity) {
-        grow_result(length + 1);
-    }
-    std::memcpy(result_buffer, name, length + 1);
     return result_buffer;
 }
 

@@ -222,6 +222,21 @@ TEST(Scheme0Interface, ResultLastsUntilTheThreadsNextCall) {
 TEST(Scheme0Interface, ResultCanBeGivenBackAsTheNextName) {
     const char* text = decode_id("main", 1);
     EXPECT_STREQ(decode_id(text, 1), "main");
+    // Neither a text before an error nor a longer buffer changes what is given back.
+    text = decode_id("f__Fih", 1);
+    EXPECT_STREQ(decode_id(text, 1), "f__Fih");
+    on_new_thread([] {
+        // It fits as it is, but not with the text of its parameters before the error.
+        const std::string bad_name = "f__F" + std::string(400, 'i') + 'h';
+        const char* result = decode_id(bad_name.c_str(), 1);
+        EXPECT_EQ(decode_id(result, 1), bad_name);
+    });
+    on_new_thread([] {
+        // A malformed name that fills the buffer to its last byte, and then one more.
+        const std::string exact = "f__Fh" + std::string(506, 'x');
+        EXPECT_EQ(decode_id(decode_id(exact.c_str(), 1), 1), exact);
+        EXPECT_EQ(decode_id(decode_id((exact + 'x').c_str(), 1), 1), exact + 'x');
+    });
 }
 
 TEST(Scheme0Interface, ThreadsHaveBuffersOfTheirOwn) {

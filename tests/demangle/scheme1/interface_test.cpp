@@ -174,6 +174,16 @@ TEST_F(Scheme1Entry, DecodeIdGivesTheTextOrTheNameItself) {
     EXPECT_STREQ(decode_id("", 1), "");
 }
 
+TEST_F(Scheme1Entry, DecodeIdTakesItsOwnResultAsAName) {
+    EXPECT_STREQ(decode_id(decode_id("foo_bar", 1), 1), "foo_bar");
+    EXPECT_STREQ(decode_id(decode_id("_Z1fi", 1), 1), "f(int)");
+    EXPECT_STREQ(decode_id(decode_id("_Z1f1Ah?", 1), 1), "_Z1f1Ah?");
+    EXPECT_STREQ(decode_id(decode_id("i", 1), 1), "int");
+    // The text in front of the error needs a longer buffer than the name.
+    const std::string name = "_Z1f" + std::string(450, 'i') + "?";
+    EXPECT_EQ(decode_id(decode_id(name.c_str(), 1), 1), name);
+}
+
 TEST_F(Scheme1Entry, DecodeIdGrowsItsBufferForLongTexts) {
     const std::string identifier(600, 'x');
     EXPECT_EQ(decode_id(("_Z600" + identifier + "v").c_str(), 1), identifier + "()");
