@@ -139,6 +139,11 @@ static void end_function(text_reader& reader, std::uint32_t at) {
 static function_code& begin_function(text_reader& reader, std::uint32_t label, std::uint32_t at) {
     end_function(reader, at);
     assembly_file& assembly = reader.assembly;
+    if (!assembly.functions.empty()) {
+        // Both may have statements of one line.
+        assembly.functions.back().end = std::min(assembly.functions.back().end, at);
+    }
+    reader.pending.at = std::max(reader.pending.at, at);
     function_code& function = assembly.functions.emplace_back();
     if (label != none) {
         function.symbol = assembly.name_of(assembly.labels[label]);

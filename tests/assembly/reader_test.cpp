@@ -209,6 +209,19 @@ TEST(AssemblyFunctions, MayHaveAQuotedName) {
               Texts{"a b|\t.type \"a b\", @function\n\"a b\":\n\tret\n"});
 }
 
+// Several statements of one line may belong to two functions.
+TEST(AssemblyFunctions, DoNotOverlap) {
+    EXPECT_EQ(functions("\t.type g, @function\n\t.type f, @function\n"
+                        "f:\tnop\n\t.size f, .-f; .globl g\n"
+                        "g:\tnop\n\t.size g, .-g\n"),
+              (Texts{"f|\t.type g, @function\n\t.type f, @function\nf:\tnop\n",
+                     "g|\t.size f, .-f; .globl g\ng:\tnop\n\t.size g, .-g\n"}));
+    EXPECT_EQ(functions("f:\t.cfi_startproc\n\tnop\n\t.cfi_endproc; g: .cfi_startproc\n"
+                        "\tnop\n\t.cfi_endproc\n"),
+              (Texts{"f|f:\t.cfi_startproc\n\tnop\n",
+                     "g|\t.cfi_endproc; g: .cfi_startproc\n\tnop\n\t.cfi_endproc\n"}));
+}
+
 TEST(AssemblyFunctions, OnDataLabelsAreNone) {
     EXPECT_EQ(functions("\t.type v, @object\nv:\n\t.long 1\n"), Texts{});
 }
@@ -274,6 +287,33 @@ TEST(AssemblyPositions, ADirectiveGoesBeforeTheLabelsThatLeadToTheCode) {
     ASSERT_EQ(assembly.positions.size(), 2U);
     EXPECT_TRUE(text.substr(assembly.positions[1].at).starts_with("\t.p2align"));
     EXPECT_TRUE(text.substr(assembly.positions[1].directive).starts_with("\t.loc 1 5"));
+}
+
+// What leads up to the code of a function may begin before the function does.
+TEST(AssemblyPositions, AreWithinTheirFunctionAndAscend) {
+    for (const std::string_view text : {
+             "\n\nf:\t.loc 1 9\n\t.loc 1 66\n\t.cfi_startproc\n\tnop\n\t.cfi_endproc\n",
+             "\n\t.loc 1 9\n\t.type f, @function\nf:\n\tnop\n\t.loc 1 66\n\tnop\n",
+             "\t.type f, @function\n\t.type g, @function\n"
+             "f:\n\t.loc 1 3\n\tnop\n.L1:\n\t.loc 1 4\n"
+             "g:\n\t.loc 1 9\n\tnop\n\t.loc 1 10\n\tnop\n",
+             "\t.type f, @function\n\t.type g, @function\n"
+             "f:\tnop\n\t.size f, .-f; .globl g; g: .loc 1 9; nop; .loc 1 10\n\tnop\n",
+         }) {
+        const assembly_file assembly = read(text);
+        std::uint32_t before = 0;
+        for (const function_code& function : assembly.functions) {
+            EXPECT_LE(before, function.begin) << text;
+            before = function.begin;
+            for (std::uint32_t i = 0; i < function.position_count; ++i) {
+                const code_position& it = assembly.positions[function.first_position + i];
+                EXPECT_LE(before, it.at) << text;
+                before = it.at;
+            }
+            EXPECT_LE(before, function.end) << text;
+            before = function.end;
+        }
+    }
 }
 
 TEST(AssemblyPositions, OfCodeWithoutALabelAreInAFunctionThatNothingDeclares) {
