@@ -14,6 +14,7 @@
 #include <span>
 
 #include "clist/arguments.h"
+#include "clist/forms/page.h"
 
 namespace clist {
 namespace {
@@ -332,6 +333,8 @@ std::string conflict(const options& given) {
         {!given.depfile.empty() && given.output.empty(), "--depfile needs -o"},
         {given.what == work::assembly && given.intel,
          "--intel is for compiles: assembly at hand stays in its syntax"},
+        {listing.form == listing_form::page && !has_page(),
+         "--html: this clist was built without the page"},
         {listing.json &&
              (listing.form == listing_form::classic || listing.form == listing_form::page),
          "--json cannot stand beside --classic or --html"},

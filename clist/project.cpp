@@ -13,7 +13,9 @@
 
 #include "clist/arguments.h"
 #include "clist/files.h"
+#include "clist/forms/page.h"
 #include "clist/messages.h"
+#include "clist/output.h"
 #include "clist/process.h"
 #include "gas2interlist/output.h"
 
@@ -22,11 +24,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The folder that all of the files lie in.
-fs::path common_folder(const std::vector<fs::path>& files) {
+// The folder that all of the sources lie in.
+fs::path common_folder(const std::vector<listing_step>& steps) {
     fs::path common;
-    for (const fs::path& file : files) {
-        const fs::path folder = file.parent_path();
+    for (const listing_step& step : steps) {
+        const fs::path folder = fs::path(step.source).parent_path();
         if (common.empty()) {
             common = folder;
         }
@@ -169,7 +171,6 @@ std::vector<std::string> remaining_steps(const std::vector<std::string>& ninja,
 std::vector<listing_step> plan_listings(const std::vector<database_entry>& entries,
                                         const std::string& base, const std::string& folder,
                                         const options& given) {
-    std::vector<fs::path> files;
     std::vector<listing_step> steps;
     std::set<std::tuple<fs::path, fs::path, std::vector<std::string>>> known;
     for (const database_entry& entry : entries) {
@@ -182,14 +183,13 @@ std::vector<listing_step> plan_listings(const std::vector<database_entry>& entri
             continue;
         }
         words.insert(words.begin(), given.through.begin(), given.through.end());
-        files.push_back(file);
-        steps.push_back({{}, {}, directory, std::move(words)});
+        steps.push_back({file, {}, {}, directory, std::move(words)});
     }
-    const fs::path common = common_folder(files);
-    std::map<std::string, int> uses;
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        listing_step& step = steps[i];
-        step.name = files[i].lexically_relative(common);
+    const fs::path common = common_folder(steps);
+    // "index" is taken: index.html leads to the pages.
+    std::map<std::string, int> uses{{"index", 1}};
+    for (listing_step& step : steps) {
+        step.name = fs::path(step.source).lexically_relative(common);
         const int use = ++uses[step.name];
         if (use > 1) {
             step.name.append(".").append(std::to_string(use));
@@ -232,8 +232,8 @@ std::string ninja_file(const std::vector<listing_step>& steps, const std::string
     return text;
 }
 
-// Writes the Ninja file and makes the folders for the listings. Gives the file's name, or
-// nothing after a message.
+// Writes the Ninja file, unless it is there already, and makes the folders for the listings.
+// Gives the file's name, or nothing after a message.
 static std::optional<std::string> write_plan(const std::vector<listing_step>& steps,
                                              const fs::path& folder, const options& given) {
     const fs::path own_folder = folder / ".clist";
@@ -249,13 +249,50 @@ static std::optional<std::string> write_plan(const std::vector<listing_step>& st
         return std::nullopt;
     }
     const std::string plan = own_folder / "build.ninja";
+    const std::string text = ninja_file(steps, own_program(), own_folder, given);
     std::string error;
-    if (!gas2interlist::write_output(
-            plan, {.assembly = ninja_file(steps, own_program(), own_folder, given)}, {}, error)) {
+    if (read_whole(plan, error) != text &&
+        !gas2interlist::write_output(plan, {.assembly = text}, {}, error)) {
         say(plan + ": " + error);
         return std::nullopt;
     }
     return plan;
+}
+
+// Joins the pages that are there in one, unless it is newer than they and what it was planned
+// by. False after a message.
+static bool write_index(const std::string& plan, const std::vector<listing_step>& steps,
+                        const fs::path& folder) {
+    const std::string index = folder / "index.html";
+    std::error_code failure;
+    const auto made = [&](const std::string& file) { return fs::last_write_time(file, failure); };
+    // What is not there is older than everything.
+    const fs::file_time_type last = made(index);
+    bool is_outdated = made(plan) > last;
+    std::vector<joined_page> pages;
+    for (const listing_step& step : steps) {
+        if (fs::exists(step.output, failure)) {
+            is_outdated = is_outdated || made(step.output) > last;
+            pages.push_back({step.output, fs::path(step.output).lexically_relative(folder)});
+        }
+    }
+    if (pages.empty() || !is_outdated) {
+        return true;
+    }
+    bool is_joined = true;
+    const auto write = [&](int descriptor) {
+        output to(descriptor);
+        is_joined = join_pages(pages, common_folder(steps).filename(), to);
+        return to.flush() && is_joined;
+    };
+    std::string error;
+    if (gas2interlist::write_output(index, {.write = write}, error)) {
+        return true;
+    }
+    if (is_joined) {
+        say(index + ": " + error);
+    }
+    return false;
 }
 
 // Runs Ninja and sums up.
@@ -273,10 +310,14 @@ static int run_plan(const std::string& ninja, const std::string& plan,
         settings.environment = {"NINJA_STATUS=clist: [%f/%t] "};
     }
     const run_result ended = run(all, settings);
+    const bool is_page = given.listing.form == listing_form::page;
+    const bool has_index =
+        !is_page || ended.error != 0 || ended.signal != 0 || write_index(plan, steps, folder);
     const std::string total = std::to_string(steps.size());
     if (ended.succeeded()) {
-        say((steps.size() == 1 ? "1 listing" : total + " listings") + " in " + folder.string());
-        return exit_success;
+        say((steps.size() == 1 ? "1 listing" : total + " listings") + " in " +
+            (is_page ? folder / "index.html" : folder).string());
+        return has_index ? exit_success : exit_failure;
     }
     const std::vector<std::string> failed = remaining_steps(words, steps);
     if (ended.error != 0 || ended.signal != 0 || failed.empty()) {

@@ -12,6 +12,7 @@ namespace clist {
 
 // One listing of a project.
 struct listing_step {
+    std::string source;
     std::string name;       // of the source, from the folder that all of them lie in
     std::string output;     // the listing
     std::string directory;  // that the compile runs in

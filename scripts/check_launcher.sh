@@ -23,7 +23,7 @@ deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] http://deb.de
 END
 fetch() {
   apt-get -q -o Dir::Etc::sourcelist="$work/apt/sources.list" -o Dir::Etc::sourceparts="$work/apt/parts" \
-    -o Dir::State::lists="$work/apt/lists" "$@"
+    -o Dir::State::lists="$work/apt/lists" -o APT::Sandbox::User=root "$@"
 }
 fetch update >apt/log
 

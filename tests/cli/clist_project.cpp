@@ -251,3 +251,65 @@ TEST(ClistProject, NamesMayEvenHoldQuotes) {
       "arguments": ["cc", "-c", "a'b\"c&d;e|f.c"]}])");
     EXPECT_EQ(project.made(), std::set<string>{name + ".c.lst"});
 }
+
+#if CLIST_HAS_PAGE
+
+namespace {
+
+const std::set<string> both_pages{"index.html", "one.c.html", "two.cpp.html"};
+
+bool has_unit(const Project& project, const string& number) {
+    return shows(project.folder.read("build/listings/index.html"),
+                 "data-chunk=\"" + number + "/unit\"");
+}
+
+}  // namespace
+
+TEST(ClistProject, PagesAreJoinedInAnIndex) {
+    const Project project;
+    EXPECT_EQ(project.made({"--html"}), both_pages);
+    EXPECT_TRUE(has_unit(project, "0") && has_unit(project, "1"));
+    EXPECT_FALSE(has_unit(project, "2"));
+    EXPECT_EQ(project.made({"--html"}), std::set<string>{});
+    const Finished run = project.list({"--html"});
+    EXPECT_EQ(run.err,
+              "clist: 2 listings in " + (project.folder / "build/listings/index.html") + "\n");
+    project.change("src/two.cpp", "int two(int n)\n{\n    return 22 - n;\n}\n");
+    EXPECT_EQ(project.made({"--html"}), (std::set<string>{"index.html", "two.cpp.html"}));
+    fs::remove(project.folder / "build/listings/index.html");
+    EXPECT_EQ(project.made({"--html"}), std::set<string>{"index.html"});
+}
+
+TEST(ClistProject, AnIndexHasThePagesOfWhatIsInTheDatabase) {
+    const Project project;
+    EXPECT_EQ(project.made({"--html"}), both_pages);
+    project.database(R"([{"directory": "SRC", "file": "two.cpp",
+   "arguments": ["c++", "-DX=\"a b\"", "-c", "two.cpp", "-o", "two.o"]}])");
+    EXPECT_EQ(project.made({"--html"}), std::set<string>{"index.html"});
+    EXPECT_TRUE(has_unit(project, "0"));
+    EXPECT_FALSE(has_unit(project, "1"));
+}
+
+TEST(ClistProject, AnIndexHasThePagesThatAreThere) {
+    const Project project;
+    project.folder.write("src/one.c", "int one( {\n");
+    const Finished run = project.list({"--html"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(shows(run.err, "clist: 1 of 2 listings failed: one.c\n")) << run.err;
+    EXPECT_TRUE(has_unit(project, "0"));
+    EXPECT_FALSE(has_unit(project, "1"));
+    project.folder.write("src/two.cpp", "int two( {\n");
+    fs::remove_all(project.folder / "build/listings");
+    EXPECT_EQ(project.list({"--html"}).status, 1);
+    EXPECT_FALSE(project.folder.has("build/listings/index.html"));
+}
+
+TEST(ClistProject, AnIndexThatCannotBeWrittenIsAFailure) {
+    const Project project;
+    fs::create_directories(project.folder / "build/listings/index.html");
+    const Finished run = project.list({"--html"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(shows(run.err, "/build/listings/index.html: Is a directory\n")) << run.err;
+}
+
+#endif

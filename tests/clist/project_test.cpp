@@ -60,6 +60,12 @@ TEST(Project, ASourceThatIsCompiledInSeveralWaysHasAListingForEach) {
     EXPECT_EQ(steps[2].name, "b.c");
 }
 
+TEST(Project, NoPageTakesTheNameOfTheIndex) {
+    const auto steps = plan({{"/p", "index", "cc -x c -c index"}}, with_suffix(".html"));
+    ASSERT_EQ(steps.size(), 1U);
+    EXPECT_EQ(steps[0].output, "/p/build/listings/index.2.html");
+}
+
 TEST(Project, WhatIsNoCOrCppIsLeftOut) {
     EXPECT_TRUE(plan({{"/p", "a.s", "cc -c a.s"},
                       {"/p", "a.rs", "rustc a.rs"},
@@ -92,7 +98,7 @@ TEST(NinjaFile, QuotesForTheShellAndForNinja) {
     options given;
     given.form_words = {"--all", "--comment=#"};
     const std::vector<listing_step> steps{
-        {"a$b c.c", "/o o/a$b:c.lst", "/d'd", {"cc", "-DX=\"a b\"", "$HOME", ""}}};
+        {"/s/a$b c.c", "a$b c.c", "/o o/a$b:c.lst", "/d'd", {"cc", "-DX=\"a b\"", "$HOME", ""}}};
     EXPECT_EQ(ninja_file(steps, "/bin/clist", "/o o/.clist", given),
               R"(# Written by clist -p, which replaces it.
 ninja_required_version = 1.5
