@@ -1,19 +1,24 @@
-// Fuzzes the whole pass: options, assembly and C file are cut from one input,
-// and the listing is held against the slow second interlister of the tests.
+// Fuzzes the whole pass: options, assembly and C file are cut from one input, and the
+// listing is held against the slow second interlister of the tests.
 //
-// The input's first line holds the options, the rest the assembly and, behind a
-// line "%%", the C file "a.c". A byte of value 1 stands for 4090 copies of the
-// byte behind it, so that lines as long as the buffers come from short inputs.
+// The input's first line holds the options, the rest the assembly and, behind a line
+// "%%", the C file "a.c". In either a byte of value 1 stands for 4090 copies of the byte
+// behind it, a few times, so that lines as long as the buffers come from short inputs.
+// An option line that begins with "|" makes them no regular files, which are read byte
+// by byte.
+//
+// Nothing touches the disk: the linker turns the calls that the interlister opens,
+// reads, writes and closes its files with into those below.
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <csetjmp>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "interlist/command_line.h"
@@ -22,37 +27,129 @@
 #include "tests/interlist/fresh_state.h"
 #include "tests/interlist/reference_model.h"
 
-// The core ends the process through exit and writes the listing through write, which
-// the linker turns into these. Nothing between here and the run needs a destructor.
+namespace {
+
+// The files of a run. A descriptor is the place of a file here, above all real ones.
+struct memory_file {
+    const char* name;
+    const char* mode;  // of opening it, by which it is told from a C file of its name
+    std::string bytes = {};
+    FILE* stream = nullptr;
+};
+
+constexpr int first_descriptor = 100000;
+
+}  // namespace
+
+static memory_file files[] = {{"x.asm", "rb"}, {"a.c", "r"}, {"x.cl", "w"}};
+static bool are_regular = true;
+constexpr memory_file& assembly = files[0];
+constexpr memory_file& source = files[1];
+constexpr memory_file& listing = files[2];
+
+// A listing is full soon: a width or a position may ask for gigabytes.
+constexpr std::size_t longest_listing = 40000;
+
 static bool running = false;
 static std::jmp_buf after_the_run;
 
-// A listing that is full soon: a width or a position may ask for gigabytes.
-static std::string listing;
-constexpr std::size_t longest_listing = 2000000;
+static memory_file* file_of(int descriptor) {
+    return descriptor < first_descriptor ? nullptr : &files[descriptor - first_descriptor];
+}
+
+static memory_file* file_of(FILE* stream) {
+    auto* const found = std::find_if(std::begin(files), std::end(files),
+                                     [=](const memory_file& f) { return f.stream == stream; });
+    return found == std::end(files) ? nullptr : found;
+}
 
 // The linker gives these their names.
 // NOLINTBEGIN(bugprone-reserved-identifier)
-extern "C" [[noreturn]] void __real_exit(int status);
-extern "C" [[noreturn]] void __wrap_exit(int status) {
+extern "C" {
+
+[[noreturn]] void __real_exit(int status);
+FILE* __real_fopen(const char* name, const char* mode);
+int __real_fclose(FILE* stream);
+int __real_fileno(FILE* stream);
+int __real_fstat(int descriptor, struct stat* status);
+ssize_t __real_pread(int descriptor, void* to, std::size_t size, off_t from);
+ssize_t __real_write(int descriptor, const void* text, std::size_t size);
+
+// Nothing between here and the run needs a destructor.
+[[noreturn]] void __wrap_exit(int status) {
     if (running) {
         std::longjmp(after_the_run, 1);
     }
     __real_exit(status);
 }
 
-extern "C" ssize_t __real_write(int descriptor, const void* text, std::size_t size);
-extern "C" ssize_t __wrap_write(int descriptor, const void* text, std::size_t size) {
-    if (!running || descriptor != list_output.descriptor) {
+FILE* __wrap_fopen(const char* name, const char* mode) {
+    if (!running) {
+        return __real_fopen(name, mode);
+    }
+    auto* const found =
+        std::find_if(std::begin(files), std::end(files), [=](const memory_file& file) {
+            return std::string_view(file.name) == name && std::string_view(file.mode) == mode;
+        });
+    if (found == std::end(files)) {
+        errno = ENOENT;
+        return nullptr;
+    }
+    // It is read only where the file is not regular. It takes no empty text.
+    found->stream =
+        fmemopen(found->bytes.data(), std::max<std::size_t>(found->bytes.size(), 1), "r");
+    if (found->bytes.empty()) {
+        std::fgetc(found->stream);
+    }
+    return found->stream;
+}
+
+int __wrap_fclose(FILE* stream) {
+    if (memory_file* const file = file_of(stream)) {
+        file->stream = nullptr;
+    }
+    return __real_fclose(stream);
+}
+
+int __wrap_fileno(FILE* stream) {
+    const memory_file* const file = file_of(stream);
+    return file == nullptr ? __real_fileno(stream)
+                           : first_descriptor + static_cast<int>(file - files);
+}
+
+int __wrap_fstat(int descriptor, struct stat* status) {
+    const memory_file* const file = file_of(descriptor);
+    if (file == nullptr) {
+        return __real_fstat(descriptor, status);
+    }
+    *status = {};
+    status->st_mode = are_regular ? S_IFREG : S_IFIFO;
+    return 0;
+}
+
+ssize_t __wrap_pread(int descriptor, void* to, std::size_t size, off_t from) {
+    const memory_file* const file = file_of(descriptor);
+    if (file == nullptr) {
+        return __real_pread(descriptor, to, size, from);
+    }
+    const auto at = std::min(static_cast<std::size_t>(from), file->bytes.size());
+    return static_cast<ssize_t>(file->bytes.copy(static_cast<char*>(to), size, at));
+}
+
+ssize_t __wrap_write(int descriptor, const void* text, std::size_t size) {
+    memory_file* const file = file_of(descriptor);
+    if (file == nullptr) {
         return __real_write(descriptor, text, size);
     }
-    if (listing.size() > longest_listing) {
+    if (file->bytes.size() > longest_listing) {
         errno = ENOSPC;
         return -1;
     }
-    listing.append(static_cast<const char*>(text), size);
+    file->bytes.append(static_cast<const char*>(text), size);
     return static_cast<ssize_t>(size);
 }
+
+}  // extern "C"
 // NOLINTEND(bugprone-reserved-identifier)
 
 static bool run(std::vector<char*>& words) {
@@ -68,26 +165,12 @@ static bool run(std::vector<char*>& words) {
     return true;
 }
 
-// The folder that the runs work in; it goes with the process.
-struct ScratchFolder {
-    std::filesystem::path path;
-
-    ScratchFolder() {
-        std::string name = std::filesystem::temp_directory_path() / "interlist-fuzz-XXXXXX";
-        path = mkdtemp(name.data());
-    }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-};
-
-static std::string expanded(const std::string& text) {
+static std::string expanded(std::string_view text) {
+    constexpr std::size_t long_enough = 20000;
     std::string all;
+    all.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == 1 && i + 1 < text.size()) {
+        if (text[i] == 1 && i + 1 < text.size() && all.size() < long_enough) {
             all.append(4090, text[++i]);
         } else {
             all += text[i];
@@ -96,8 +179,19 @@ static std::string expanded(const std::string& text) {
     return all;
 }
 
-static void write_file(const char* name, const std::string& bytes) {
-    std::ofstream(name, std::ios::binary) << bytes;
+// The words of the option line that are no file names.
+static std::vector<std::string> option_words(std::string_view line) {
+    std::vector<std::string> words;
+    while (!line.empty()) {
+        std::string word(line.substr(0, line.find_first_of(" \t\r\v\f")));
+        line.remove_prefix(std::min(word.size() + 1, line.size()));
+        word.resize(std::min(word.find('\0'), word.size()));
+        if (!word.empty() &&
+            (word[0] == '-' || word.find_first_not_of("0123456789") == std::string::npos)) {
+            words.push_back(word);
+        }
+    }
+    return words;
 }
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
@@ -112,49 +206,35 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const ScratchFolder folder;
-    // The fuzzer reads its corpus by the names that it was given.
-    const std::filesystem::path home = std::filesystem::current_path();
-    const std::string input(reinterpret_cast<const char*>(data), size);
-    const std::size_t options_end = std::min(input.find('\n'), input.size());
-    std::string rest = input.substr(std::min(options_end + 1, input.size()));
+    const std::string_view input(reinterpret_cast<const char*>(data), size);
+    std::string_view options_line = input.substr(0, input.find('\n'));
+    const std::string_view rest = input.substr(std::min(options_line.size() + 1, input.size()));
     const std::size_t mark = rest.find("%%\n");
-    const std::string source = mark == std::string::npos ? "" : expanded(rest.substr(mark + 3));
-    std::string assembly = expanded(rest.substr(0, mark));
-    // No way out of the folder.
-    std::replace(assembly.begin(), assembly.end(), '/', '_');
+    are_regular = !options_line.starts_with('|');
+    options_line.remove_prefix(are_regular ? 0 : 1);
 
-    start_afresh();
     assy_input.size = cfile_input.size = 32768;
-    std::filesystem::current_path(folder.path);
-    write_file("x.asm", assembly);
-    write_file("a.c", source);
+    list_output.size = 4096;
+    assembly.bytes = expanded(rest.substr(0, mark));
+    source.bytes = mark == std::string_view::npos ? "" : expanded(rest.substr(mark + 3));
+    listing.bytes.clear();
 
-    std::vector<std::string> arguments{"interlist"};
-    std::istringstream option_words(input.substr(0, options_end));
-    for (std::string word; option_words >> word;) {
-        word = word.substr(0, word.find('\0'));
-        // Other words would be file names.
-        if (word[0] == '-' || word.find_first_not_of("0123456789") == std::string::npos) {
-            arguments.push_back(word);
-        }
-    }
-    arguments.push_back("x.asm");
-    arguments.push_back("x.cl");
+    std::vector<std::string> arguments = option_words(options_line);
+    arguments.insert(arguments.begin(), "interlist");
+    arguments.insert(arguments.end(), {"x.asm", "x.cl"});
     std::vector<char*> words;
     words.reserve(arguments.size() + 1);
     for (auto& argument : arguments) {
         words.push_back(argument.data());
     }
     words.push_back(nullptr);
-    listing.clear();
     // A -w at the end takes the name for its value.
-    const bool complete = run(words) && std::string("x.asm") == assy_file_name;
+    const bool complete = run(words) && std::string_view("x.asm") == assy_file_name;
     const ModelOptions options{skip_blanks != 0, preserve_sp != 0, cut_colm};
-    if (complete && model_listing(assembly, {{"a.c", source}}, options).listing != listing) {
+    if (complete &&
+        model_listing(assembly.bytes, {{"a.c", source.bytes}}, options).listing != listing.bytes) {
         std::abort();
     }
     start_afresh();
-    std::filesystem::current_path(home);
     return 0;
 }

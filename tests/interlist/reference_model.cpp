@@ -215,30 +215,27 @@ struct Model {
     }
 
     std::string shaped(std::string line, int& strip_count) const {
-        for (;;) {
-            const std::size_t tab = line.find('\t');
-            if (tab == std::string::npos || line.size() > 16376) {
-                break;
+        std::string expanded;
+        std::size_t taken = 0;
+        while (taken < line.size() &&
+               (line[taken] != '\t' || expanded.size() + line.size() - taken <= 16376)) {
+            if (line[taken] == '\t') {
+                expanded.append(8 - expanded.size() % 8, ' ');
+            } else {
+                expanded += line[taken];
             }
-            line.replace(tab, 1, std::string(8 - tab % 8, ' '));
+            ++taken;
         }
+        line = expanded + line.substr(taken);
         if (options.keep_indentation || line.empty() || line[0] != ' ') {
             return line;
         }
+        const auto blanks = static_cast<int>(std::min(line.find_first_not_of(' '), line.size()));
         if (strip_count == 0) {
-            while (line[0] == ' ') {
-                ++strip_count;
-                if (strip_count == 10000) {
-                    break;
-                }
-                line.erase(0, 1);
-            }
-            return line;
+            strip_count = std::min(blanks, 10000);
+            return line.substr(static_cast<std::size_t>(std::min(blanks, 9999)));
         }
-        for (int i = 0; i < strip_count && line[0] == ' '; ++i) {
-            line.erase(0, 1);
-        }
-        return line;
+        return line.substr(static_cast<std::size_t>(std::min(blanks, strip_count)));
     }
 
     void write_source(std::string line) {
