@@ -12,9 +12,9 @@
 #
 # The target <target>_listings stands for all of them. Each source is compiled for its
 # listing as the target compiles it: include directories, definitions, options and
-# features, those that come from libraries included. Every listing is a step of its
-# own to the build tool, so that they are made in parallel, and only again when the
-# source, a header that it includes or an option has changed.
+# features, those that come from libraries included, once the target is built. Every
+# listing is a step of its own to the build tool, so that they are made in parallel, and
+# only again when the source, a header that it includes or an option has changed.
 include_guard(GLOBAL)
 
 # What else of a target shows in the code that its sources give.
@@ -23,11 +23,40 @@ set(_interlist_target_properties
   CXX_EXTENSIONS CXX_STANDARD CXX_STANDARD_REQUIRED CXX_VISIBILITY_PRESET
   VISIBILITY_INLINES_HIDDEN COMPILE_FLAGS PRECOMPILE_HEADERS)
 
+# What a folder says of one of its sources, in the order of the compiler's command line.
+# It does not reach other folders by itself, so there it becomes the library's.
+function(_interlist_source_properties library target source)
+  get_source_file_property(generated ${source} TARGET_DIRECTORY ${target} GENERATED)
+  if(generated)
+    set_source_files_properties(${source} PROPERTIES GENERATED TRUE)
+  endif()
+  get_source_file_property(language ${source} TARGET_DIRECTORY ${target} LANGUAGE)
+  cmake_path(GET source EXTENSION LAST_ONLY extension)
+  string(SUBSTRING "${extension}" 1 -1 extension)
+  if(NOT extension IN_LIST CMAKE_${language}_SOURCE_FILE_EXTENSIONS)
+    set_source_files_properties(${source} PROPERTIES LANGUAGE ${language})
+  endif()
+  foreach(property COMPILE_FLAGS COMPILE_OPTIONS COMPILE_DEFINITIONS INCLUDE_DIRECTORIES)
+    get_source_file_property(value ${source} TARGET_DIRECTORY ${target} ${property})
+    if(NOT value)
+      continue()
+    endif()
+    if(property STREQUAL COMPILE_FLAGS)
+      set_property(TARGET ${library} APPEND_STRING PROPERTY COMPILE_FLAGS " ${value}")
+    else()
+      set_property(TARGET ${library} APPEND PROPERTY ${property} ${value})
+    endif()
+  endforeach()
+endfunction()
+
 # A library of the one source, compiled as in <target> but to assembly. It takes the
 # place of the object file, so that CMake knows all there is to know about the step,
 # the headers included.
 function(_interlist_assembly library target source)
   add_library(${library} OBJECT EXCLUDE_FROM_ALL ${source})
+  # What the target's sources need is there when the target is: headers that commands
+  # make, what its dependencies make, those that are added later included.
+  add_dependencies(${library} ${target})
   foreach(property IN LISTS _interlist_target_properties)
     get_target_property(value ${target} ${property})
     if(NOT value MATCHES "-NOTFOUND$")
@@ -37,7 +66,7 @@ function(_interlist_assembly library target source)
   foreach(property COMPILE_DEFINITIONS COMPILE_FEATURES INCLUDE_DIRECTORIES)
     set_property(TARGET ${library} PROPERTY ${property} "$<TARGET_PROPERTY:${target},${property}>")
   endforeach()
-  # For the order of the build, and for which include directories are the system's.
+  # For what comes from libraries, and for which include directories are the system's.
   target_link_libraries(${library} PRIVATE "$<TARGET_PROPERTY:${target},LINK_LIBRARIES>")
 
   get_target_property(type ${target} TYPE)
@@ -56,10 +85,15 @@ function(_interlist_assembly library target source)
     set_property(TARGET ${library} APPEND PROPERTY COMPILE_DEFINITIONS ${symbol})
   endif()
 
+  set_property(TARGET ${library} PROPERTY COMPILE_OPTIONS
+    "$<TARGET_PROPERTY:${target},COMPILE_OPTIONS>")
+  get_target_property(target_dir ${target} SOURCE_DIR)
+  if(NOT target_dir STREQUAL CMAKE_CURRENT_SOURCE_DIR)
+    _interlist_source_properties(${library} ${target} ${source})
+  endif()
   # Last, so that nothing takes them back: assembly, with line numbers. Warnings come
   # from the target's own compilation.
-  set_property(TARGET ${library} PROPERTY COMPILE_OPTIONS
-    "$<TARGET_PROPERTY:${target},COMPILE_OPTIONS>" -S -g -fno-lto -w)
+  set_property(TARGET ${library} APPEND PROPERTY COMPILE_OPTIONS -S -g -fno-lto -w)
   set_target_properties(${library} PROPERTIES
     INTERPROCEDURAL_OPTIMIZATION OFF
     UNITY_BUILD OFF
@@ -83,23 +117,24 @@ function(interlist_sources target)
   list(TRANSFORM arg_SOURCE_MAPS PREPEND --source-map=)
 
   get_target_property(target_dir ${target} SOURCE_DIR)
+  get_target_property(target_build_dir ${target} BINARY_DIR)
   get_target_property(sources ${target} SOURCES)
   set(listings)
-  foreach(source IN LISTS sources)
+  foreach(source_name IN LISTS sources)
+    set(source ${source_name})
     if(source MATCHES "^\\$<")
       message(WARNING "interlist_sources: no listing of ${source}")
       continue()
     endif()
     cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${target_dir} NORMALIZE)
-    cmake_path(GET source EXTENSION LAST_ONLY extension)
-    string(SUBSTRING "${extension}" 1 -1 extension)
-    set(language)
-    foreach(candidate C CXX)
-      if(extension IN_LIST CMAKE_${candidate}_SOURCE_FILE_EXTENSIONS)
-        set(language ${candidate})
-      endif()
-    endforeach()
-    if(NOT language)
+    if(NOT EXISTS ${source})
+      # A source that the build makes may be named from the build's folder.
+      cmake_path(ABSOLUTE_PATH source_name BASE_DIRECTORY ${target_build_dir} NORMALIZE
+        OUTPUT_VARIABLE source)
+    endif()
+    get_source_file_property(language ${source} TARGET_DIRECTORY ${target} LANGUAGE)
+    get_source_file_property(header_only ${source} TARGET_DIRECTORY ${target} HEADER_FILE_ONLY)
+    if(NOT language MATCHES "^(C|CXX)$" OR header_only)
       continue()
     endif()
     if(NOT CMAKE_${language}_COMPILER_ID MATCHES "GNU|Clang")

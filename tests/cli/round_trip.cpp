@@ -301,3 +301,22 @@ TEST(RoundTrip, AssemblyWithoutLinesTellsHowToGetThem) {
         EXPECT_EQ(run.out, "");
     }
 }
+
+// x86 (unless this machine is none), ARM, AArch64 and RISC-V.
+TEST(RoundTrip, MostAssemblersRefuseAListing) {
+    const ScratchFolder folder;
+    folder.write("f.c", "void f(void)\n{\n}\n");
+    folder.write("f.asm", "\t.ifile\t\"f.c\"\n\t.ifunc\t1\nf:\n\tnop\n\t.iendfunc\t4\n");
+    ASSERT_EQ(run_program({INTERLIST, "f.asm"}, in(folder.path())).status, 0);
+    folder.write("f.s", read_listing(folder.read("f.cl")).assembly);
+    for (const std::string assembler :
+         {"as", "arm-linux-gnueabihf-as", "aarch64-linux-gnu-as", "riscv64-linux-gnu-as"}) {
+        if (run_program({assembler, "--version"}).status != 0) {
+            continue;
+        }
+        const Finished code = run_program({assembler, "f.s", "-o", "f.o"}, in(folder.path()));
+        EXPECT_EQ(code.status, 0) << assembler << code.err;
+        const Finished listing = run_program({assembler, "f.cl", "-o", "f.o"}, in(folder.path()));
+        EXPECT_NE(listing.status, 0) << assembler;
+    }
+}

@@ -91,7 +91,10 @@ void configure(const std::string& project, const std::string& folder,
                                   "-DCMAKE_CXX_FLAGS=" CXX_FLAGS,
                                   "-DCMAKE_PREFIX_PATH=" + installed_tree()};
     argv.insert(argv.end(), options.begin(), options.end());
-    output_of(argv);
+    // A cache may give assembly of another run, whose folders are gone.
+    RunOptions without_cache;
+    without_cache.unset = {"CMAKE_C_COMPILER_LAUNCHER", "CMAKE_CXX_COMPILER_LAUNCHER"};
+    output_of(argv, without_cache);
 }
 
 std::string build(const std::string& folder, const std::vector<std::string>& options) {

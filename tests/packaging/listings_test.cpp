@@ -168,3 +168,41 @@ TEST(InterlistSources, CompilesASourceAsItsTargetDoes) {
     EXPECT_TRUE(std::any_of(listings.begin(), listings.end(),
                             [](const string& name) { return name.ends_with("/made.c.cl"); }));
 }
+
+namespace {
+
+struct Ordered : testing::TestWithParam<std::pair<string, string>> {};
+
+}  // namespace
+
+TEST_P(Ordered, CompilesAfterWhatTheTargetComesAfter) {
+    const auto& [generator, jobs] = GetParam();
+    if (generator != "Ninja" && !has_command("make")) {
+        GTEST_SKIP() << "no make here";
+    }
+    for (const string which : {"", "EXCLUDE_FROM_ALL"}) {
+        if (!which.empty() && jobs == "1") {
+            continue;
+        }
+        const ScratchFolder scratch;
+        configure("ordered", scratch.path(), {"-G", generator, "-DLISTINGS=" + which});
+        std::vector<string> options{"-j", jobs};
+        if (!which.empty()) {
+            options.insert(options.end(), {"--target", "ordered_listings", "part_listings"});
+        }
+        build(scratch.path(), options);
+        EXPECT_TRUE(shows(scratch.read("ordered_listings/main.c.cl"), "| return own + before"));
+        EXPECT_TRUE(shows(scratch.read("part_listings/part.c.cl"), "| return part + FOUND;"));
+        EXPECT_TRUE(shows(scratch.read("part_listings/odd.c.cl"), "| return 5;"));
+        EXPECT_TRUE(
+            shows(shell("cat $1/part_listings/*/made.c.cl", {scratch.path()}), "| int made"));
+        std::vector<string> made = lines_of(scratch.read("made"));
+        std::sort(made.begin(), made.end());
+        EXPECT_EQ(made, (std::vector<string>{"before", "depended", "made.c", "own", "part"}));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(InterlistSources, Ordered,
+                         testing::Values(std::pair("Ninja", "1"), std::pair("Ninja", "4"),
+                                         std::pair("Unix Makefiles", "1"),
+                                         std::pair("Unix Makefiles", "4")));

@@ -1,0 +1,3 @@
+auto of_odd() {
+    return 5;
+}

@@ -1,0 +1,1 @@
+#error "only shown in editors, not compiled"
