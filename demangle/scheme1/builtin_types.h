@@ -35,13 +35,11 @@ inline constexpr builtin_type builtin_types[] = {
     {"Du", "char8_t", always},
 };
 
-// Rows by the last letter of the code, for codes of one length and names of one mode,
-// 1-based; 0 for none.
-constexpr std::array<unsigned char, 256> index_builtin_types(std::size_t code_length,
-                                                             names_mode mode) {
+// Rows by the last letter of the code, for codes of one length, 1-based; 0 for none.
+constexpr std::array<unsigned char, 256> index_builtin_types(std::size_t code_length) {
     std::array<unsigned char, 256> index{};
     for (std::size_t row = 0; row < std::size(builtin_types); ++row) {
-        if (builtin_types[row].code.size() == code_length && builtin_types[row].mode <= mode) {
+        if (builtin_types[row].code.size() == code_length) {
             index[static_cast<unsigned char>(builtin_types[row].code.back())] =
                 static_cast<unsigned char>(row + 1);
         }
@@ -52,10 +50,10 @@ constexpr std::array<unsigned char, 256> index_builtin_types(std::size_t code_le
 // The type whose code has `code_length` letters and ends in this one; null for none.
 template <std::size_t code_length>
 const builtin_type* find_builtin_type(char letter, const eabi_decode_state* state) {
-    static constexpr std::array indices = {index_builtin_types(code_length, always),
-                                           index_builtin_types(code_length, extended)};
-    const unsigned row = indices[state->extended ? 1 : 0][static_cast<unsigned char>(letter)];
-    return row != 0 ? &builtin_types[row - 1] : nullptr;
+    static constexpr std::array index = index_builtin_types(code_length);
+    const unsigned row = index[static_cast<unsigned char>(letter)];
+    return row != 0 && is_open(builtin_types[row - 1].mode, state) ? &builtin_types[row - 1]
+                                                                   : nullptr;
 }
 
 }  // namespace scheme1

@@ -55,20 +55,15 @@ inline const char* read_ordinal(const char* at, std::int64_t* number, eabi_decod
     return expect(at, '_', state);
 }
 
-// The values of 0 to 9 and A to Z, and of anything else.
-inline constexpr unsigned not_base36 = 36;
-inline constexpr std::array<unsigned char, 256> base36_values = [] {
-    std::array<unsigned char, 256> values{};
-    values.fill(not_base36);
-    for (unsigned value = 0; value < not_base36; ++value) {
-        values[value < 10 ? '0' + value : 'A' + value - 10] = static_cast<unsigned char>(value);
+// The values of 0 to 9 and A to Z plus 1, and 0 for anything else.
+inline constexpr std::array<unsigned char, 256> base36_ordinals = [] {
+    std::array<unsigned char, 256> ordinals{};
+    for (unsigned value = 0; value < 36; ++value) {
+        ordinals[value < 10 ? '0' + value : 'A' + value - 10] =
+            static_cast<unsigned char>(value + 1);
     }
-    return values;
+    return ordinals;
 }();
-
-inline unsigned base36_value(char digit) {
-    return base36_values[static_cast<unsigned char>(digit)];
-}
 
 // Reads "_", or base-36 digits and "_": 0, or the number that they make plus 1. Gives the
 // position of the "_"; null where something else stands in front of it, and for a number
@@ -76,22 +71,20 @@ inline unsigned base36_value(char digit) {
 inline const char* read_sequence_number(const char* at, std::uint64_t* number) {
     constexpr std::uint64_t limit = std::uint64_t{1} << 40;
     // Most have one digit or none, and no branch tells the two apart.
-    const unsigned first = base36_value(*at);
-    const unsigned digits = first < not_base36 ? 1 : 0;
-    *number = (first + 1) * digits;
-    at += digits;
+    *number = base36_ordinals[static_cast<unsigned char>(*at)];
+    at += *number != 0 ? 1 : 0;
     if (*at == '_') {
         return at;
     }
-    if (digits == 0) {
+    if (*number == 0) {
         return nullptr;
     }
     for (--*number; *at != '_'; ++at) {
-        const unsigned value = base36_value(*at);
-        if (value == not_base36 || *number > limit) {
+        const unsigned ordinal = base36_ordinals[static_cast<unsigned char>(*at)];
+        if (ordinal == 0 || *number > limit) {
             return nullptr;
         }
-        *number = *number * 36 + value;
+        *number = *number * 36 + ordinal - 1;
     }
     ++*number;
     return at;

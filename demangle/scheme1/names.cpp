@@ -41,28 +41,7 @@ static void enter_prefix(const char* at, const char* here, subst_kind kind,
     }
 }
 
-// A source name that is not a plain one.
-OUT_OF_LINE static const char* other_source_name(const char* at, const prefix_progress& progress,
-                                                 last_component* component,
-                                                 eabi_decode_state* state) {
-    if (!count_step(state)) {
-        return at;
-    }
-    const char* const here = at;
-    const bool first = at == progress.start;
-    if (!first) {
-        emit_text("::", state);
-    }
-    at = abi_tags(source_name(at, state), state);
-    const last_component named{.last_name = last_name_at(here, state)};
-    enter_prefix(at, here, first ? subst_name : subst_prefix_and_name, progress, named, state);
-    if (state->error_seen == 0) {  // a constructor counts also when what follows it is bad
-        *component = named;
-    }
-    return at;
-}
-
-// A component that is neither a source name nor an argument list:
+// A component that is neither a plain source name nor an argument list:
 // "S" substitution | "T" parameter | "D" decltype | "M" | unqualified-name
 OUT_OF_LINE static const char* other_component(const char* at, prefix_progress* progress,
                                                last_component* component,
@@ -115,28 +94,45 @@ OUT_OF_LINE static const char* other_component(const char* at, prefix_progress* 
     return at;
 }
 
+// Prints a plain source name and enters the prefix up to its end.
+static inline const char* enter_plain_name(const char* at, plain_name name,
+                                           prefix_progress* progress, last_component* component,
+                                           eabi_decode_state* state) {
+    const bool first = at == progress->start;
+    const auto name_at = static_cast<std::uint32_t>(at - state->input);
+    emit_plain_name(name, first ? 0 : 2, state);
+    at = name.text + name.length;
+    *component = {.last_name = name_at + 1};
+    progress->facts = is_named;
+    if ((progress->whole_is_type || *at != 'E') && may_enter(state)) {
+        state->subst_table[state->subst_count++] = {
+            progress->start,
+            first ? subst_name : subst_prefix_and_name,
+            static_cast<std::uint32_t>(progress->text_at),
+            static_cast<std::uint32_t>(state->out_len - progress->text_at),
+            name_at,
+            {.last_name = name_at + 1, .flags = state->lambda_flag}};
+    }
+    return at;
+}
+
 // prefix ::= component+. Every beginning of it that another component follows is entered.
 const char* prefix(const char* at, const char* bound, bool whole_is_type, name_record* record,
                    last_component* component, eabi_decode_state* state) {
     prefix_progress progress{
         .start = at, .text_at = state->out_len, .whole_is_type = whole_is_type};
-    while (at != bound && *at != 'E' && state->error_seen == 0) {
-        if (is_digit(*at)) {
-            const char* const here = at;
+    while (at != bound && *at != 'E') {
+        if (*at >= '1' && *at <= '9') {
             const plain_name name = read_plain_name(at, state);
-            progress.facts = is_named;
-            if (!can_emit_plain_name(name, state) || !count_step(state)) {
-                at = other_source_name(at, progress, component, state);
+            if (name.text != nullptr && count_step(state)) {
+                at = enter_plain_name(at, name, &progress, component, state);
                 continue;
             }
-            const bool first = at == progress.start;
-            emit_plain_name(name, !first, state);
-            at = name.text + name.length;
-            const last_component named{.last_name = last_name_at(here, state)};
-            *component = named;
-            enter_prefix(at, here, first ? subst_name : subst_prefix_and_name, progress, named,
-                         state);
-        } else if (*at == 'I') {
+        }
+        if (state->error_seen != 0) {
+            break;
+        }
+        if (*at == 'I') {
             if (at == progress.start || (progress.facts & (has_args | std_only)) != 0) {
                 report_bad_name(state);
                 break;
@@ -302,11 +298,9 @@ static const char* name_part(const char* at, name_record* record, last_component
     return unscoped_name(at, record, component, state);
 }
 
-// class-enum-type ::= name, entered as a whole.
-const char* class_type(const char* at, last_component* component, eabi_decode_state* state) {
-    if (*at == 'N') {
-        return nested_name(at, true, nullptr, component, state);
-    }
+// A class type that is no nested name, which enters itself.
+OUT_OF_LINE static const char* other_class_type(const char* at, last_component* component,
+                                                eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
     name_record record;
@@ -323,6 +317,12 @@ const char* class_type(const char* at, last_component* component, eabi_decode_st
     }
     eabi_add_substitution(start, kind, start, *component, text_at, state);
     return at;
+}
+
+// class-enum-type ::= name, entered as a whole.
+const char* class_type(const char* at, last_component* component, eabi_decode_state* state) {
+    return *at == 'N' ? nested_name(at, true, nullptr, component, state)
+                      : other_class_type(at, component, state);
 }
 
 const char* name_once(const char* at, eabi_decode_state* state) {

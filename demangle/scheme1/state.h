@@ -17,7 +17,7 @@
 
 namespace scheme1 {
 
-inline constexpr std::uint32_t most_steps = 1'000'000;
+inline constexpr std::int32_t most_steps = 1'000'000;
 inline constexpr std::uint64_t longest_input = std::uint64_t{1} << 30;
 
 // Where a row of a table applies.
@@ -156,7 +156,7 @@ struct eabi_decode_state : scheme1::attempt_state {
     // What the attempts are told, beside `retrying`, and what they have together.
     bool two_passes = false;       // print in the order of the text, see entry.cpp
     unsigned second_readings = 0;  // doubts that are decided the other way
-    std::uint32_t steps_left = scheme1::most_steps;
+    std::int32_t steps_left = scheme1::most_steps;
 
     // Memory of an attempt, which says what of it is in use: clearing it would cost more
     // than most names, and so would the entries' initial values, from which the union
@@ -191,12 +191,12 @@ inline bool is_open(names_mode mode, const eabi_decode_state* state) {
 
 // Counts a step of the grammar. False, and a bad name, when there are no more.
 inline bool count_step(eabi_decode_state* state) {
-    if (state->steps_left == 0) {
-        report_bad_name(state);
-        return false;
+    if (--state->steps_left >= 0) {
+        return true;
     }
-    --state->steps_left;
-    return true;
+    state->steps_left = 0;
+    report_bad_name(state);
+    return false;
 }
 
 inline void enter_level(eabi_decode_state* state) {

@@ -232,56 +232,78 @@ const char* spelled_type(const char* at, const eabi_decode_state* state) {
     return entry != nullptr && entry->kind == subst_type ? entry->start : at;
 }
 
-}  // namespace scheme1
+// Whether the entry's text can be copied in steps, as nearly all can.
+static bool reads_as_it_stands(const subst_entry& entry, const eabi_decode_state* state) {
+    const std::uint64_t steps_end = state->out_len + entry.text_length + copy_step;
+    return text_can_be_copied(entry, state) && state->suppress_depth == 0 &&
+           steps_end < state->out_size && steps_end < longest_text;
+}
 
-using namespace scheme1;
+// An abbreviation, and its tags.
+static const char* abbreviation_at(const char* at, subst_mode mode, unsigned cv,
+                                   last_component* component, eabi_decode_state* state) {
+    const char* const start = at;
+    const abbreviation* const found = find_abbreviation(at[1]);
+    if (component != nullptr) {
+        *component = last_component{};
+        if (found != nullptr) {
+            component->last_name = abbreviation_name | static_cast<unsigned char>(at[1]);
+        }
+    }
+    at += 2;
+    if (mode != subst_type_suffix) {
+        eabi_cv_qualifiers(cv, true, state);
+        const std::uint64_t text_at = state->out_len;
+        if (found != nullptr) {
+            emit_text(found->text, state);
+        }
+        if (*at == 'B') {
+            at = tagged_abbreviation(start, at, text_at, component, state);
+        }
+    }
+    state->shape = named_shape(cv);
+    return at;
+}
 
-const char* eabi_substitution(const char* at, subst_mode mode, unsigned cv_qualifiers, bool marked,
-                              last_component* component, eabi_decode_state* state) {
-    ++at;
-    if (*at >= 'a' && *at <= 'z') {
-        const abbreviation* const found = find_abbreviation(*at);
-        if (component != nullptr) {
-            *component = last_component{};
-            if (found != nullptr) {
-                component->last_name = abbreviation_name | static_cast<unsigned char>(*at);
-            }
-        }
-        const char* const start = at - 1;
-        ++at;
-        if (mode != subst_type_suffix) {
-            eabi_cv_qualifiers(cv_qualifiers, true, state);
-            const std::uint64_t text_at = state->out_len;
-            if (found != nullptr) {
-                emit_text(found->text, state);
-            }
-            if (*at == 'B') {
-                at = tagged_abbreviation(start, at, text_at, component, state);
-            }
-        }
-        state->shape = named_shape(cv_qualifiers);
-        return at;
+// eabi_substitution for whatever reference stands there.
+OUT_OF_LINE static const char* any_reference(const char* at, subst_mode mode, unsigned cv,
+                                             bool marked, last_component* component,
+                                             eabi_decode_state* state) {
+    if (at[1] >= 'a' && at[1] <= 'z') {
+        return abbreviation_at(at, mode, cv, component, state);
     }
     std::uint64_t index = 0;
-    const char* const index_end = read_sequence_number(at, &index);
+    const char* const index_end = read_sequence_number(at + 1, &index);
     if (index_end == nullptr || index >= state->subst_count ||
         // the name of a module, without a name behind it
         (state->subst_table[index].component.flags & names_module) != 0) {
         report_bad_name(state);
-        return at;
+        return at + 1;
     }
-    const subst_entry& entry = state->subst_table[index];
-    const bool copied =
-        cv_qualifiers == 0 && mode != subst_type_suffix && text_can_be_copied(entry, state) &&
-        state->out_len + entry.text_length < std::min(state->out_size, longest_text);
-    if (copied) {  // most references end here
-        emit_in_steps({state->out_buf + entry.text_at, entry.text_length}, state);
+    print_entry(state->subst_table[index], mode, cv, marked, component, state);
+    return index_end + 1;
+}
+
+}  // namespace scheme1
+
+using namespace scheme1;
+
+// "S" [ base-36 digits ] "_" | "S" letter
+const char* eabi_substitution(const char* at, subst_mode mode, unsigned cv_qualifiers, bool marked,
+                              last_component* component, eabi_decode_state* state) {
+    std::uint64_t index = 0;
+    const char* const end = read_sequence_number(at + 1, &index);
+    if (end != nullptr && index < state->subst_count && cv_qualifiers == 0 &&
+        mode != subst_type_suffix && reads_as_it_stands(state->subst_table[index], state)) {
+        const subst_entry& entry = state->subst_table[index];
+        copy_in_steps(state->out_buf + state->out_len, state->out_buf + entry.text_at,
+                      entry.text_length);
+        state->out_len += entry.text_length;
         set_component(entry, component);
         state->shape = entry.component.shape;
-    } else {
-        print_entry(entry, mode, cv_qualifiers, marked, component, state);
+        return end + 1;
     }
-    return index_end + 1;
+    return any_reference(at, mode, cv_qualifiers, marked, component, state);
 }
 
 // template-param ::= "T" [ [ "n" ] number ] "_", with "L" level "_" in front of the

@@ -9,20 +9,18 @@ namespace scheme1 {
 // Makes room for more entries; false, and a bad name, without memory.
 bool grow_table(eabi_decode_state* state);
 
-// The next entry of the table for the component at `start`, the rest of it still to be
-// filled in; null when nothing is to be entered. Its text began at `text_at` in the output;
-// no_text says that it has no text of its own there.
-inline subst_entry* next_entry(const char* start, std::uint64_t text_at, eabi_decode_state* state) {
-    if (state->no_record_depth != 0 ||
-        (state->subst_count == state->subst_capacity && !grow_table(state))) {
-        return nullptr;
-    }
-    subst_entry* const entry = &state->subst_table[state->subst_count++];
-    const bool has_text = text_at != no_text && state->suppress_depth == 0;
-    entry->start = start;
-    entry->text_at = static_cast<std::uint32_t>(text_at);
-    entry->text_length = has_text ? static_cast<std::uint32_t>(state->out_len - text_at) : no_text;
-    return entry;
+// Whether something can be entered: nothing is while entering is off, or without memory.
+inline bool may_enter(eabi_decode_state* state) {
+    return state->no_record_depth == 0 &&
+           (state->subst_count < state->subst_capacity || grow_table(state));
+}
+
+// The length of a component's text that began at `text_at` in the output; no_text there says
+// that it has no text of its own.
+inline std::uint32_t length_since(std::uint64_t text_at, const eabi_decode_state* state) {
+    return text_at != no_text && state->suppress_depth == 0
+               ? static_cast<std::uint32_t>(state->out_len - text_at)
+               : no_text;
 }
 
 // What a last name is for one that stands at `at` in the input, and where a last name
@@ -58,15 +56,19 @@ enum subst_mode : unsigned { subst_whole = 0, subst_type_prefix = 1, subst_type_
 
 }  // namespace scheme1
 
-// Enters a component; `prefix_end` bounds a prefix.
+// Enters a component; `prefix_end` bounds a prefix. `text_at` is as for length_since.
 inline void eabi_add_substitution(const char* start, scheme1::subst_kind kind,
                                   const char* prefix_end, const scheme1::last_component& component,
                                   std::uint64_t text_at, eabi_decode_state* state) {
-    if (scheme1::subst_entry* const entry = scheme1::next_entry(start, text_at, state)) {
-        entry->kind = kind;
-        entry->prefix_end = static_cast<std::uint32_t>(prefix_end - state->input);
-        entry->component = component;
-        entry->component.flags |= state->lambda_flag;
+    if (scheme1::may_enter(state)) {
+        scheme1::subst_entry& entry = state->subst_table[state->subst_count++];
+        entry = {start,
+                 kind,
+                 static_cast<std::uint32_t>(text_at),
+                 scheme1::length_since(text_at, state),
+                 static_cast<std::uint32_t>(prefix_end - state->input),
+                 component};
+        entry.component.flags |= state->lambda_flag;
     }
 }
 

@@ -194,8 +194,8 @@ static void enter_unqualified(const char* start, std::uint64_t text_at, bool own
 
 // { "U" source-name [ args ] } { "K" | "V" | "r" } type: one entry for what stands in front of
 // the type. Behind letters a "U" begins another one.
-OUT_OF_LINE static const char* qualified_type(const char* at, unsigned cv, bool allow_template_args,
-                                              eabi_decode_state* state) {
+static const char* qualified_type(const char* at, unsigned cv, bool allow_template_args,
+                                  eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
     at = *at == 'U' ? vendor_prefix(at, cv, allow_template_args, state)
@@ -222,8 +222,8 @@ OUT_OF_LINE static const char* member_pointer_prefix(const char* at, bool allow_
 }
 
 // The codes that begin with "D": the wider forms first, then the table.
-OUT_OF_LINE static const char* d_type(const char* at, unsigned cv, bool allow_template_args,
-                                      eabi_decode_state* state) {
+static const char* d_type(const char* at, unsigned cv, bool allow_template_args,
+                          eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
     switch (at[1]) {
@@ -300,8 +300,8 @@ static const char* applied_args(const char* start, const char* at, std::uint64_t
 }
 
 // "T" ...: an elaborated type or a template parameter.
-OUT_OF_LINE static const char* t_type(const char* at, unsigned cv, bool allow_template_args,
-                                      eabi_decode_state* state) {
+static const char* t_type(const char* at, unsigned cv, bool allow_template_args,
+                          eabi_decode_state* state) {
     const char* const start = at;
     eabi_cv_qualifiers(cv, true, state);
     const std::uint64_t text_at = state->out_len;
@@ -328,8 +328,8 @@ OUT_OF_LINE static const char* t_type(const char* at, unsigned cv, bool allow_te
 }
 
 // "S" ...: a reference to a type, or to a template that its arguments follow.
-OUT_OF_LINE static const char* s_type(const char* at, unsigned cv, bool allow_template_args,
-                                      eabi_decode_state* state) {
+static const char* s_type(const char* at, unsigned cv, bool allow_template_args,
+                          eabi_decode_state* state) {
     const char* const start = at;
     last_component component;
     if (at[1] == 't' || is_module_reference(at, state)) {
@@ -349,8 +349,8 @@ OUT_OF_LINE static const char* s_type(const char* at, unsigned cv, bool allow_te
 }
 
 // ( "P" | "R" | "O" ) type | member pointer
-OUT_OF_LINE static const char* mark_type(const char* at, unsigned cv, bool allow_template_args,
-                                         eabi_decode_state* state) {
+static const char* mark_type(const char* at, unsigned cv, bool allow_template_args,
+                             eabi_decode_state* state) {
     const char* const start = at;
     const std::uint64_t text_at = state->out_len;
     if (*at == 'M') {
@@ -368,8 +368,8 @@ OUT_OF_LINE static const char* mark_type(const char* at, unsigned cv, bool allow
 }
 
 // array-type | function-type
-OUT_OF_LINE static const char* suffixed_type(const char* at, unsigned cv, bool allow_template_args,
-                                             eabi_decode_state* state) {
+static const char* suffixed_type(const char* at, unsigned cv, bool allow_template_args,
+                                 eabi_decode_state* state) {
     const char* const start = at;
     at = *at == 'F' ? function_prefix(at, state) : array_prefix(at, cv, allow_template_args, state);
     enter_unqualified(start, no_text, false, allow_template_args, state);
@@ -377,8 +377,8 @@ OUT_OF_LINE static const char* suffixed_type(const char* at, unsigned cv, bool a
 }
 
 // class-enum-type
-OUT_OF_LINE static const char* named_type(const char* at, unsigned cv, bool /*allow_template_args*/,
-                                          eabi_decode_state* state) {
+static const char* named_type(const char* at, unsigned cv, bool /*allow_template_args*/,
+                              eabi_decode_state* state) {
     eabi_cv_qualifiers(cv, true, state);
     last_component component;
     at = class_type(at, &component, state);
@@ -387,8 +387,8 @@ OUT_OF_LINE static const char* named_type(const char* at, unsigned cv, bool /*al
 }
 
 // ( "C" | "G" ) type
-OUT_OF_LINE static const char* complex_type(const char* at, unsigned cv, bool allow_template_args,
-                                            eabi_decode_state* state) {
+static const char* complex_type(const char* at, unsigned cv, bool allow_template_args,
+                                eabi_decode_state* state) {
     const char* const start = at;
     eabi_cv_qualifiers(cv, true, state);
     const std::uint64_t text_at = state->out_len;
@@ -400,8 +400,8 @@ OUT_OF_LINE static const char* complex_type(const char* at, unsigned cv, bool al
 }
 
 // "u" source-name [ args ]
-OUT_OF_LINE static const char* vendor_type(const char* at, unsigned cv,
-                                           bool /*allow_template_args*/, eabi_decode_state* state) {
+static const char* vendor_type(const char* at, unsigned cv, bool /*allow_template_args*/,
+                               eabi_decode_state* state) {
     const char* const start = at;
     eabi_cv_qualifiers(cv, true, state);
     const std::uint64_t text_at = state->out_len;
@@ -413,6 +413,20 @@ OUT_OF_LINE static const char* vendor_type(const char* at, unsigned cv,
     enter_type(start, text_at, true, true, state);
     state->shape = named_shape(cv);
     return at;
+}
+
+// A builtin type of one letter.
+static const char* letter_type(const char* at, unsigned cv, bool /*allow_template_args*/,
+                               eabi_decode_state* state) {
+    const builtin_type* const type = find_builtin_type<1>(*at, state);
+    if (type == nullptr) {
+        report_bad_name(state);
+        return at;
+    }
+    eabi_cv_qualifiers(cv, true, state);
+    emit_short(type->text, state);
+    state->shape = named_shape(cv);
+    return at + 1;
 }
 
 // "U" ...: a vendor qualifier, or a class without a name.
@@ -440,15 +454,30 @@ struct type_form {
 
 }  // namespace
 
+// A reader at a level of its own.
+template <type_reader read>
+static const char* leveled(const char* at, unsigned cv, bool allow_template_args,
+                           eabi_decode_state* state) {
+    const nesting level(state);
+    return state->error_seen != 0 ? at : read(at, cv, allow_template_args, state);
+}
+
 static constexpr type_form type_forms[] = {
-    {"PROM", mark_type}, {"KVr", qualified_type},        {"S", s_type},        {"T", t_type},
-    {"D", d_type},       {"FA", suffixed_type},          {"CG", complex_type}, {"U", u_type},
-    {"u", vendor_type},  {"NZLW0123456789", named_type},
+    {"PROM", leveled<mark_type>},  {"KVr", leveled<qualified_type>},
+    {"S", leveled<s_type>},        {"T", leveled<t_type>},
+    {"D", leveled<d_type>},        {"FA", leveled<suffixed_type>},
+    {"CG", leveled<complex_type>}, {"U", leveled<u_type>},
+    {"u", leveled<vendor_type>},   {"NZLW0123456789", leveled<named_type>},
 };
 
 static constexpr auto type_readers = [] {
     std::array<type_reader, 256> readers{};
-    readers.fill(no_type);
+    readers.fill(leveled<no_type>);
+    for (const builtin_type& type : builtin_types) {
+        if (type.code.size() == 1) {
+            readers[static_cast<unsigned char>(type.code[0])] = leveled<letter_type>;
+        }
+    }
     for (const type_form& form : type_forms) {
         for (const char letter : form.letters) {
             readers[static_cast<unsigned char>(letter)] = form.read;
@@ -474,16 +503,6 @@ using namespace scheme1;
 // type, its prefix part.
 const char* eabi_type(const char* at, unsigned cv_qualifiers, bool allow_template_args,
                       eabi_decode_state* state) {
-    const nesting level(state);
-    if (state->error_seen != 0) {
-        return at;
-    }
-    if (const builtin_type* const type = find_builtin_type<1>(*at, state)) {
-        eabi_cv_qualifiers(cv_qualifiers, true, state);
-        emit_short(type->text, state);
-        state->shape = named_shape(cv_qualifiers);
-        return at + 1;
-    }
     return type_readers[static_cast<unsigned char>(*at)](at, cv_qualifiers, allow_template_args,
                                                          state);
 }

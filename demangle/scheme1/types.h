@@ -57,17 +57,18 @@ inline constexpr unsigned shape_behind_mark = shape_suffix | shape_greater;
 // from outside, is not its own.
 inline void enter_type(const char* start, std::uint64_t text_at, bool own_text,
                        bool allow_template_args, eabi_decode_state* state) {
-    if (state->no_record_depth != 0) {
-        return;
-    }
-    const bool whole = own_text && (state->shape & shape_suffix) == 0;
-    if (subst_entry* const entry = next_entry(start, whole ? text_at : no_text, state)) {
-        entry->kind = subst_type;
-        entry->prefix_end = 0;
+    if (may_enter(state)) {
+        const bool whole = own_text && (state->shape & shape_suffix) == 0;
         const unsigned flags = state->lambda_flag | static_cast<unsigned>(is_complete) |
                                (allow_template_args ? 0U : static_cast<unsigned>(without_args));
-        entry->component = {.flags = static_cast<unsigned char>(flags),
-                            .shape = static_cast<unsigned char>(state->shape)};
+        state->subst_table[state->subst_count++] = {
+            start,
+            subst_type,
+            static_cast<std::uint32_t>(text_at),
+            whole ? length_since(text_at, state) : no_text,
+            0,
+            {.flags = static_cast<unsigned char>(flags),
+             .shape = static_cast<unsigned char>(state->shape)}};
     }
 }
 

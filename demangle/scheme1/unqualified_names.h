@@ -26,8 +26,9 @@ struct constructor_kind {
 // Null for a letter that is none.
 const constructor_kind* find_constructor_kind(char kind, const eabi_decode_state* state);
 
-// A source name that may be printed as it stands, which nearly all of them are: of one or
-// two digits, without ABI tags, no unnamed namespace. Length 0 where it is another one.
+// A source name that may be printed as it stands, in steps and behind a "::", as nearly all
+// may: of one or two digits, without ABI tags, no unnamed namespace. Null where it is another.
+// The first digit is not 0.
 struct plain_name {
     const char* text;
     std::size_t length;
@@ -39,22 +40,15 @@ inline plain_name read_plain_name(const char* at, const eabi_decode_state* state
     auto length = static_cast<std::size_t>(*at - '0');
     length += (length * 9 + second) * two_digits;
     const char* const text = at + 1 + two_digits;
-    const bool plain = length < static_cast<std::size_t>(state->input_end - text) &&
+    const bool plain = static_cast<std::ptrdiff_t>(length) <= state->steps_end - text &&
                        text[length] != 'B' && !is_digit(*text) &&
-                       (text[0] != '_' || text[1] != 'G');
-    return {text, plain ? length : 0};
+                       (text[0] != '_' || text[1] != 'G') && state->suppress_depth == 0 &&
+                       state->out_len + length + copy_step + 2 < state->out_size;
+    return {plain ? text : nullptr, length};
 }
 
-// Whether it and a "::" can be printed in steps.
-inline bool can_emit_plain_name(plain_name name, const eabi_decode_state* state) {
-    return name.length != 0 && state->suppress_depth == 0 &&
-           name.text + name.length <= state->steps_end &&
-           state->out_len + name.length + copy_step + 2 < state->out_size;
-}
-
-// Prints it, with a "::" in front when `scoped` is set.
-inline void emit_plain_name(plain_name name, bool scoped, eabi_decode_state* state) {
-    const std::size_t scope = scoped ? 2 : 0;
+// Prints it behind the first `scope` letters of "::".
+inline void emit_plain_name(plain_name name, std::size_t scope, eabi_decode_state* state) {
     char* const to = state->out_buf + state->out_len;
     to[0] = ':';
     to[1] = ':';

@@ -31,6 +31,30 @@ TEST(Scheme1BadNames, ParametersAndDecltypesBeginAPrefix) {
     expect_rows(rows);
 }
 
+TEST(Scheme1BadNames, ALengthIsAtLeastOneAndEndsInsideTheName) {
+    static constexpr Row rows[] = {
+        {"_Z0", bad},
+        {"_Z0v", bad},
+        {"_Z00v", bad},
+        {"_ZN0E", bad},
+        {"_ZN1A0E", bad},
+        {"_ZN1A00E", bad},
+        {"_ZN1A01B1CE", "A::B::C"},
+        {"_ZN001A1BE", "A::B"},
+        {"_ZN1A10BCDEFGHIJKE", "A::BCDEFGHIJK"},
+        {"_ZN1A10BCDEFGHIJE", bad},
+        {"_ZN1A2BCE", "A::BC"},
+        {"_ZN1A3BCE", bad},
+        {"_ZN1A4BCE", bad},
+        {"_ZN1A99BCE", bad},
+        {"_ZN1A999999999999999999999BCE", bad},
+        {"_Z1fN1A0E", bad},
+        {"_Z1f0", bad},
+        {"_Z1f2A", bad},
+    };
+    expect_rows(rows);
+}
+
 TEST(Scheme1BadNames, TheMarkOfAnInitialiserStandsBetweenTwoComponents) {
     static constexpr Row rows[] = {
         {"_Z1fN1AME", bad},
