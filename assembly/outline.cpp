@@ -4,38 +4,14 @@
 #include "assembly/outline.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
 
+#include "assembly/keyword.h"
 #include "assembly/token.h"
 
 namespace assembly {
 namespace {
-
-constexpr std::array<std::string_view, 13> control_words = {
-    "case", "catch", "co_return", "co_yield", "default", "do",    "else",
-    "for",  "if",    "return",    "switch",   "throw",   "while",
-};
-constexpr std::array<std::string_view, 5> scope_words = {
-    "class", "enum", "namespace", "struct", "union",
-};
-// Words whose parentheses are no parameter list.
-constexpr std::array<std::string_view, 10> attribute_words = {
-    "__asm__", "__attribute", "__attribute__", "__declspec", "__typeof__",
-    "alignas", "decltype",    "explicit",      "noexcept",   "requires",
-};
-// Words between a function's parameters and its body.
-constexpr std::array<std::string_view, 5> trailing_words = {
-    "const", "noexcept", "override", "try", "volatile",
-};
-constexpr std::array<std::string_view, 5> access_words = {
-    "private", "protected", "public", "signals", "slots",
-};
-
-bool is_one_of(std::string_view word, const auto& words) {
-    return std::binary_search(words.begin(), words.end(), word);
-}
 
 enum class token_kind : std::uint8_t {
     none,
@@ -58,14 +34,12 @@ struct statement_state {
     std::uint32_t line = 0;  // of its first token; 0 while it has none
     std::size_t at = 0;
     std::size_t tokens = 0;
-    bool control = false;  // begins with or contains if, for, return, ...
-    bool scope = false;    // class, struct, namespace, ...
-    bool name_space = false;
-    bool assigned = false;           // an "=" stands in it
-    bool parameters = false;         // WORD "(" stands in it
-    bool declares = false;           // and something stood before the WORD
-    bool constructing = false;       // ":" stands behind its parameters
-    bool operator_name = false;      // "operator" was read, its parameters not yet
+    bool assigned = false;      // an "=" stands in it
+    bool parameters = false;    // WORD "(" stands in it
+    bool declares = false;      // and something stood before the WORD
+    bool constructing = false;  // ":" stands behind its parameters
+    // Of the words outside parentheses; `operator` no more once its parameters were read.
+    std::uint16_t words = 0;
     std::size_t template_depth = 0;  // of angle brackets behind "template"
     std::uint32_t capture_line = 0;  // of a lambda's "[", 0 when there is none
     std::size_t capture_at = 0;
@@ -92,8 +66,8 @@ struct outline_reader {
     // The statement that a K&R parameter declaration may belong to.
     statement_state old_style;
     token_kind previous = token_kind::none;
-    std::string_view previous_word;
-    std::uint32_t previous_line = 0;  // of the last token
+    std::uint16_t previous_kinds = 0;  // of the last word, if one matters
+    std::uint32_t previous_line = 0;   // of the last token
     std::size_t paren_depth = 0;
     std::size_t bracket_depth = 0;
 
@@ -113,16 +87,18 @@ char peek(const outline_reader& reader, std::size_t ahead = 0) {
 
 void mark_statement_end(outline_reader& reader) {
     if (reader.outline.statement_end.size() <= reader.line) {
-        reader.outline.statement_end.resize(reader.line + 1);
+        reader.outline.statement_end.resize(std::size_t{2} * reader.line);
     }
     reader.outline.statement_end[reader.line] = true;
 }
 
 // Moves to `end`, which may lie some lines on.
 void move_to(outline_reader& reader, std::size_t end) {
-    reader.line += static_cast<std::uint32_t>(
-        std::count(reader.text.begin() + static_cast<std::ptrdiff_t>(reader.at),
-                   reader.text.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
+    const std::string_view skipped = reader.text.substr(reader.at, end - reader.at);
+    for (std::size_t at = skipped.find('\n'); at != std::string_view::npos;
+         at = skipped.find('\n', at + 1)) {
+        ++reader.line;
+    }
     reader.at = end;
 }
 
@@ -137,7 +113,7 @@ std::string_view take_word(outline_reader& reader) {
 void reset_statement(outline_reader& reader) {
     reader.statement = statement_state();
     reader.previous = token_kind::none;
-    reader.previous_word = {};
+    reader.previous_kinds = 0;
     reader.bracket_depth = 0;
 }
 
@@ -159,7 +135,7 @@ bool is_initializer(const outline_reader& reader) {
     if (statement.constructing) {
         return reader.previous == token_kind::word || reader.previous == token_kind::angle;
     }
-    if (reader.previous == token_kind::word && reader.previous_word == "requires") {
+    if (reader.previous == token_kind::word && (reader.previous_kinds & requires_word) != 0) {
         return true;
     }
     if (statement.line == 0) {
@@ -186,13 +162,14 @@ block_kind kind_of_block(const outline_reader& reader) {
     }
     // `class EXPORT(x) name {`, not `struct type* name(...) {`
     const bool is_scope =
-        statement.name_space || (statement.scope && reader.previous == token_kind::word &&
-                                 !is_one_of(reader.previous_word, trailing_words));
-    if (statement.parameters && !statement.control && !is_scope &&
+        (statement.words & namespace_word) != 0 ||
+        ((statement.words & scope_word) != 0 && reader.previous == token_kind::word &&
+         (reader.previous_kinds & trailing_word) == 0);
+    if (statement.parameters && (statement.words & control_word) == 0 && !is_scope &&
         (statement.declares || !is_in_body(reader))) {
         return block_kind::function;
     }
-    if (statement.scope) {
+    if ((statement.words & scope_word) != 0) {
         return block_kind::scope;
     }
     if (statement.line == 0) {
@@ -282,7 +259,7 @@ void end_statement(outline_reader& reader) {
     const bool may_be_parameter = statement.line != 0 && !statement.assigned && ends_in_name;
     if (!may_be_parameter || is_in_body(reader)) {
         reader.old_style = statement_state();
-    } else if (statement.parameters && !statement.control) {
+    } else if (statement.parameters && (statement.words & control_word) == 0) {
         reader.old_style = statement;
     }
     reset_statement(reader);
@@ -290,7 +267,7 @@ void end_statement(outline_reader& reader) {
 
 void read_open_paren(outline_reader& reader) {
     begin_token(reader);
-    if (reader.previous == token_kind::word && reader.previous_word == "operator" &&
+    if (reader.previous == token_kind::word && (reader.previous_kinds & operator_word) != 0 &&
         peek(reader, 1) == ')') {
         reader.at += 2;  // the name "operator()"
         reader.previous = token_kind::other;
@@ -299,13 +276,12 @@ void read_open_paren(outline_reader& reader) {
     statement_state& statement = reader.statement;
     if (reader.paren_depth == 0 && !statement.parameters && !statement.assigned) {
         const bool is_list = reader.previous == token_kind::word &&
-                             !is_one_of(reader.previous_word, attribute_words) &&
-                             !is_one_of(reader.previous_word, control_words);
-        if (is_list || statement.operator_name) {
+                             (reader.previous_kinds & (attribute_word | control_word)) == 0;
+        if (is_list || (statement.words & operator_word) != 0) {
             statement.parameters = true;
             statement.declares = statement.tokens > 2;
         }
-        statement.operator_name = false;
+        statement.words &= static_cast<std::uint16_t>(~operator_word);
     }
     ++reader.paren_depth;
     reader.previous = token_kind::open_paren;
@@ -315,7 +291,7 @@ void read_open_paren(outline_reader& reader) {
 void read_open_bracket(outline_reader& reader) {
     begin_token(reader);
     const bool is_subscript =
-        (reader.previous == token_kind::word && !is_one_of(reader.previous_word, control_words)) ||
+        (reader.previous == token_kind::word && (reader.previous_kinds & control_word) == 0) ||
         reader.previous == token_kind::close_paren || reader.previous == token_kind::close_bracket;
     const bool is_attribute = peek(reader, 1) == '[';
     if (!is_subscript && !is_attribute && reader.bracket_depth == 0) {
@@ -341,8 +317,8 @@ void read_colon(outline_reader& reader) {
         reader.previous = token_kind::other;
         return;
     }
-    const bool is_label =
-        statement.tokens == 2 || is_one_of(reader.previous_word, access_words) || statement.control;
+    const bool is_label = statement.tokens == 2 || ((reader.previous_kinds & access_word) |
+                                                    (statement.words & control_word)) != 0;
     if (is_label) {
         return reset_statement(reader);
     }
@@ -369,15 +345,12 @@ void read_word(outline_reader& reader) {
     if (next == '"' || next == '\'') {
         return;  // the prefix of a literal
     }
+    const std::uint16_t kinds = kinds_of(word);
     if (reader.paren_depth == 0 && reader.statement.template_depth == 0) {
-        statement_state& statement = reader.statement;
-        statement.control = statement.control || is_one_of(word, control_words);
-        statement.scope = statement.scope || is_one_of(word, scope_words);
-        statement.name_space = statement.name_space || word == "namespace";
-        statement.operator_name = statement.operator_name || word == "operator";
+        reader.statement.words |= kinds;
     }
     reader.previous = token_kind::word;
-    reader.previous_word = word;
+    reader.previous_kinds = kinds;
 }
 
 // --- Preprocessor lines ---
@@ -397,7 +370,7 @@ void skip_disabled(outline_reader& reader) {
             nested += rest.starts_with("if") ? 1 : 0;
             nested -= rest.starts_with("endif") ? 1 : 0;
         }
-        move_to(reader, end_of_line(reader.text, reader.at));
+        move_to(reader, end_of_logical_line(reader.text, reader.at));
         if (reader.at < reader.text.size()) {
             move_to(reader, reader.at + 1);
         }
@@ -429,17 +402,20 @@ void join_branches(outline_reader& reader, std::size_t first, std::size_t second
 void skip_directive_rest(outline_reader& reader) {
     while (reader.at < reader.text.size()) {
         const char c = peek(reader);
-        if (c == '\n' && !is_spliced(reader.text, reader.at)) {
-            return;
-        }
-        if (c == '/' && peek(reader, 1) == '*') {
+        if (c == '\n') {
+            if (!is_spliced(reader.text, reader.at)) {
+                return;
+            }
+            ++reader.line;
+            ++reader.at;
+        } else if (c == '/' && peek(reader, 1) == '*') {
             move_to(reader, end_of_block_comment(reader.text, reader.at));
         } else if (c == '/' && peek(reader, 1) == '/') {
-            return move_to(reader, end_of_line(reader.text, reader.at));
+            return move_to(reader, end_of_logical_line(reader.text, reader.at));
         } else if (c == '"' || c == '\'') {
             move_to(reader, end_of_literal(reader.text, reader.at));
         } else {
-            move_to(reader, reader.at + 1);
+            ++reader.at;
         }
     }
 }
@@ -447,7 +423,7 @@ void skip_directive_rest(outline_reader& reader) {
 // line-directive ::= "line" number ["\"" name "\""]
 void read_line_origin(outline_reader& reader) {
     const std::string_view rest =
-        reader.text.substr(reader.at, end_of_line(reader.text, reader.at) - reader.at);
+        reader.text.substr(reader.at, end_of_logical_line(reader.text, reader.at) - reader.at);
     const std::size_t begin = rest.find('"');
     const std::size_t end = rest.rfind('"');
     if (begin < end && end != std::string_view::npos) {
@@ -496,7 +472,7 @@ void read_directive(outline_reader& reader) {
         reset_statement(reader);
     }
     if (name == "error" || name == "warning" || name == "pragma") {
-        move_to(reader, end_of_line(reader.text, reader.at));
+        move_to(reader, end_of_logical_line(reader.text, reader.at));
     } else {
         skip_directive_rest(reader);
     }
@@ -523,17 +499,18 @@ void read_other(outline_reader& reader, char c) {
             reader.previous = token_kind::comma;
             break;
         case '=':
-            if (!reader.statement.operator_name && reader.statement.template_depth == 0 &&
-                reader.paren_depth == 0 && reader.bracket_depth == 0) {
+            if ((reader.statement.words & operator_word) == 0 &&
+                reader.statement.template_depth == 0 && reader.paren_depth == 0 &&
+                reader.bracket_depth == 0) {
                 reader.statement.assigned = true;
             }
             reader.previous = token_kind::assign;
             break;
         case '<':
-            if (reader.paren_depth == 0 &&
-                (reader.statement.template_depth > 0 || reader.previous_word == "template")) {
+            if (reader.paren_depth == 0 && (reader.statement.template_depth > 0 ||
+                                            (reader.previous_kinds & template_word) != 0)) {
                 ++reader.statement.template_depth;
-                reader.previous_word = {};
+                reader.previous_kinds = 0;
             }
             reader.previous = token_kind::other;
             break;
@@ -567,7 +544,7 @@ void read_token(outline_reader& reader, bool at_line_start) {
                 return move_to(reader, end_of_block_comment(reader.text, reader.at));
             }
             if (peek(reader, 1) == '/') {
-                return move_to(reader, end_of_line(reader.text, reader.at));
+                return move_to(reader, end_of_logical_line(reader.text, reader.at));
             }
             return read_other(reader, c);
         case '"':

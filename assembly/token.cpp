@@ -13,19 +13,12 @@ bool is_spliced(std::string_view text, std::size_t at) {
     return at > 0 && text[at - 1] == '\\';
 }
 
-std::size_t end_of_word(std::string_view text, std::size_t at) {
-    while (at < text.size() && is_word_part(text[at])) {
-        ++at;
-    }
-    return at;
-}
-
 std::size_t end_of_block_comment(std::string_view text, std::size_t at) {
     const std::size_t end = text.find("*/", at + 2);
     return end == std::string_view::npos ? text.size() : end + 2;
 }
 
-std::size_t end_of_line(std::string_view text, std::size_t at) {
+std::size_t end_of_logical_line(std::string_view text, std::size_t at) {
     std::size_t end = text.find('\n', at);
     while (end != std::string_view::npos && is_spliced(text, end)) {
         end = text.find('\n', end + 1);

@@ -24,27 +24,52 @@ struct sequences {
     }
 };
 
+// Where a run stands among the lines of all, each counted once.
+struct line_place {
+    std::uint32_t lower;  // so many are lower than its own
+    std::uint32_t ended;  // the statements of so many end below it
+};
+
 }  // namespace
 
+// Gives the place of each run, and how many lines there are.
+static std::size_t find_places(std::span<const line_run> runs, const line_run& start,
+                               std::vector<line_place>& places) {
+    // The index stands behind the line; that of `start` is one past the runs'.
+    std::vector<std::uint64_t> order;
+    order.reserve(runs.size() + 1);
+    for (const line_run& run : runs) {
+        order.push_back(std::uint64_t{run.line} << 32 | order.size());
+    }
+    order.push_back(std::uint64_t{start.line} << 32 | runs.size());
+    std::sort(order.begin(), order.end());
+
+    places.resize(runs.size());
+    std::vector<std::uint32_t> statement_ends;
+    std::uint32_t ended = 0;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const auto line = static_cast<std::uint32_t>(order[i] >> 32);
+        const auto index = static_cast<std::uint32_t>(order[i]);
+        if (i == 0 || line != order[i - 1] >> 32) {
+            while (ended < statement_ends.size() && statement_ends[ended] < line) {
+                ++ended;
+            }
+            statement_ends.push_back(index < runs.size() ? runs[index].statement_end
+                                                         : start.statement_end);
+        }
+        if (index < runs.size()) {
+            places[index] = {static_cast<std::uint32_t>(statement_ends.size() - 1), ended};
+        }
+    }
+    return statement_ends.size();
+}
+
 std::vector<std::size_t> best_ascent(std::span<const line_run> runs, const line_run& start) {
-    std::vector<line_run> lines(runs.begin(), runs.end());
-    lines.push_back(start);
-    std::sort(lines.begin(), lines.end(),
-              [](const line_run& one, const line_run& other) { return one.line < other.line; });
-    lines.erase(std::unique(lines.begin(), lines.end(),
-                            [](const line_run& one, const line_run& other) {
-                                return one.line == other.line;
-                            }),
-                lines.end());
-    const auto count_before = [&lines](auto member, std::uint32_t line) {
-        return static_cast<std::size_t>(
-            std::partition_point(lines.begin(), lines.end(),
-                                 [&](const line_run& it) { return it.*member < line; }) -
-            lines.begin());
-    };
+    std::vector<line_place> places;
+    const std::size_t lines = find_places(runs, start, places);
 
     const std::size_t none = runs.size();
-    sequences by_statement{prefix_maximum(lines.size()), std::vector(lines.size(), none)};
+    sequences by_statement{prefix_maximum(lines), std::vector(lines, none)};
     sequences by_line = by_statement;
     by_statement.enter(0, 0, none);
     by_line.enter(0, 0, none);
@@ -54,8 +79,7 @@ std::vector<std::size_t> best_ascent(std::span<const line_run> runs, const line_
     for (std::size_t i = 0; i < runs.size(); ++i) {
         const auto code = static_cast<std::int64_t>(runs[i].code);
         const auto loss = static_cast<std::int64_t>(runs[i].loss);
-        const std::size_t lower = count_before(&line_run::line, runs[i].line);
-        const std::size_t ended = count_before(&line_run::statement_end, runs[i].line);
+        const auto [lower, ended] = places[i];
         const prefix_maximum::maximum statement = by_statement.worth.below(ended);
         const prefix_maximum::maximum line = by_line.worth.below(lower);
         before[i] = statement.value >= line.value ? by_statement.last[statement.place]

@@ -515,6 +515,10 @@ TEST(AssemblyText, OtherNamesOfSymbolsAreKept) {
     EXPECT_EQ(assembly.aliases[1].value, "5");
 }
 
+TEST(AssemblyText, ABackslashDoesNotJoinLines) {
+    EXPECT_EQ(lines_of_code("\t.loc 1 1\n\tnop # \\\n\t.loc 1 2\n\tnop\n"), (Texts{"1", "2"}));
+}
+
 TEST(AssemblyText, MacroBodiesAreNotRead) {
     EXPECT_EQ(error_of("\t.macro m file\n\t.loc \\file\n\t.endm\n"), "");
     EXPECT_EQ(error_of("\t.macro m file\n\t.endm\n\t.loc \\file\n"), "3: bad file number in .loc");

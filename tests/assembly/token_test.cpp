@@ -32,9 +32,9 @@ TEST(TokenEnd, OfANumberTakesSeparatorsAndExponents) {
 }
 
 TEST(TokenEnd, OfALineSeesSplices) {
-    EXPECT_EQ(end_of_line("a\\\nb\nc", 0), 4U);
-    EXPECT_EQ(end_of_line("a\\\r\nb", 0), 5U);
-    EXPECT_EQ(end_of_line("\n", 0), 0U);
+    EXPECT_EQ(end_of_logical_line("a\\\nb\nc", 0), 4U);
+    EXPECT_EQ(end_of_logical_line("a\\\r\nb", 0), 5U);
+    EXPECT_EQ(end_of_logical_line("\n", 0), 0U);
 }
 
 TEST(TokenEnd, OfACommentIsTheTextsWhereItIsMissing) {
