@@ -41,6 +41,9 @@ export function targetOf(project: Project, hash: string): Target | null {
     } catch {
         // Taken as it stands.
     }
+    if (text === "") {
+        return null;
+    }
     if (text === "overview") {
         return "overview";
     }

@@ -175,28 +175,34 @@ export class Reader {
         this.tellMove("source", far);
     }
 
-    // Shows a row of the code, and the line that it comes from.
+    // Shows a row of the code, and the line that it comes from; a function's where the row
+    // is its label.
     async showRow(unit: number, row: number, far = true): Promise<void> {
         await this.showUnit(unit);
+        const f = this.functionAt(unit, row);
+        if (f?.row === row) {
+            return this.showFunction(f, far);
+        }
         const link = linkOfRow(this.project, this.code.unit!, row);
-        if (link.file) {
-            await this.showFile(link.file);
-            this.source.goTo(link.line);
+        const place = link.file || this.source.file ? link : f;
+        if (place?.file) {
+            await this.showFile(place.file);
+            this.source.goTo(place.line);
         }
         this.code.goToRow(row);
         this.setLink(link, placeOf(link, row));
         this.tellMove("code", far);
     }
 
-    async showFunction(f: CodeFunction): Promise<void> {
+    async showFunction(f: CodeFunction, far = true): Promise<void> {
         await this.showUnit(f.unit);
         if (f.file) {
             await this.showFile(f.file);
             this.source.goTo(f.line);
         }
         this.code.goToRow(f.row, "start");
-        this.setLink(this.linkOfSource(f.line));
-        this.tellMove("code", true);
+        this.setLink(f.file ? this.linkOfSource(f.line) : null);
+        this.tellMove("code", far);
     }
 
     // Where a page opens that has no place in its address.

@@ -1,43 +1,14 @@
 // Narrow windows, zoom, screen readers, printing.
 
 import assert from "node:assert/strict";
-import { readFileSync } from "node:fs";
-import { createRequire } from "node:module";
 import { test } from "node:test";
 import type { Page } from "playwright-core";
+import { seriousFaults } from "./axe.ts";
 import { code, eventually, line, source, useBrowser, withPage } from "./browser.ts";
 import { pageOf } from "./made_page.ts";
 import { box, other, sum } from "./samples.ts";
 
 useBrowser();
-
-const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
-
-interface Finding {
-    id: string;
-    impact: string;
-    nodes: { html: string; failureSummary: string }[];
-}
-
-// What axe finds that is serious, or worse.
-async function findings(page: Page): Promise<string[]> {
-    // Run beside the page's own script, whose policy lets nothing else in.
-    const session = await page.context().newCDPSession(page);
-    const { frameTree } = await session.send("Page.getFrameTree");
-    const { executionContextId } = await session.send("Page.createIsolatedWorld", {
-        frameId: frameTree.frame.id,
-    });
-    await session.send("Runtime.evaluate", { expression: axe, contextId: executionContextId });
-    const { result } = await session.send("Runtime.evaluate", {
-        expression:
-            "axe.run(document, { resultTypes: ['violations'] }).then((r) => JSON.stringify(r.violations))",
-        contextId: executionContextId,
-        awaitPromise: true,
-    });
-    return (JSON.parse(result.value as string) as Finding[])
-        .filter((found) => found.impact === "serious" || found.impact === "critical")
-        .map((found) => `${found.id}: ${found.nodes[0].html} ${found.nodes[0].failureSummary}`);
-}
 
 const views: [name: string, act: (page: Page) => Promise<void>][] = [
     ["the panes", async (page) => line(source(page), "total += scale").click()],
@@ -72,7 +43,7 @@ for (const scheme of ["light", "dark"] as const) {
                 async (page) => {
                     await act(page);
                     await page.waitForTimeout(200);
-                    assert.deepEqual(await findings(page), []);
+                    assert.deepEqual(await seriousFaults(page), []);
                 },
                 { colorScheme: scheme },
             ));
@@ -80,11 +51,11 @@ for (const scheme of ["light", "dark"] as const) {
     test(`axe finds nothing serious: a project, ${scheme}`, () =>
         withPage(
             pageOf(sum, other, box),
-            async (page) => assert.deepEqual(await findings(page), []),
+            async (page) => assert.deepEqual(await seriousFaults(page), []),
             { colorScheme: scheme },
         ));
     test(`axe finds nothing serious: a narrow window, ${scheme}`, () =>
-        withPage(pageOf(box), async (page) => assert.deepEqual(await findings(page), []), {
+        withPage(pageOf(box), async (page) => assert.deepEqual(await seriousFaults(page), []), {
             colorScheme: scheme,
             viewport: { width: 360, height: 700 },
         }));

@@ -227,7 +227,7 @@ const addresses: [hash: string, marks: string[], cursor: string][] = [
     ["#/src/demo/sum.c:10", ["for (int i = 0; i < n; i++)"], "testl %esi, %esi"],
     ["#demo/sum.c:10", ["for (int i = 0; i < n; i++)"], "testl %esi, %esi"],
     ["#clamp.h:4", ["return x < 100 ? x : 100;"], "cmpl $100, %edx"],
-    ["#scale", [], "scale:"],
+    ["#scale", ["return clamp(x * 3);"], "scale:"],
     ["#scale+1", ["return clamp(x * 3);"], "leal (%rdi,%rdi,2), %eax"],
 ];
 for (const [hash, marks, cursor] of addresses) {
@@ -242,6 +242,16 @@ for (const [hash, marks, cursor] of addresses) {
             { hash },
         ));
 }
+
+test("an address of code without a line shows the function's source all the same", () =>
+    withPage(
+        sumPage,
+        async (page) => {
+            await line(source(page), "return clamp(x * 3);").waitFor();
+            assert.deepEqual(await marked(source(page), "linked"), []);
+        },
+        { hash: "#scale+4" },
+    ));
 
 for (const hash of [
     "#_Z4openN4shop3boxE",
@@ -261,6 +271,7 @@ for (const hash of [
 }
 
 for (const hash of [
+    "#",
     "#nothing.c:7",
     "#%E0%A4%A",
     "#no_such_function",

@@ -128,6 +128,19 @@ test("a far jump brings both sides into view", () =>
         assert.ok(await code(page).locator(".cm-line.linked").isVisible());
     }));
 
+test("a page that opens at a place shows it", () =>
+    withPage(
+        pageOf(long()),
+        async (page) => {
+            for (const pane of [source(page), code(page)]) {
+                const box = (await pane.locator(".cm-scroller").boundingBox())!;
+                const marked = (await pane.locator(".linked").first().boundingBox())!;
+                assert.ok(marked.y >= box.y && marked.y + marked.height <= box.y + box.height);
+            }
+        },
+        { hash: "#long.c:41" },
+    ));
+
 test("keys go through the places, and around", () =>
     withPage(sumPage, async (page) => {
         await line(source(page), "for (int i").click();

@@ -10,7 +10,7 @@ bool has_page() {
 }
 
 static bool refuse() {
-    say("--html: this program was built without the page");
+    say("--html: this clist was built without the page");
     return false;
 }
 

@@ -14,6 +14,7 @@ import { colouring } from "../text/colouring.ts";
 import { Pane, type PaneEvents } from "./pane.ts";
 import type { StripMark } from "./strip.ts";
 import { decorateVisibleLines, lineClass, redraw } from "./visible_lines.ts";
+import { widestOf, widthOf } from "./width.ts";
 
 // Where the rows stand in the text that is shown. Rows and lines count from 0 and 1.
 interface Placement {
@@ -46,7 +47,7 @@ async function allLines(unit: Unit): Promise<Placement> {
             rowOfLine[lineOfRow[row]] = row;
         }
     }
-    const all = new Array<string>(lines);
+    const all = new Array<string>(Math.max(lines, 1)).fill(""); // a text has a line at least
     const code = [...rows.iterLines()];
     unit.rows.tail_row.forEach((row, i) => (code[row] += unit.rows.tail[i]));
     for (let at = 1, next = 0; at <= lines; ++at) {
@@ -141,15 +142,8 @@ class InlinedNote extends WidgetType {
 // Notes stand in a column of their own, where the code leaves room.
 const noteColumn = 38;
 const longestNoted = 32;
-const tabSize = 8;
 
-function widthOf(text: string): number {
-    let width = 0;
-    for (const c of text) {
-        width += c === "\t" ? tabSize - (width % tabSize) : 1;
-    }
-    return width;
-}
+const noted = (name: string): string => visible(cutName(shortName(name), longestNoted));
 
 const mostBars = 4;
 const barColours = 6;
@@ -178,7 +172,8 @@ export class CodePane extends Pane {
         this.unit = unit;
         this.all = all;
         this.placement = placement;
-        this.show(placement.text, "Instructions", [
+        const width = Math.max(widestOf(placement.text), this.widestNote(unit));
+        this.show(placement.text, "Instructions", width, [
             this.sourceColumn(unit),
             this.barColumn(unit),
             decorateVisibleLines((line, set) => {
@@ -360,9 +355,26 @@ export class CodePane extends Pane {
         const site = unit.frame(parents[frame]);
         const what = unit.frame(frame);
         return new InlinedNote(
-            visible(cutName(shortName(what.function), longestNoted)),
+            noted(what.function),
             this.project.placeOf(unit.number, site),
             Math.max(noteColumn - widthOf(text), 2),
         );
+    }
+
+    // Of the notes that stand in their column; few instructions reach into it.
+    private widestNote(unit: Unit): number {
+        const { names, frame_function, frame_parent, frame_file, frame_line } = unit.rows;
+        const nameWidths = names.map((name) => noted(name).length);
+        const fileWidths = unit.head.files.map(
+            (_, file) => this.project.placeOf(unit.number, { file, line: 0 }).length,
+        );
+        return frame_parent.reduce((widest, parent, frame) => {
+            if (parent < 0) {
+                return widest;
+            }
+            const place = (fileWidths[frame_file[parent]] ?? 0) + String(frame_line[parent]).length;
+            const words = "\u21b3  inlined at ".length;
+            return Math.max(widest, noteColumn + words + nameWidths[frame_function[frame]] + place);
+        }, 0);
     }
 }

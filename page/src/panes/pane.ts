@@ -21,6 +21,7 @@ import { perFrame } from "../dom.ts";
 import { findExtension } from "./find.ts";
 import { Strip, type StripMark } from "./strip.ts";
 import { redraw } from "./visible_lines.ts";
+import { tabSize } from "./width.ts";
 
 // Lines are those of the text shown, counted from 1.
 export interface PaneEvents {
@@ -40,6 +41,7 @@ export class Pane {
     readonly view: EditorView;
     readonly strip: Strip;
     private pointed: number | null = null;
+    private isNew = false; // the text is not drawn yet, and its heights are guesses
     private pressed: { event: MouseEvent; line: number | null } | null = null;
 
     constructor(
@@ -104,15 +106,20 @@ export class Pane {
             .number;
     }
 
-    protected show(text: Text, label: string, extensions: Extension): void {
+    // `width`: of the widest line, in letters.
+    protected show(text: Text, label: string, width: number, extensions: Extension): void {
         this.view.setState(
             EditorState.create({
                 doc: text,
                 extensions: [
                     EditorState.readOnly.of(true),
                     EditorView.editable.of(false),
-                    EditorView.contentAttributes.of({ tabindex: "0", "aria-label": label }),
-                    EditorState.tabSize.of(8),
+                    EditorView.contentAttributes.of({
+                        tabindex: "0",
+                        "aria-label": label,
+                        style: `min-width: ${width + 2}ch`,
+                    }),
+                    EditorState.tabSize.of(tabSize),
                     drawSelection(),
                     highlightActiveLine(),
                     highlightActiveLineGutter(),
@@ -144,6 +151,8 @@ export class Pane {
             }),
         );
         this.pointed = null;
+        this.isNew = true;
+        this.view.requestMeasure({ read: () => (this.isNew = false) });
     }
 
     get cursorLine(): number {
@@ -160,7 +169,10 @@ export class Pane {
         const bottom = top + this.view.scrollDOM.clientHeight;
         const margin = 3 * this.view.defaultLineHeight;
         const seen =
-            where === "center" && block.top >= top + margin && block.bottom <= bottom - margin;
+            !this.isNew &&
+            where === "center" &&
+            block.top >= top + margin &&
+            block.bottom <= bottom - margin;
         this.view.dispatch({
             selection: EditorSelection.cursor(at),
             annotations: ownMove.of(true),

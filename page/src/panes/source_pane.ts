@@ -11,6 +11,7 @@ import { colouring, coloursOf } from "../text/colouring.ts";
 import { Pane, type PaneEvents } from "./pane.ts";
 import type { StripMark } from "./strip.ts";
 import { decorateVisibleLines, lineClass, redraw } from "./visible_lines.ts";
+import { widestOf } from "./width.ts";
 
 const heatSteps = 9;
 
@@ -123,7 +124,7 @@ export class SourcePane extends Pane {
         }
         this.file = file;
         this.strip.setHeat(file.heatByLine());
-        this.show(text, visible(file.name), [
+        this.show(text, visible(file.name), widestOf(text), [
             this.heatColumn(file),
             this.inlinedColumn(),
             lineNumbers(),
