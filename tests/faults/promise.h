@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -32,9 +31,6 @@ struct outcome {
 struct tested_program {
     std::string path;
     std::vector<scenario> scenarios;
-
-    // Kinds of fault, or "allocation", with which it does not keep its promise yet.
-    std::set<std::string> pending = {};
 
     // An output that cannot be written whole stays as it was.
     bool keeps_old_outputs = false;
