@@ -72,7 +72,7 @@ static std::size_t read_block(input_stream& input, char* to, std::size_t wanted)
 // Reads more behind the window's end and makes room for it first, at the cost
 // of what is held when nothing else will do. False when there is no more.
 static bool refill(input_stream& input) {
-    if (input.exhausted) {
+    if (input.exhausted || input.read_failed) {
         return false;
     }
     if (input.size - input.end < input.read_size) {
@@ -87,17 +87,17 @@ static bool refill(input_stream& input) {
     if (input.whole_blocks) {
         const std::size_t wanted = std::min(room, input.read_size);
         got = read_block(input, to, wanted);
-        input.exhausted = got < wanted;
+        input.exhausted = got < wanted && !input.read_failed;
         input.read_size = std::min(input.size, input.read_size * 2);
     } else {
         got = read_one_line(input, to, room);
-        input.exhausted = got < room && (got == 0 || to[got - 1] != '\n');
+        input.exhausted = got < room && (got == 0 || to[got - 1] != '\n') && !input.read_failed;
     }
     input.end += got;
     return got > 0;
 }
 
-// An error is met once; what is met behind it is the end of the file.
+// An error is met once; who goes on behind it tries again.
 static void meet_end(input_stream& input) {
     if (std::exchange(input.read_failed, false)) {
         input.failed = true;

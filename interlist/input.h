@@ -30,8 +30,8 @@ struct input_stream {
     std::size_t plain_from = 0;  // bytes from here
     std::size_t plain_to = 0;    // up to here are known to be plain
     bool whole_blocks = false;   // a regular file: a read never waits for more
-    bool exhausted = false;      // the file has nothing behind the window,
-    bool read_failed = false;    // or it could not be read
+    bool exhausted = false;      // the file has nothing behind the window
+    bool read_failed = false;    // or could not be read there, which was not met yet
     bool at_end = false;         // the end-of-file indicator: a read met the end
     bool failed = false;         // the error indicator
 };

@@ -43,22 +43,24 @@ class Reading : public testing::Test {
         std::shuffle(random.begin(), random.end(), std::mt19937(1));
     }
 
+    static const call_kind* kind(std::string_view name) {
+        const auto kinds = call_kinds();
+        return &*std::find_if(kinds.begin(), kinds.end(),
+                              [=](const call_kind& each) { return each.name == name; });
+    }
+
     // Calls of a kind that a run makes, or 0 where they cannot be counted. Those that are
     // short by design are so from the first one on.
-    int calls(const std::string& text, const std::string& wanted = "read") {
+    int calls(const std::string& text, std::string_view wanted = "read") {
         folder.write("p.asm", text);
         RunOptions options;
         options.directory = folder.path();
-        for (const call_kind& kind : call_kinds()) {
-            if (kind.name == wanted) {
-                const int nth = kind.error == 0 ? 1 : std::numeric_limits<int>::max();
-                const std::optional<faulted_run> run = run_with_fault(
-                    {INTERLIST, "p.asm"}, options, {.calls = &kind, .nth = nth, .lasting = true});
-                EXPECT_TRUE(!run || run->finished.status == 0);
-                return run ? run->calls : 0;
-            }
-        }
-        return 0;
+        const call_kind* const counted = kind(wanted);
+        const int nth = counted->error == 0 ? 1 : std::numeric_limits<int>::max();
+        const std::optional<faulted_run> run = run_with_fault(
+            {INTERLIST, "p.asm"}, options, {.calls = counted, .nth = nth, .lasting = true});
+        EXPECT_TRUE(!run || run->finished.status == 0);
+        return run ? run->calls : 0;
     }
 
     ScratchFolder folder;
@@ -107,4 +109,41 @@ TEST_F(Reading, GrowsWithInputAndOutputOnly) {
         order.insert(order.end(), {0, each});
     }
     EXPECT_LT(calls(assembly(order, {"a.c"}, 1)), 6 * functions);
+}
+
+// The first function is longer than the window, so that the pass goes back behind what its
+// look-ahead has read.
+TEST_F(Reading, DoesNotTakeAnErrorInALookAheadForTheEnd) {
+    std::string long_function = "\t.ifunc\t1\n";
+    for (int i = 0; i < 20000; ++i) {
+        long_function += "\tnop\n";
+    }
+    folder.write("a.c", "one\ntwo\nthree\nfour\n");
+    folder.write("p.asm", "\t.ifile\t\"a.c\"\n" + long_function +
+                              "\t.iendfunc\t3\n\t.ifunc\t3\nB\n\t.iendfunc\t5\n");
+    RunOptions options;
+    options.directory = folder.path();
+    const std::vector<std::string> words{INTERLIST, "p.asm"};
+    ASSERT_EQ(run_program(words, options).status, 0);
+    const std::string whole = folder.read("p.cl");
+    for (int nth = 1;; ++nth) {
+        SCOPED_TRACE("read " + std::to_string(nth));
+        const std::optional<faulted_run> run =
+            run_with_fault(words, options, {.calls = kind("read"), .nth = nth});
+        if (!run) {
+            GTEST_SKIP() << "not possible on this system";
+        }
+        const std::string listing = folder.read("p.cl");
+        if (!run->hit) {
+            EXPECT_GT(nth, 5);
+            EXPECT_TRUE(listing == whole);
+            break;
+        }
+        if (run->finished.status == 0) {
+            EXPECT_TRUE(whole.starts_with(listing));
+        } else {
+            EXPECT_EQ(run->finished.status, 1);
+            EXPECT_EQ(run->finished.out, "\n>> Error while reading file\n");
+        }
+    }
 }
