@@ -102,6 +102,7 @@ struct text_reader {
     bool has_pending = false;                   // until it gets code
     std::uint32_t lead = none;                  // first of the lines that lead up to the next code
     bool pending_leads = false;                 // they include that `.loc`
+    std::optional<bool> is_integrated = {};     // see there
     std::vector<std::uint32_t> positions = {};  // by section: the one that code there has
     std::vector<std::uint32_t> debug_of = {};   // by section: index of its debug contents
 };
@@ -462,6 +463,28 @@ static void follow_section(text_reader& reader, const directive_row& row, std::s
     }
 }
 
+// Whether the assembler is the compiler's own, as Clang's is, which goes by what such texts
+// end with.
+static bool is_integrated(text_reader& reader) {
+    if (!reader.is_integrated) {
+        constexpr std::size_t enough = 1 << 16;
+        const std::string_view text = reader.text;
+        const std::string_view end = text.substr(text.size() - std::min(text.size(), enough));
+        reader.is_integrated = end.find("\n\t.addrsig") != std::string_view::npos ||
+                               end.find("\n.subsections_via_symbols") != std::string_view::npos ||
+                               end.find("clang version") != std::string_view::npos;
+    }
+    return *reader.is_integrated;
+}
+
+// Data between a `.loc` and its code, in a section of their own: that assembler gives the
+// position to the data.
+static void read_other_data(text_reader& reader, directive kind) {
+    if (reader.has_pending && kind != directive::room && is_integrated(reader)) {
+        reader.has_pending = false;
+    }
+}
+
 // Acts on the directive at the front of a statement; `rest` is what stands behind its name.
 static void read_directive(text_reader& reader, std::string_view name, std::string_view rest) {
     if (name == ".loc") {
@@ -518,10 +541,14 @@ static void read_directive(text_reader& reader, std::string_view name, std::stri
         default:
             break;
     }
+    if (!is_data(row.kind)) {
+        return;
+    }
+    if (reader.assembly.sections[reader.track.current()].kind != section_kind::code) {
+        return read_other_data(reader, row.kind);
+    }
     std::vector<std::uint32_t>& data_lines = reader.assembly.data_lines;
-    if (is_data(row.kind) &&
-        reader.assembly.sections[reader.track.current()].kind == section_kind::code &&
-        (data_lines.empty() || data_lines.back() != reader.line_at)) {
+    if (data_lines.empty() || data_lines.back() != reader.line_at) {
         data_lines.push_back(reader.line_at);
     }
 }

@@ -29,10 +29,10 @@ bool annotation::read() {
     labels_.emplace(code_);
     debug_ = assembly::read_debug_info(code_, *labels_);
     comment_ = options_.comment.empty() ? code_.language->comment : options_.comment;
-    if (code_.compilation_directory.empty()) {
-        code_.compilation_directory = debug_.compilation_directory.empty()
-                                          ? input_.directory
-                                          : std::string(debug_.compilation_directory);
+    if (!debug_.compilation_directory.empty()) {
+        code_.compilation_directory = debug_.compilation_directory;
+    } else if (code_.compilation_directory.empty()) {
+        code_.compilation_directory = input_.directory;
     }
     collect_sources();
     if (options_.warnings) {

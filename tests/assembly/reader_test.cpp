@@ -325,6 +325,20 @@ TEST(AssemblyPositions, OfCodeWithoutALabelAreInAFunctionThatNothingDeclares) {
     EXPECT_EQ(assembly.positions.size(), 1U);
 }
 
+// Where the assembler is the compiler's own, data in other sections take a position away
+// from the code behind them; only room does not.
+TEST(AssemblyPositions, MayBeOfDataInBetween) {
+    const std::string text =
+        "f:\n\t.loc 1 3\n\tnop\n\t.loc 1 4\n\t.data\n\t.zero 4\n\t.text\n\tnop\n"
+        "\t.loc 1 5\n\t.data\n\t.byte 1\n\t.text\n\tnop\n";
+    const std::vector<std::string> all = {"3", "4", "5"};
+    const std::vector<std::string> without = {"3", "4", "4"};
+    EXPECT_EQ(lines_of_code(text + "\t.ident\t\"GCC: (Debian 12.2.0-14) 12.2.0\"\n"), all);
+    EXPECT_EQ(lines_of_code(text + "\t.ident\t\"Debian clang version 14.0.6\"\n"), without);
+    EXPECT_EQ(lines_of_code(text + "\t.addrsig\n"), without);
+    EXPECT_EQ(lines_of_code(text + ".subsections_via_symbols\n"), without);
+}
+
 TEST(AssemblyPositions, HaveTheirColumn) {
     const assembly_file assembly =
         read("\t.loc 1 3 17 is_stmt 0 view .LVU4\n\tnop\n\t.loc 1 4\n\tnop\n");

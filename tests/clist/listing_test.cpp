@@ -2,8 +2,6 @@
 #include "clist/listing.h"
 
 #include <gtest/gtest.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <functional>
 #include <string>
@@ -12,24 +10,17 @@
 #include <vector>
 
 #include "assembly/text_file.h"
-#include "gas2interlist/report.h"
+#include "tests/clist/listed.h"
 
 using namespace clist;
 
 namespace {
-
-struct listed {
-    std::string text;
-    std::string messages;
-    int status = 0;
-};
 
 using change = std::function<void(listing_options&)>;
 
 listed list(
     const std::vector<std::pair<std::string, std::string>>& texts,
     const change& set = [](listing_options&) {}) {
-    gas2interlist::set_program_name("clist");
     listing_options options;
     options.source_map = {{"/src", "../data/inlined"}, {"/usr/include", "../data/library"}};
     set(options);
@@ -42,20 +33,7 @@ listed list(
                           .modified = 0,
                           .command = {}});
     }
-    const int descriptor = memfd_create("listing", 0);
-    listed result;
-    testing::internal::CaptureStderr();
-    {
-        output out(descriptor);
-        result.status = write_listing(inputs, options, out);
-        EXPECT_TRUE(out.flush());
-    }
-    result.messages = testing::internal::GetCapturedStderr();
-    result.text.resize(static_cast<std::size_t>(lseek(descriptor, 0, SEEK_END)));
-    EXPECT_EQ(pread(descriptor, result.text.data(), result.text.size(), 0),
-              static_cast<ssize_t>(result.text.size()));
-    close(descriptor);
-    return result;
+    return ::list(inputs, options);
 }
 
 // The listing of one text that there is nothing to say of.

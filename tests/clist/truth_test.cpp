@@ -1,0 +1,505 @@
+// Listings of real code of many targets, held against what the compiler wrote and what its
+// object tells: nothing is added but comments, every line of code has the line that the
+// object's line table gives it and came through the calls that its debugging data tell of.
+//
+// What is listed by default is a sample. TRUTH=whole has every source at every level and
+// with every option, for every target; TRUTH_SOURCES names more sources (and -I folders).
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "clist/listing.h"
+#include "tests/clist/listed.h"
+#include "tests/clist/toolchain.h"
+#include "tests/clist/words.h"
+#include "tests/harness/program.h"
+
+using namespace clist;
+
+namespace {
+
+// --- What is compiled ---
+
+const std::vector<toolchain> toolchains = {
+    {"gcc", "", false, "x86_64-linux-gnu", "#"},
+    {"clang", "", true, "x86_64-linux-gnu", "#"},
+    {"gcc_aarch64", "aarch64-linux-gnu-", false, "aarch64-linux-gnu", "//"},
+    {"clang_aarch64", "aarch64-linux-gnu-", true, "aarch64-linux-gnu", "//"},
+    {"gcc_arm", "arm-linux-gnueabihf-", false, "arm-linux-gnueabihf", "@"},
+    {"clang_arm", "arm-linux-gnueabihf-", true, "arm-linux-gnueabihf", "@"},
+    {"gcc_riscv64", "riscv64-linux-gnu-", false, "riscv64-linux-gnu", "#"},
+    {"clang_riscv64", "riscv64-linux-gnu-", true, "riscv64-linux-gnu", "#"},
+    {"gcc_powerpc64le", "powerpc64le-linux-gnu-", false, "powerpc64le-linux-gnu", "#"},
+    {"clang_powerpc64le", "powerpc64le-linux-gnu-", true, "powerpc64le-linux-gnu", "#"},
+    {"gcc_mingw", "x86_64-w64-mingw32-", false, "x86_64-w64-mingw32", "#"},
+    {"clang_mingw", "x86_64-w64-mingw32-", true, "x86_64-w64-mingw32", "#"},
+};
+
+struct sample {
+    std::string source;
+    std::string flags;
+    std::string name = {};  // under which it is compiled, if not its own
+};
+
+const std::string data = std::filesystem::absolute("../data/listed").lexically_normal();
+const std::string root = std::filesystem::absolute("../..").lexically_normal();
+
+const std::string odd_c = data + "/odd.c";
+const std::string odd_cpp = data + "/odd.cpp";
+const std::string print_c = "stb_sprintf.c";  // a library that is one header
+const std::string section_cpp = root + "/assembly/section.cpp";
+
+bool is_cpp(const std::string& source) {
+    return source.ends_with(".cpp") || source.ends_with(".cc");
+}
+
+std::vector<std::string> more_sources() {
+    const char* const named = std::getenv("TRUTH_SOURCES");
+    return words_in(named == nullptr ? "" : named);
+}
+
+std::vector<sample> whole_sample(const toolchain& with) {
+    std::vector<sample> all;
+    std::vector<std::string> sources = {odd_c, odd_cpp, print_c, section_cpp};
+    std::string folders;
+    for (const std::string& it : more_sources()) {
+        if (it.starts_with("-")) {
+            folders += " " + it;
+        } else {
+            sources.push_back(it);
+        }
+    }
+    for (const std::string& source : sources) {
+        for (const char* const level : {"-O0", "-O1", "-O2", "-O3", "-Os"}) {
+            for (const char* const form :
+                 {"-g", "-gdwarf-4", "-g1", "-g -ffunction-sections -fpic"}) {
+                all.push_back({source, level + std::string(" ") + form + folders});
+            }
+        }
+    }
+    std::erase_if(all, [&](const sample& it) {
+        return with.is_clang && std::string_view(with.name) == "clang_mingw" && is_cpp(it.source);
+    });
+    return all;
+}
+
+// Every level, form and option at least once, what differs between targets for each.
+std::vector<sample> small_sample(const toolchain& with) {
+    const std::string name = with.name;
+    if (name == "gcc" || name == "clang") {
+        return {
+            {odd_c, "-O2 -g"},
+            {odd_c, "-O0 -g",
+             "7 gr\xc3\xb6\xc3\x9f"
+             "e.c"},
+            {odd_c, "-O1 -gdwarf-4 -ffunction-sections -fdata-sections"},
+            {odd_c, "-O3 -g1"},
+            {print_c, "-O2 -gdwarf-4"},
+            {print_c, "-O3 -g -fpic"},
+            {print_c, "-O0 -g1"},
+            {odd_cpp, "-O2 -g"},
+            {odd_cpp, "-O3 -gdwarf-4"},
+            {odd_cpp, "-O0 -g -ffunction-sections"},
+            {section_cpp, "-O2 -g1"},
+            {section_cpp, "-O3 -g"},
+            {section_cpp, "-O1 -g"},
+        };
+    }
+    std::vector<sample> samples = {
+        {odd_c, "-O2 -g"},
+        {odd_c, "-O3 -gdwarf-4 -ffunction-sections"},
+        {odd_c, "-O0 -g"},
+        {print_c, "-O2 -g"},
+    };
+    if (name != "clang_mingw") {
+        samples.push_back({odd_cpp, name.size() % 2 == 0 ? "-O2 -g" : "-O3 -gdwarf-4"});
+    }
+    return samples;
+}
+
+std::vector<sample> samples_for(const toolchain& with) {
+    const char* const wish = std::getenv("TRUTH");
+    std::vector<sample> samples = wish != nullptr && std::string_view(wish) == "whole"
+                                      ? whole_sample(with)
+                                      : small_sample(with);
+    if (TRUTH_SANITIZED) {
+        samples.resize(1);
+    }
+    return samples;
+}
+
+bool is_required() {
+    return std::getenv("TRUTH") != nullptr;
+}
+
+// --- What listings show ---
+
+listing_options quiet() {
+    listing_options options;
+    options.warnings = false;
+    return options;
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+// The kinds of comments that a listing adds, by their form.
+enum class added { nothing, line, no_line, inlined };
+
+added kind_of(const std::string& line, const std::string& comment) {
+    if (!line.starts_with(comment + " ")) {
+        return added::nothing;
+    }
+    const std::string rest = line.substr(comment.size() + 1);
+    if (rest == "no line") {
+        return added::no_line;
+    }
+    if (rest.starts_with("inlined: ")) {
+        return added::inlined;
+    }
+    const std::size_t bar = rest.find(" | ");
+    const std::size_t colon = rest.rfind(':', bar);
+    const bool has_number = bar != std::string::npos && colon != std::string::npos &&
+                            colon + 1 < bar && colon != 0 &&
+                            std::all_of(rest.begin() + static_cast<std::ptrdiff_t>(colon) + 1,
+                                        rest.begin() + static_cast<std::ptrdiff_t>(bar),
+                                        [](char c) { return c >= '0' && c <= '9'; });
+    return has_number ? added::line : added::nothing;
+}
+
+std::string trimmed(const std::string& line) {
+    const std::size_t begin = line.find_first_not_of(" \t\r");
+    return begin == std::string::npos
+               ? ""
+               : line.substr(begin, line.find_last_not_of(" \t\r") + 1 - begin);
+}
+
+struct shown_code {
+    std::string place;    // FILE:LINE of the comment above; "no line"
+    std::string inlined;  // the comment behind it
+    source_line line;
+    std::vector<called_line> frames;
+};
+
+// A listing with every line, taken apart.
+struct whole_listing {
+    std::string assembly;  // without what was added
+    std::string labelled;  // that, with a label ahead of every line of code or of other bytes
+    std::vector<shown_code> code;
+};
+
+const std::string label_prefix = "truth_label_";
+const std::string room_prefix = "truth_room_";
+
+// Whether a line makes bytes among the code that are none: ahead of code that begins at a
+// round address, or constants and tables.
+bool fills_room(const std::string& line) {
+    constexpr std::array<std::string_view, 6> directives = {".p2align", ".align", ".long",
+                                                            ".word",    ".short", ".byte"};
+    return std::any_of(directives.begin(), directives.end(),
+                       [&](std::string_view it) { return line.starts_with(it); });
+}
+
+// Reads a listing; where lines of code are is told by the objects of --json.
+whole_listing take_apart(const std::string& text, const std::vector<nlohmann::json>& objects,
+                         const std::string& comment, const std::string& folder) {
+    whole_listing whole;
+    shown_code shown;
+    std::size_t rooms = 0;
+    bool is_debug = false;
+    for (const std::string& line : lines_of(text)) {
+        const added kind = kind_of(line, comment);
+        if (kind == added::inlined) {
+            shown.inlined = line;
+            continue;
+        }
+        if (kind != added::nothing) {
+            const std::size_t begin = comment.size() + 1;
+            shown = {line.substr(begin, line.find(" | ") - begin), "", {}, {}};
+            continue;
+        }
+        whole.assembly += line + "\n";
+        const std::size_t number = whole.code.size();
+        if (number < objects.size() && trimmed(line) == objects[number]["text"]) {
+            whole.labelled += label_prefix + std::to_string(number) + ":\n";
+            shown.frames.clear();
+            for (const auto& it : objects[number]["frames"]) {
+                const std::string file = it["file"];
+                shown.frames.push_back(
+                    {it["function"],
+                     {(std::filesystem::path(folder) / file).lexically_normal(), it["line"]}});
+            }
+            shown.line = shown.frames.front().line;
+            whole.code.push_back(shown);
+        }
+        is_debug = is_debug || line.starts_with("\t.section\t.debug_");
+        if (!is_debug && fills_room(trimmed(line))) {
+            whole.labelled += room_prefix + std::to_string(rooms++) + ":\n";
+        }
+        whole.labelled += line + "\n";
+    }
+    return whole;
+}
+
+std::string told(const source_line& it) {
+    return it.line == 0 ? "no line" : it.file + ":" + std::to_string(it.line);
+}
+
+std::string told(const std::vector<called_line>& frames) {
+    std::string text;
+    for (const called_line& it : frames) {
+        text += it.function + " at " + told(it.line) + "; ";
+    }
+    return text;
+}
+
+// --- What is held against what ---
+
+// A comment's FILE:LINE against the line that is told to machines.
+bool is_place_of(const std::string& place, const source_line& line) {
+    if (line.line == 0) {
+        return place == "no line";
+    }
+    std::string number(1, ':');
+    number += std::to_string(line.line);
+    if (!place.ends_with(number)) {
+        return false;
+    }
+    std::string file = place.substr(0, place.size() - number.size());
+    file = std::filesystem::path(file).lexically_normal();
+    return line.file == file || line.file.ends_with("/" + file);
+}
+
+struct figures {
+    std::size_t code = 0;
+    std::size_t inlined = 0;
+    std::size_t wrong = 0;
+};
+
+class checker {
+  public:
+    checker(const whole_listing& shown, const object_truth& truth) : shown_(shown), truth_(truth) {
+        for (std::size_t i = 0; i < shown.code.size(); ++i) {
+            const auto found = truth.labels.find(label_prefix + std::to_string(i));
+            addresses_.push_back(found == truth.labels.end() ? 0 : found->second);
+            at_[addresses_.back()] = i;  // of those that have no code of their own, the last
+        }
+        for (const auto& [name, address] : truth.labels) {
+            if (name.starts_with(room_prefix)) {
+                rooms_.insert(address);
+            }
+        }
+    }
+
+    figures check() {
+        EXPECT_EQ(truth_.frames.size(), shown_.code.size());
+        for (std::size_t i = 0; i < shown_.code.size(); ++i) {
+            check_code(i);
+        }
+        // Where the table has another line, there must be a line of code, or other bytes.
+        for (const auto& [address, line] : truth_.lines) {
+            auto next = at_.upper_bound(address);
+            if (!line || next == at_.begin() || at_.contains(address)) {
+                continue;
+            }
+            --next;
+            const auto room = rooms_.upper_bound(address);
+            if (room != rooms_.begin() && *std::prev(room) > next->first) {
+                continue;
+            }
+            expect(shown_.code[next->second].line == *line, next->second, "line within it",
+                   told(*line), told(shown_.code[next->second].line));
+        }
+        return {shown_.code.size(), inlined_, wrong_};
+    }
+
+  private:
+    void check_code(std::size_t i) {
+        const shown_code& code = shown_.code[i];
+        expect(is_place_of(code.place, code.line), i, "comment", told(code.line), code.place);
+        expect(code.inlined.empty() == (code.frames.size() == 1), i, "inlined", told(code.frames),
+               code.inlined);
+        if (at_[addresses_[i]] != i) {
+            return;
+        }
+        auto row = truth_.lines.upper_bound(addresses_[i]);
+        const source_line nothing;
+        const source_line& line =
+            row == truth_.lines.begin() || !(--row)->second ? nothing : *row->second;
+        expect(line == code.line, i, "line", told(line), told(code.line));
+        if (i < truth_.frames.size()) {
+            check_frames(i, truth_.frames[i]);
+        }
+    }
+
+    void check_frames(std::size_t i, const std::vector<called_line>& frames) {
+        const shown_code& code = shown_.code[i];
+        inlined_ += frames.size() > 1 ? 1 : 0;
+        const bool is_known = frames.size() != 1 || frames[0].function != "??";
+        bool is_same = frames.size() == code.frames.size();
+        for (std::size_t k = 0; is_same && k < frames.size(); ++k) {
+            is_same = frames[k].line == code.frames[k].line &&
+                      (!is_known || frames[k].function == code.frames[k].function);
+        }
+        expect(is_same, i, "frames", told(frames), told(code.frames));
+    }
+
+    void expect(bool holds, std::size_t i, const char* what, const std::string& expected,
+                const std::string& found) {
+        constexpr std::size_t most_told = 5;
+        if (!holds && ++wrong_ <= most_told) {
+            ADD_FAILURE() << "code " << i << ": " << what << " is\n  " << found << "\nand not\n  "
+                          << expected;
+        }
+    }
+
+    const whole_listing& shown_;
+    const object_truth& truth_;
+    std::vector<std::uint64_t> addresses_;
+    std::map<std::uint64_t, std::size_t> at_;
+    std::set<std::uint64_t> rooms_;
+    std::size_t inlined_ = 0;
+    std::size_t wrong_ = 0;
+};
+
+// The comments and the code of the listing without noise are those of the whole one.
+void check_filtered(const std::string& text, const whole_listing& whole,
+                    const std::vector<nlohmann::json>& objects, const std::string& comment) {
+    std::size_t number = 0;
+    shown_code shown;
+    std::size_t wrong = 0;
+    for (const std::string& line : lines_of(text)) {
+        const added kind = kind_of(line, comment);
+        if (kind == added::inlined) {
+            shown.inlined = line;
+        } else if (kind != added::nothing) {
+            const std::size_t begin = comment.size() + 1;
+            shown = {line.substr(begin, line.find(" | ") - begin), "", {}, {}};
+        } else if (number < objects.size() && trimmed(line) == objects[number]["text"]) {
+            wrong += shown.place == whole.code[number].place &&
+                             shown.inlined == whole.code[number].inlined
+                         ? 0
+                         : 1;
+            ++number;
+        }
+    }
+    EXPECT_EQ(number, objects.size()) << "lines of code";
+    EXPECT_EQ(wrong, 0U) << "lines of code with other comments than among all lines";
+}
+
+std::string source_in(const ScratchFolder& folder, const sample& of) {
+    if (of.source == print_c) {
+        return folder.write("print.c",
+                            "#define STB_SPRINTF_IMPLEMENTATION\n"
+                            "#include \"stb_sprintf.h\"\n");
+    }
+    if (!of.name.empty()) {
+        std::filesystem::copy_file(of.source, folder / of.name);
+        return of.name;
+    }
+    return of.source;
+}
+
+Finished compile(const toolchain& with, const sample& of, const ScratchFolder& folder) {
+    const std::string source = source_in(folder, of);
+    std::vector<std::string> command = compiler(with, source);
+    for (const std::string& word : words_in(of.flags)) {
+        command.push_back(word);
+    }
+    command.insert(command.end(), {"-w", "-I", root, "-I/usr/include/stb"});
+    if (is_cpp(source)) {
+        command.push_back("-std=c++20");
+    }
+    command.insert(command.end(), {"-S", source, "-o", "code.s"});
+    RunOptions options;
+    options.directory = folder.path();
+    return run_program(command, options);
+}
+
+std::string object_of(const toolchain& with, const sample& of, const ScratchFolder& folder,
+                      const std::string& text) {
+    folder.write("one.s", text);
+    std::vector<std::string> command = assembler(with, of.flags);
+    command.insert(command.end(), {"one.s", "-o", "one.o"});
+    RunOptions options;
+    options.directory = folder.path();
+    const Finished it = run_program(command, options);
+    EXPECT_EQ(it.status, 0) << it.err;
+    return folder.read("one.o");
+}
+
+figures check(const toolchain& with, const sample& of) {
+    const ScratchFolder folder;
+    const Finished compiled = compile(with, of, folder);
+    EXPECT_EQ(compiled.status, 0) << compiled.err;
+    const std::string text = folder.read("code.s");
+    const listing_input input = {.name = "code.s",
+                                 .text = text,
+                                 .target = with.target,
+                                 .directory = folder.path(),
+                                 .modified = 0,
+                                 .command = {}};
+    listing_options options = quiet();
+    options.mangled = true;
+    const std::string code = list({input}, options).text;
+    options.all = true;
+    const std::string all = list({input}, options).text;
+    options.all = false;
+    options.json = true;
+    std::vector<nlohmann::json> objects;
+    for (const std::string& line : lines_of(list({input}, options).text)) {
+        objects.push_back(nlohmann::json::parse(line));
+    }
+    const whole_listing whole = take_apart(all, objects, with.comment, folder.path());
+    EXPECT_TRUE(whole.assembly == text) << "more or less was added than comments";
+    EXPECT_EQ(whole.code.size(), objects.size());
+    EXPECT_TRUE(object_of(with, of, folder, all) == object_of(with, of, folder, text))
+        << "the listing's object is another";
+    check_filtered(code, whole, objects, with.comment);
+    folder.write("labelled.s", whole.labelled);
+    const object_truth truth =
+        read_object(with, folder.path(), "labelled.s", of.flags, label_prefix);
+    return checker(whole, truth).check();
+}
+
+class Truth : public testing::TestWithParam<toolchain> {};
+
+TEST_P(Truth, IsTold) {
+    const toolchain& with = GetParam();
+    if (const std::string missing = missing_programs(with); !missing.empty() && !is_required()) {
+        GTEST_SKIP() << "not installed:" << missing;
+    }
+    figures all;
+    for (const sample& it : samples_for(with)) {
+        SCOPED_TRACE(it.source + " " + it.flags);
+        const figures found = check(with, it);
+        EXPECT_GT(found.code, 0U);
+        all.code += found.code;
+        all.inlined += found.inlined;
+        all.wrong += found.wrong;
+    }
+    std::cout << with.name << ": " << all.code << " lines of code, " << all.inlined
+              << " inlined, wrong " << all.wrong << "\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(Listings, Truth, testing::ValuesIn(toolchains),
+                         [](const auto& it) { return std::string(it.param.name); });
+
+}  // namespace
