@@ -85,8 +85,7 @@ const char* read_literal_length(const char* at, std::uint64_t* length, const cha
             return at;
         }
         // The payload starts one further on than the length was read for.
-        const bool closed = at < *saved_end && *at == '_' && state->input_end < *saved_end;
-        if (!closed) {
+        if (state->input_end == *saved_end || *at != '_') {
             report_bad_name(state);
             return at;
         }

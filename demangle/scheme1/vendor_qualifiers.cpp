@@ -52,8 +52,10 @@ void emit_vendor_name(const vendor_qualifier& qualifier, eabi_decode_state* stat
         qualifier.name.size() > opencl_vector.size()) {
         const std::string_view count = qualifier.name.substr(opencl_vector.size());
         if (count.find_first_not_of("0123456789") == std::string_view::npos) {
-            std::uint64_t elements = 0;
-            read_number(count.data(), &elements, state);
+            std::uint64_t elements = 0;  // of the name's own digits: more may follow the name
+            for (const char digit : count) {
+                elements = elements * 10 + static_cast<std::uint64_t>(digit - '0');
+            }
             emit_text("OpenCL Vector of ", state);
             emit_number(elements, state);
             emit_char(' ', state);

@@ -1,6 +1,7 @@
 // Scheme 0's names, row by row: entities, class names, special and compressed names.
 #include <gtest/gtest.h>
 
+#include "demangle/decode.h"
 #include "tests/demangle/scheme0/rows.h"
 
 TEST(Scheme0Names, SymbolsThatAreNotMangledComeBackVerbatim) {
@@ -345,6 +346,19 @@ TEST(Scheme0Names, TablesNameTheClassesTheyLieWithin) {
     });
 }
 
+TEST(Scheme0Names, OneOrTwoCharactersLeftOfATablesRunAreNoFurtherClass) {
+    for (const Row& row :
+         {Row{"__vtbl__3A__", "virtual function table for A"},
+          Row{"__vtbl__6A__B__", "virtual function table for A in B"},
+          Row{"__vtbl__" + run("A" + args("i") + "_"), "virtual function table for A<int>"},
+          Row{"__vtbl__" + run("A" + args("i") + "__"), "virtual function table for A<int>"},
+          Row{"__vtbl__" + run("A" + args("i") + "xyz"), "virtual function table for A<int>"}}) {
+        const hostile::Result result = hostile::decode(row.name, 1, 100);
+        EXPECT_TRUE(result.error) << row.name;
+        EXPECT_EQ(result.text, row.text) << row.name;
+    }
+}
+
 TEST(Scheme0Names, CompressedNamesExpand) {
     expect_rows({
         {"__CPR5__f__Fi", "f(int)"},
@@ -384,6 +398,24 @@ TEST(Scheme0Names, CompressedNamesThatAreNotWellFormedAreBad) {
     EXPECT_EQ(decoded("__CPR6__a1bJ1J"), bad_name);  // one character less
     EXPECT_EQ(decoded("__CPR4__a1bJ1J"), bad_name);  // one more
     EXPECT_EQ(decoded("__CPR5__a1bJ1J"), "a1b1b");
+}
+
+// What the buffer happens to hold is no part of the expansion.
+TEST(Scheme0Names, CompressedNamesRepeatNothingThatIsNotThereYet) {
+    for (const char filler : {'1', '0', 'b', '_'}) {
+        for (const char* const name :
+             {"__CPR11__a3bJ1J__Fv", "__CPR7__aJ1J__Fv", "__CPR9__a2bJ1J__Fv",
+              "__CPR10__a12J1J__Fv", "__CPR7__a1J1J_Fv", "__CPR10__a2bJ1J__F"}) {
+            std::string buffer(64, filler);
+            int error = 0;
+            int overflow = 0;
+            std::size_t needed = 0;
+            decode_identifier(name, buffer.data(), buffer.size(), &error, &overflow, &needed, 1);
+            EXPECT_EQ(error, 1) << name << ' ' << filler;
+            EXPECT_EQ(overflow, 0) << name << ' ' << filler;
+            EXPECT_STREQ(buffer.c_str(), "") << name << ' ' << filler;
+        }
+    }
 }
 
 // Nothing stands for nothing, but its NUL and that of its text need room.

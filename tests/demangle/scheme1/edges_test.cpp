@@ -38,6 +38,11 @@ TEST(Scheme1Edges, NumbersWithoutDigits) {
         {"_Z1fU15__opencl_vectorf", "f(__opencl_vector float)"},
         {"_Z1fU16__opencl_vector4f", "f(OpenCL Vector of 4 float)"},
         {"_Z1fU17__opencl_vector16f", "f(OpenCL Vector of 16 float)"},
+        {"_Z1fU16__opencl_vector41A", "f(OpenCL Vector of 4 A)"},
+        {"_Z1fU17__opencl_vector0410stringviewPS0_",
+         "f(OpenCL Vector of 4 stringview, OpenCL Vector of 4 stringview *)"},
+        {"_Z1fU16__opencl_vectorxf", "f(__opencl_vectorx float)"},
+        {"_Z1fU15__opencl_vector1A", "f(__opencl_vector A)"},
         {"_Z1fU17__opencl_vector1xf", "f(__opencl_vector1x float)"},
         {"_Z1fU17x__opencl_vector4f", "f(x__opencl_vector4 float)"},
     };
@@ -51,6 +56,7 @@ TEST(Scheme1Edges, ImagesOfLongDoubles) {
         {"1AILe3fff8000000000000000EE", "A<(long double)1>"},
         {"1AILe00003fff8000000000000000EE", "A<(long double)1>"},
         {"1AILe0000000000003fff8000000000000000EE", "A<(long double)1>"},
+        {"1AILe12343fff8000000000000000EE", "A<(long double)1>"},  // padding is no part of it
         {"1AILe3fff0000000000000000000000000000EE", "A<(long double)1>"},
         {"1AILec0008000000000000000EE", "A<(long double)-2>"},
         {"1AILe0000c0008000000000000000EE", "A<(long double)-2>"},
