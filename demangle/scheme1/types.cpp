@@ -554,7 +554,9 @@ void eabi_type_suffix(const char* at, unsigned cv_qualifiers, bool marked,
                 marked = false;
                 break;
             case 'S':
-                eabi_substitution(at, subst_type_suffix, cv, marked, nullptr, state);
+                if (!is_module_reference(at, state)) {  // in front of a name
+                    eabi_substitution(at, subst_type_suffix, cv, marked, nullptr, state);
+                }
                 return;
             default:
                 if (!at_function(at)) {

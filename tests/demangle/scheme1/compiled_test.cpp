@@ -695,6 +695,19 @@ TEST(Scheme1Compiled, ModulesThatComeBack) {
          "P::hf@foo.bar(P::Hid@foo.bar, N::Z@foo.bar, K@foo.bar *)"},
         {"_ZW3baz3twoPW3fooW3bar1KPN1NS1_1ZEPNS4_S1_2TmIS2_EE",
          "two@baz(K@foo.bar *, N::Z@foo.bar *, N::Tm@foo.bar<K@foo.bar> *)"},
+        // Behind what has a part that follows the declarator.
+        {"_ZW3baz1fA3_S_1B", "f@baz(B@baz [3])"},
+        {"_ZW3baz1fRA3_KS_1B", "f@baz(const B@baz (&)[3])"},
+        {"_ZW3baz1fA_PS_1B", "f@baz(B@baz *[])"},
+        {"_ZW3baz1fA2_A3_S_1B", "f@baz(B@baz [2][3])"},
+        {"_ZW3baz1fPFS_1BvE", "f@baz(B@baz (*)())"},
+        {"_ZW3baz1fPFRS_1BS0_E", "f@baz(B@baz &(*)(B@baz))"},
+        {"_ZW3baz1fPFS_1BPS0_E", "f@baz(B@baz (*)(B@baz *))"},
+        {"_ZW3baz1fM1CFS_1BvE", "f@baz(B@baz (C::*)())"},
+        {"_ZW3baz1fMS_1BA3_S0_", "f@baz(B@baz (B@baz::*)[3])"},
+        {"_ZW3baz1fRA3_S_1BIiE", "f@baz(B@baz<int> (&)[3])"},
+        {"_ZW3baz1fRA3_NS_1B1CE", "f@baz(B@baz::C (&)[3])"},
+        {"_ZW3baz1fDTcvRA3_S_1Bfp_E", "f@baz(decltype(B@baz (&)[3](param#1)))"},
     };
     expect_extended_rows(rows);
 }
