@@ -95,7 +95,7 @@ export async function marked(pane: ReturnType<Page["getByRole"]>, name: string):
 }
 
 // Waits until `get` gives what is expected.
-export async function eventually<T>(get: () => Promise<T>, expected: T): Promise<void> {
+export async function eventually<T>(get: () => Promise<T>, expected: T, what = ""): Promise<void> {
     for (let tries = 0; ; ++tries) {
         const now = await get();
         try {
@@ -103,7 +103,7 @@ export async function eventually<T>(get: () => Promise<T>, expected: T): Promise
             return;
         } catch (error) {
             if (tries === 60) {
-                throw error;
+                throw what === "" ? error : new Error(what, { cause: error });
             }
             await new Promise((resolve) => setTimeout(resolve, 50));
         }

@@ -63,6 +63,17 @@ test("lines are numbered", () =>
         );
     }));
 
+test("no font draws other signs than the letters that stand there", () =>
+    withPage(sumPage, async (page) => {
+        for (const pane of [source(page), code(page)]) {
+            const drawn = await pane
+                .locator(".cm-line")
+                .first()
+                .evaluate((e) => getComputedStyle(e).fontVariantLigatures);
+            assert.equal(drawn, "none");
+        }
+    }));
+
 test("the code tells the line of each stretch", () =>
     withPage(sumPage, async (page) => {
         const lines = await code(page).locator(".source-column .source-line").allInnerTexts();
