@@ -15,7 +15,8 @@
 // Little is read at first, and after a jump: it often serves one short function.
 constexpr std::size_t first_read = 8192;
 
-// How far the search for odd bytes goes beyond what was asked for.
+// How far the search for odd bytes goes beyond what was asked for: at most this far, and
+// behind a jump, where little may be asked for, no farther than it has come already.
 constexpr std::size_t search_ahead = 4096;
 
 static std::size_t less_or_zero(std::size_t value, std::size_t by) {
@@ -254,7 +255,8 @@ static bool is_plain(input_stream& input, std::size_t from, std::size_t to) {
     }
     if (to > input.plain_to) {
         // Farther than asked for, but not over a whole window that may be left.
-        const std::size_t until = std::min(input.end, std::max(to, input.plain_to + search_ahead));
+        const std::size_t ahead = std::min(to - input.plain_from, search_ahead);
+        const std::size_t until = std::min(input.end, std::max(to, input.plain_to + ahead));
         input.plain_to = find_special(input.window, input.plain_to, until);
     }
     return to <= input.plain_to;

@@ -1,5 +1,7 @@
 #include "tests/support/faults.h"
 
+#include <sys/uio.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -27,6 +29,15 @@ void trace(const char* call, std::size_t size) {
     }
 }
 
+bool is_interrupted() {
+    static bool last = false;
+    last = faults.interrupts_writes && !last;
+    if (last) {
+        errno = EINTR;
+    }
+    return last;
+}
+
 std::size_t number_of(FILE* stream) {
     const auto found = std::find(faults.opened.begin(), faults.opened.end(), stream);
     return static_cast<std::size_t>(found - faults.opened.begin()) + 1;
@@ -45,6 +56,8 @@ FILE* __real_fopen(const char* name, const char* mode);
 int __real_fclose(FILE* stream);
 std::size_t __real_fread(void* to, std::size_t size, std::size_t count, FILE* stream);
 std::size_t __real_fwrite(const void* from, std::size_t size, std::size_t count, FILE* stream);
+ssize_t __real_write(int descriptor, const void* from, std::size_t size);
+ssize_t __real_writev(int descriptor, const iovec* parts, int count);
 int __real_rename(const char* from, const char* to);
 pid_t __real_getpid();
 void (*__real_signal(int sig, void (*handler)(int)))(int);
@@ -90,6 +103,28 @@ std::size_t __wrap_fread(void* to, std::size_t size, std::size_t count, FILE* st
 std::size_t __wrap_fwrite(const void* from, std::size_t size, std::size_t count, FILE* stream) {
     trace("write", count * size);
     return __real_fwrite(from, size, is_due(faults.failing_write) ? count - 1 : count, stream);
+}
+
+ssize_t __wrap_write(int descriptor, const void* from, std::size_t size) {
+    if (is_interrupted()) {
+        return -1;
+    }
+    const bool is_short = faults.longest_write != 0;
+    return __real_write(descriptor, from, is_short ? std::min(size, faults.longest_write) : size);
+}
+
+ssize_t __wrap_writev(int descriptor, const iovec* parts, int count) {
+    if (is_interrupted()) {
+        return -1;
+    }
+    if (faults.longest_write == 0) {
+        return __real_writev(descriptor, parts, count);
+    }
+    std::string text;
+    for (const iovec* part = parts; part != parts + count; ++part) {
+        text.append(static_cast<const char*>(part->iov_base), part->iov_len);
+    }
+    return __real_write(descriptor, text.data(), std::min(text.size(), faults.longest_write));
 }
 
 int __wrap_rename(const char* from, const char* to) {

@@ -20,6 +20,8 @@ struct Faults {
     int rename_error = 0;            // not 0: rename fails with this errno
     int failing_close = 0;           // the fclose that fails, counting from 1
     int failing_write = 0;           // the fwrite that is one byte short, counting from 1
+    std::size_t longest_write = 0;   // not 0: write and writev take no more at once
+    bool interrupts_writes = false;  // every other one has EINTR instead
     pid_t pid = 0;                   // not 0: what getpid gives
     std::vector<std::string> trace;  // opens, reads, writes and closes, in order
     std::vector<FILE*> opened;       // what fopen gave, which the trace numbers from 1

@@ -630,3 +630,35 @@ TEST(Append, TheLargestSizeIsAccepted) {
     EXPECT_EQ(text[size - 1], '\0');
     munmap(room, size);
 }
+
+TEST(SignalReport, IsWholeWhereWritesAreShortOrInterrupted) {
+    constexpr std::size_t lengths[] = {0, 1, 7, 40, 300};
+    for (const std::size_t longest : lengths) {
+        for (const bool interrupted : {false, true}) {
+            SCOPED_TRACE(longest);
+            const auto reported = [=](int signal_number, const char* detail) {
+                const Finished child = in_child([=] {
+                    faults.longest_write = longest;
+                    faults.interrupts_writes = interrupted;
+                    common_signal_handler(signal_number, "cl", detail);
+                });
+                EXPECT_EQ(child.status, 2);
+                return child.err;
+            };
+            EXPECT_EQ(reported(SIGTERM, nullptr), "[cl received a terminate signal]\n");
+            EXPECT_EQ(reported(SIGINT, nullptr), "[cl forced exit]\n");
+            EXPECT_EQ(reported(SIGSEGV, "while compiling"),
+                      report("INTERNAL ERROR: cl experienced a segmentation fault",
+                             "                  while compiling\n"));
+        }
+    }
+}
+
+TEST(SignalReport, EndsTheProcessWhereItCannotBeWritten) {
+    const Finished child = in_child([] {
+        close(STDERR_FILENO);
+        common_signal_handler(SIGSEGV, "cl", nullptr);
+    });
+    EXPECT_EQ(child.status, 2);
+    EXPECT_EQ(child.err, "");
+}
