@@ -40,7 +40,8 @@ OUT_OF_LINE bool ends_in_less(const last_component& component, const char* args,
         return true;
     }
     const char* at = last_name_of(component, state);
-    if (at == nullptr || !is_digit(*at)) {
+    // A bad name's length may lead anywhere.
+    if (at == nullptr || !is_digit(*at) || state->error_seen != 0) {
         return false;
     }
     std::size_t length = 0;

@@ -198,3 +198,37 @@ TEST(Scheme1Hostile, SizesAndNumbersPastEveryWordEndCleanly) {
         EXPECT_TRUE(keeps_its_promises(name, 1500, true));
     }
 }
+
+// What stands behind a name looks at the name's last letter: not at that of a bad one.
+TEST(Scheme1Hostile, NothingIsReadOfANameThatIsLongerThanTheInput) {
+    for (const std::string length :
+         {"99", "9999", "99999999", "9999999999999999", "18446744073709551615"}) {
+        for (const std::string& name : {length + "IiE",
+                                        "1AI" + length + "IiEE",
+                                        "_ZN1AI" + length + "IiEE1fEv",
+                                        "_ZN1A<" + length + "IiEEv",
+                                        "_Zlt" + length + "IiEv",
+                                        "_Z1fI1A<I" + length + "IiE",
+                                        "_Z1fISt" + length + "IiEEvv",
+                                        "_ZN1AI" + length + "C1IiEEEv",
+                                        "_ZN2A<" + length + "C1IiEEv",
+                                        "_ZN2A<" + length + "D1IiEEv",
+                                        "_Z1fI1AIL_Z" + length + "IiEEvv",
+                                        "Dt1AIX" + length + "IiEEEE",
+                                        "DtsrT_" + length + "IiEE",
+                                        "Dtdtfp_" + length + "IiEE",
+                                        "Dton" + length + "IiEE",
+                                        "_Z1fI2a<S_IiE" + length + "IiEE",
+                                        "u" + length + "IiE",
+                                        "U" + length + "IiEi",
+                                        "1AIU" + length + "IiEiE",
+                                        "_Z1fI" + length + "B1<IiEEvv"}) {
+            for (const std::size_t size : {0UL, 1UL, 2UL, 3UL, 4UL, 7UL, 100UL}) {
+                EXPECT_TRUE(keeps_its_promises(name, size, true));
+                const ExtendedNames extended;
+                EXPECT_TRUE(keeps_its_promises(name, size, true));
+            }
+            EXPECT_EQ(decoded(name), "<bad name>") << name;
+        }
+    }
+}
