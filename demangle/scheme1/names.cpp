@@ -305,10 +305,6 @@ OUT_OF_LINE static const char* other_class_type(const char* at, last_component* 
     const std::uint64_t text_at = state->out_len;
     name_record record;
     subst_kind kind = subst_type;
-    if (*at == 'B') {
-        report_bad_name(state);
-        return at;
-    }
     if (*at == 'Z') {
         at = name_part(at, &record, component, state);
     } else {

@@ -258,6 +258,13 @@ TEST(Scheme1Bounds, AThousandPointersAreRead) {
         [] { EXPECT_EQ(decoded(std::string(1000, 'P') + "i"), "int " + std::string(1000, '*')); });
 }
 
+TEST(Scheme1Bounds, ALevelMoreThanTheDeepestIsABadName) {
+    on_small_stack([] {
+        EXPECT_EQ(decoded(std::string(1023, 'P') + "i"), "int " + std::string(1023, '*'));
+        EXPECT_EQ(decoded(std::string(1024, 'P') + "i"), "<bad name>");
+    });
+}
+
 TEST(Scheme1Bounds, NestedTemplateArgumentsAreRead) {
     on_small_stack([] {
         EXPECT_EQ(decoded(repeated("1AI", 200) + "i" + repeated("E", 200)),

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "demangle/decode_eabi.h"
+#include "demangle/decode_id.h"
 #include "tests/demangle/scheme1/rows.h"
 
 TEST(Scheme1Edges, UnnamedNamespacesBeginWithAFixedText) {
@@ -104,4 +105,125 @@ TEST(Scheme1Edges, OneBaseObjectConstructorMakesASubobject) {
     EXPECT_TRUE(decode_is_ia64_subobject("_ZZN1AC1EvEN1BC2Ev"));
     EXPECT_TRUE(decode_is_ia64_subobject("_ZZN1AD2EvEN1BD0Ev"));
     EXPECT_FALSE(decode_is_ia64_subobject("_ZZN1AC1EvEN1BC1Ev"));
+}
+
+TEST(Scheme1Edges, ACovariantThunkHasTwoOffsets) {
+    static constexpr Row rows[] = {
+        {"_ZTch0_h8_1fv", "Covariant thunk for (offset 0) (offset 8) f()"},
+        {"_ZTch0_1fv", bad},
+        {"_ZTch0_x8_1fv", bad},
+        {"_ZTc1fv", bad},
+        {"_ZTcv0_n1_1fv", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, ValuesThatAreNoNumbers) {
+    static constexpr Row rows[] = {
+        {"1AILe7fff8000000000000000EE", "A<(long double)inf>"},
+        {"1AILeffff8000000000000000EE", "A<(long double)-inf>"},
+        {"1AILe7fffc000000000000000EE", "A<(long double)nan>"},
+        {"1AILe7fff8000000000000001EE", "A<(long double)nan>"},
+        {"1AILe7fff0000000000000000000000000000EE", "A<(long double)inf>"},
+        {"1AILe7fff0000000000000000000000000001EE", "A<(long double)nan>"},
+        {"1AILe7fff8000000000000000000000000000EE", "A<(long double)nan>"},
+        {"1AILf7f800000EE", "A<(float)inf>"},
+        {"1AILd7ff8000000000000EE", "A<(double)nan>"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, AbbreviationsAsClassesAndTemplates) {
+    static constexpr Row rows[] = {
+        {"_ZNStC1Ev", "std::std()"},
+        {"_ZNStD1Ev", "std::~std()"},
+        {"_ZNSaIcEC1Ev", "std::allocator<char>::allocator()"},
+        {"_ZN1AcvSaIiEEv", "A::operator std::allocator<int>()"},
+        {"_ZN1AcvSbIcEEv", "A::operator std::basic_string<char>()"},
+        {"_ZN1AcvSsIiEEv",
+         "A::operator std::basic_string<char, std::char_traits<char>, "
+         "std::allocator<char>><int>()"},
+        {"_Z1fSz", "f()"},
+        {"_Z1fPSz", "f( *)"},
+        {"_Z1fSe", "f()"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, ElaboratedTypesTakeAnyNameOfAClass) {
+    static constexpr Row rows[] = {
+        {"Ts1A", "struct A"},
+        {"TuN1A1BE", "union A::B"},
+        {"TeZ1fvE1x", "enum f()::x"},
+        {"TsSt1A", "struct std::A"},
+        {"_Z1f1ATsS_", "f(A, struct A)"},
+        {"TsUt_", "struct [unnamed type (instance 1)]"},
+        {"Tsi", bad},
+        {"TsP1A", bad},
+        {"Ts", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, VendorOperatorsBeginWithTheNumberOfTheirOperands) {
+    static constexpr Row rows[] = {
+        {"Dtv19builtinabT_E", "decltype(builtin-operation-ab(T1))"},
+        {"Dtv09builtinabE", "decltype(builtin-operation-ab())"},
+        {"Dtvx9builtinabT_E", bad},
+        {"Dtv:9builtinabT_E", bad},
+        {"Dtv/9builtinabT_E", bad},
+        {"Dtvx12clisubscriptT_E", bad},
+        {"Dtv", bad},
+        {"Dtv1", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, GreaterInATypeThatAnExpressionShows) {
+    static constexpr Row rows[] = {
+        {"1AIXscAgtT_T0__iT_EE", "A<(static_cast<int [T1 > T2]>(T1))>"},
+        {"1AIXcvAgtT_T0__iT_EE", "A<(int [T1 > T2](T1))>"},
+        {"1AIXspcvAgtT_T0__iT_EE", "A<(int [T1 > T2](T1))...>"},
+        {"1AIXspgtT_T0_EE", "A<(T1 > T2)...>"},
+        {"1AIXsr1BIXgtT_T0_EE1xEE", "A<B<(T1 > T2)>::x>"},
+        {"1AIXstAgtT_T0__iEE", "A<sizeof(int [T1 > T2])>"},
+        {"1AIXszgtT_T0_EE", "A<sizeof(T1 > T2)>"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, AReferenceToAFunctionKeepsTheArgumentsOfItsParameters) {
+    static constexpr Row rows[] = {
+        {"_Z1fIiEvPDoFvT_IiEEPS2_",
+         "void f<int>(void (*)(T1<int>) noexcept, void (*)(T1<int>) noexcept)"},
+        {"_Z1fIiEvPFvT_IiEEPS2_", "void f<int>(void (*)(T1<int>), void (*)(T1<int>))"},
+        {"_Z1fIiEvPDwiEFvT_IiEEPS2_",
+         "void f<int>(void (*)(T1<int>) throw(int), void (*)(T1<int>) throw(int))"},
+        {"_Z1fIiEvPDxFvT_IiEEPS2_",
+         "void f<int>(void (*)(T1<int>) transaction_safe, void (*)(T1<int>) transaction_safe)"},
+        {"_Z1fIiEvM1ADoFvT_IiEEMS0_S3_",
+         "void f<int>(void (A::*)(T1<int>) noexcept, void (A::*)(T1<int>) noexcept)"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, ParametersOfALambdaMayBeConstrainedTemplates) {
+    const ExtendedNames extended;
+    static constexpr Row rows[] = {
+        {"_ZN1xMUlTtTyEvE_E", "x::[lambda() (instance 1)]"},
+        {"_ZN1xMUlTtTyQ1CIT_EET_E_clEv", "x::[lambda(auto:1) (instance 1)]::operator ()()"},
+        {"_ZN1xMUlTtTyQ1CIiEvE_E", bad},
+        {"_ZN1xMUlTtTyR1CIiEEvE_E", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, SubobjectsAreToldByTheNamesThatAreOpen) {
+    EXPECT_FALSE(decode_is_ia64_subobject("_ZGTtN1AC2Ev"));
+    for (const int open : {1, 2, -1}) {
+        decode_extended_names = open;
+        EXPECT_TRUE(decode_is_ia64_subobject("_ZGTtN1AC2Ev")) << open;
+        EXPECT_EQ(decoded("_ZTIDh"), "Typeinfo for _Float16") << open;
+    }
+    decode_extended_names = 0;
 }

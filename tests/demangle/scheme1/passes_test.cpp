@@ -104,6 +104,10 @@ TEST(Scheme1Passes, InputLeftOverIsAnErrorBehindTheWholeText) {
     EXPECT_EQ(outcome.text, "f()");
     EXPECT_EQ(outcome.error, 1);
     EXPECT_EQ(outcome.overflow, 0);
+    // It asks for no second attempt.
+    const Outcome conversion = decode_into("_ZN1AcvPT_IiEEvE", 500);
+    EXPECT_EQ(conversion.text, "A::operator T1 *<int>()");
+    EXPECT_EQ(conversion.error, 1);
 }
 
 TEST(Scheme1Passes, ReferencesToMovedTextReadTheSame) {
