@@ -294,12 +294,9 @@ const char* unqualified_name(const char* at, last_component* component, eabi_dec
     } else if (*at == 'D') {
         at = structured_binding(at, state);
         component->last_name = 0;
-    } else if (*at >= 'a' && *at <= 'z') {
+    } else {
         at = operator_name(at, component, state);
         component->last_name = 0;
-    } else {
-        report_bad_name(state);
-        return at;
     }
     if (*at == 'B') {
         at = abi_tags(at, state);

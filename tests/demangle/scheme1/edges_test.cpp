@@ -227,3 +227,25 @@ TEST(Scheme1Edges, SubobjectsAreToldByTheNamesThatAreOpen) {
     }
     decode_extended_names = 0;
 }
+
+TEST(Scheme1Edges, ClassesOfAMemberInAnExpression) {
+    static constexpr Row rows[] = {
+        {"Dtsr1A1xE", "decltype(A::x)"},
+        {"Dtsr1A1BE1xE", "decltype(A::B::x)"},
+        {"Dtsr1A1B1CE1xE", "decltype(A::B::C::x)"},
+        {"Dtsr1AIiE1B1CE1xE", "decltype(A<int>::B::C::x)"},
+        {"Dtsr1A1B1xEE", bad},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, NamesOfOneCharacterAndOfMany) {
+    static constexpr Row rows[] = {
+        {"_ZN1:C1ERKS_S1_S1_S1_S1_", "::::(const : &, const : &, const : &, const : &, const : &)"},
+        {"_ZN1/C1ERKS_S1_S1_S1_S1_", "/::/(const / &, const / &, const / &, const / &, const / &)"},
+        {"12abcdefghijk<IiE", "abcdefghijk< <int>"},
+        {"_ZN12abcdefghijk<IiE1fEv", "abcdefghijk< <int>::f()"},
+        {"_Z012abcdefghijklv", "abcdefghijkl()"},
+    };
+    expect_rows(rows);
+}
