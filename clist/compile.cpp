@@ -171,11 +171,12 @@ std::string output_of(const arguments& given, std::size_t source) {
 }
 
 compiled compile(const arguments& given, std::size_t source, const compile_settings& settings) {
-    const scratch_folder scratch;
+    scratch_folder scratch;
     const std::string name = given.all[source].option;
     const std::string stem = name == "-" ? "stdin" : fs::path(name).stem().string();
-    const std::string file = scratch.path() + "/" + stem + ".s";
-    const std::string messages = scratch.path() + "/messages";
+    const std::string file = scratch.file(stem + ".s");
+    const std::string rule = scratch.file(stem + ".s.d");
+    const std::string messages = scratch.file("messages");
     run_settings how;
     how.output_to_error = true;
     if (settings.is_extra) {
@@ -205,7 +206,15 @@ compiled compile(const arguments& given, std::size_t source, const compile_setti
         return result;
     }
     if (settings.tells_dependencies) {
-        result.dependencies = read_dependencies(read_whole(file + ".d", ignored).value_or(""));
+        std::string error;
+        const std::optional<std::string> text = read_whole(rule, error);
+        if (!text) {
+            result.status = 1;
+            result.error =
+                given.given.front() + " left no list of what " + name + " includes: " + error;
+            return result;
+        }
+        result.dependencies = read_dependencies(*text);
     }
     return result;
 }

@@ -2,11 +2,11 @@
 #include "clist/launcher.h"
 
 #include <sys/resource.h>
-#include <sys/stat.h>
 
 #include <csignal>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 
 #include "clist/messages.h"
 #include "clist/process.h"
@@ -14,17 +14,14 @@
 namespace clist {
 namespace {
 
+namespace fs = std::filesystem;
+
 // Ends as the compiler was ended, without a core file of our own.
 void end_by(int signal) {
     const rlimit no_core{0, 0};
     setrlimit(RLIMIT_CORE, &no_core);
     std::signal(signal, SIG_DFL);
     raise(signal);
-}
-
-bool is_regular_file(const std::string& name) {
-    struct stat status {};
-    return stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 std::string first_line(const std::string& text) {
@@ -35,14 +32,15 @@ std::string first_line(const std::string& text) {
 bool list_beside(const arguments& command, std::size_t source, const options& given,
                  const listing_writer& write_listing) {
     const std::string object = output_of(command, source);
-    if (!is_regular_file(object)) {
-        return true;
-    }
     compile_settings settings;
     settings.intel = given.intel;
     settings.is_extra = true;
     std::string failure;
     try {
+        // Nothing is left beside a device, or where the compiler made something else.
+        if (!fs::is_regular_file(object)) {
+            return true;
+        }
         compiled made = compile(command, source, settings);
         if (made.status == 0) {
             return write_listing(command, source, made, given, object + given.suffix);

@@ -13,6 +13,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "clist/messages.h"
+
 namespace clist {
 namespace {
 
@@ -193,9 +195,22 @@ scratch_folder::scratch_folder() {
     }
 }
 
+std::string scratch_folder::file(const std::string& name) {
+    return files_.emplace_back(path_ + "/" + name);
+}
+
 scratch_folder::~scratch_folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    for (const std::string& file : files_) {
+        unlink(file.c_str());
+    }
+    if (rmdir(path_.c_str()) == 0) {
+        return;
+    }
+    std::error_code failure;
+    std::filesystem::remove_all(path_, failure);
+    if (failure) {
+        say("cannot remove " + path_ + ": " + failure.message());
+    }
 }
 
 }  // namespace clist

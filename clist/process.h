@@ -59,11 +59,14 @@ class scratch_folder {
     scratch_folder(const scratch_folder&) = delete;
     scratch_folder& operator=(const scratch_folder&) = delete;
 
-    const std::string& path() const { return path_; }
+    // The path of a file in it. Those are removed even where there is no memory left to
+    // look what else lies there.
+    std::string file(const std::string& name);
 
   private:
     signal_hold hold_;
     std::string path_;
+    std::vector<std::string> files_;
 };
 
 }  // namespace clist

@@ -141,9 +141,9 @@ std::string own_program() {
 // Ninja tells of a dry run what is still to be made, a description on each line.
 std::vector<std::string> remaining_steps(const std::vector<std::string>& ninja,
                                          const std::vector<listing_step>& steps) {
-    const scratch_folder scratch;
+    scratch_folder scratch;
     run_settings quietly;
-    quietly.messages_to = scratch.path() + "/steps";
+    quietly.messages_to = scratch.file("steps");
     quietly.environment = {"NINJA_STATUS="};
     std::vector<std::string> words = ninja;
     words.emplace_back("-n");

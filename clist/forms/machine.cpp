@@ -96,9 +96,9 @@ static std::string as_comments(std::string_view text, std::string_view comment) 
 }
 
 std::string machine_analysis(const annotation& model, const std::vector<function_line>& lines) {
-    const scratch_folder folder;
-    const std::string code = folder.path() + "/code.s";
-    const std::string result = folder.path() + "/result";
+    scratch_folder folder;
+    const std::string code = folder.file("code.s");
+    const std::string result = folder.file("result");
     {
         std::ofstream file(code);
         if (model.code().text.find(".intel_syntax") != std::string_view::npos) {

@@ -35,6 +35,10 @@ struct tested_program {
     // An output that cannot be written whole stays as it was.
     bool keeps_old_outputs = false;
 
+    // Of its allocations one in so many fails, others in other scenarios, unless
+    // EVERY_ALLOCATION is in the environment.
+    int allocation_step = 1;
+
     // True where a run with status 0 may have this outcome, which is not that of the
     // run without a fault. Null: never.
     std::function<bool(const scenario&, const fault&, const outcome& whole, const outcome&)>
