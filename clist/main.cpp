@@ -30,9 +30,14 @@
 using namespace clist;
 using assembly::text_file;
 
+// Empty where there is none any more.
 static std::string working_directory() {
-    std::error_code ignored;
-    return std::filesystem::current_path(ignored).string();
+    std::error_code failure;
+    std::string directory = std::filesystem::current_path(failure);
+    if (failure == std::errc::not_enough_memory) {
+        throw std::bad_alloc();
+    }
+    return directory;
 }
 
 // What is listed: the texts, and the files that they lie in.
