@@ -24,8 +24,11 @@ for source in *.c; do
 done
 
 printf '\n=== clist %s -O1 -c walk.c\n\n' "${CC:-cc}"
-cat "$out/walk.c.lst"
+clist "${CC:-cc}" -O1 -c walk.c
 printf '\n=== clist --classic %s -O1 -c walk.c\n\n' "${CC:-cc}"
 # The debugging data behind the code is of no interest here.
 sed '/^[[:blank:]]*\.section[[:blank:]]*\.debug_/,$d' "$out/walk.c.cl"
-printf '\nThe whole listings, and those of the other examples, are in %s.\n' "$out" >&2
+{
+  printf '\nThe whole listings, and those of the other examples, are in %s.\n' "$out"
+  printf 'With your own source: build/demo/bin/clist gcc -O2 -c prog.c\n'
+} >&2

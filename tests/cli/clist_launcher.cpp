@@ -454,4 +454,21 @@ TEST(Launcher, StandsBeforeDistcc) {
     EXPECT_EQ(folder.read("a.o"), object);
     EXPECT_EQ(folder.read("a.o.lst"), listing);
     EXPECT_TRUE(server.has_compiled(3)) << server.log();
+
+    if (!has_command("ccache")) {
+        return;
+    }
+    options.set["CCACHE_DIR"] = server_folder / "cache";
+    options.set["CCACHE_CONFIGPATH"] = server_folder / "none";
+    options.set["CCACHE_PREFIX"] = "distcc";
+    options.unset = {"CCACHE_BASEDIR", "CCACHE_NOHASHDIR", "CCACHE_DISABLE"};
+    std::vector<string> cached = words;
+    cached.insert(cached.begin(), "ccache");
+    for (int turn = 0; turn < 2; ++turn) {
+        fs::remove(folder / "a.o.lst");
+        EXPECT_EQ(run_program(launched(cached), options).status, 0);
+        EXPECT_EQ(folder.read("a.o"), object);
+        EXPECT_EQ(folder.read("a.o.lst"), listing);
+        EXPECT_TRUE(server.has_compiled(5)) << server.log();
+    }
 }

@@ -204,6 +204,19 @@ TEST(ClistProject, ABrokenDatabaseIsReportedWithItsPlace) {
               "clist: build/compile_commands.json: No such file or directory\n");
 }
 
+TEST(ClistProject, ListingsNeedAFolder) {
+    const Project project;
+    project.folder.write("file", "");
+    const Finished none = project.list({"-o", "file/listings"});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.err, "clist: " + (project.folder / "file/listings") + ": Not a directory\n");
+    const string plan = project.folder / "out/.clist/build.ninja";
+    fs::create_directories(plan);
+    const Finished unplanned = project.list({"-o", "out"});
+    EXPECT_EQ(unplanned.status, 1);
+    EXPECT_EQ(unplanned.err, "clist: " + plan + ": Is a directory\n");
+}
+
 TEST(ClistProject, WithoutNinjaItSaysWhatToInstall) {
     const Project project;
     fs::create_directory(project.folder / "bin");

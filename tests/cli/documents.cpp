@@ -1,7 +1,9 @@
 // What README shows is what the programs print.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <string>
 
@@ -70,6 +72,36 @@ TEST(Readme, ShowsTheListingInBothForms) {
     const string kept = without_debugging(classic.out);
     EXPECT_GT(std::count(classic.out.begin(), classic.out.end(), '\n'),
               2 * std::count(kept.begin(), kept.end(), '\n'));
+}
+
+// Every option of --help, as each document spells it: bash's words stand between blanks.
+TEST(Documents, NameEveryOptionOfClist) {
+    const string help = in_examples({"--help"}).out;
+    const string manual = read_file("../../docs/man/clist.1");
+    const string bash = read_file("../../completions/clist.bash");
+    const string zsh = read_file("../../completions/_clist");
+    const string fish = read_file("../../completions/clist.fish");
+    static const std::regex option(R"((?:^|[\s(])--?([a-z][a-z-]*)\b)");
+    std::set<string> names;
+    for (std::sregex_iterator at(help.begin(), help.end(), option); at != std::sregex_iterator();
+         ++at) {
+        names.insert((*at)[1]);
+    }
+    // gcc's own.
+    names.erase("O");
+    names.erase("c");
+    EXPECT_GE(names.size(), 27U);
+    for (const string& name : names) {
+        const bool is_letter = name.size() == 1;
+        const string word = (is_letter ? "-" : "--") + name;
+        const auto matches = [&](const string& text, const string& pattern) {
+            return std::regex_search(text, std::regex(pattern));
+        };
+        EXPECT_TRUE(matches(manual, "(Fl|,) " + word.substr(1) + "\\b")) << word;
+        EXPECT_TRUE(matches(bash, "\\s" + word + "[\\s']")) << word;
+        EXPECT_TRUE(matches(zsh, word + "[^a-z]")) << word;
+        EXPECT_TRUE(matches(fish, (is_letter ? "-s " : "-l ") + name + "\\b")) << word;
+    }
 }
 
 TEST(Readme, SaysWhatTheProgramsTake) {
