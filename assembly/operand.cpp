@@ -13,16 +13,18 @@ namespace assembly {
 static char take_escape(std::string_view& rest) {
     const char c = rest.front();
     rest.remove_prefix(1);
-    const auto number = [&rest](std::size_t most, int base) {
+    const auto number = [&rest](std::size_t most, unsigned base) {
         unsigned value = 0;
         std::size_t taken = 0;
         while (taken < most && taken < rest.size()) {
             unsigned digit = 0;
             const char* at = rest.data() + taken;
-            if (std::from_chars(at, at + 1, digit, base).ec != std::errc()) {
+            // 8 and 9 are octal digits, too.
+            if (std::from_chars(at, at + 1, digit, static_cast<int>(std::max(base, 10U))).ec !=
+                std::errc()) {
                 break;
             }
-            value = (value * static_cast<unsigned>(base) + digit) & 0xffU;
+            value = (value * base + digit) & 0xffU;
             ++taken;
         }
         rest.remove_prefix(taken);
@@ -45,7 +47,7 @@ static char take_escape(std::string_view& rest) {
         default:
             break;
     }
-    if (c < '0' || c > '7') {
+    if (!is_digit(c)) {
         return c;
     }
     rest = std::string_view(rest.data() - 1, rest.size() + 1);

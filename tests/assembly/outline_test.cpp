@@ -247,6 +247,8 @@ TEST(SourceLookup, ADeclarationHasANameOnlyAsAWholeWord) {
     EXPECT_TRUE(declares(outline, 0, "foobar"));
     EXPECT_TRUE(declares(outline, 0, "bar"));
     EXPECT_FALSE(declares(outline, 0, "foo"));
+    EXPECT_FALSE(declares(outline, 0, "oobar"));
+    EXPECT_FALSE(declares(outline, 0, "ob"));
     EXPECT_FALSE(declares(outline, 0, ""));
 }
 

@@ -97,6 +97,19 @@ TEST(AssemblyFiles, EscapesInNamesAreResolved) {
     EXPECT_EQ(assembly.files.at(4).name, "A\b\f\n\r\tqA2.c");
 }
 
+// As the GNU assembler reads them.
+TEST(AssemblyFiles, EightAndNineAreOctalDigitsToo) {
+    const assembly_file assembly = read(
+        "\t.file 1 \"\\8\"\n"
+        "\t.file 2 \"\\18\"\n"
+        "\t.file 3 \"\\9a\"\n"
+        "\t.file 4 \"\\1018\"\n");
+    EXPECT_EQ(assembly.files.at(1).name, "\x08");
+    EXPECT_EQ(assembly.files.at(2).name, "\x10");
+    EXPECT_EQ(assembly.files.at(3).name, "\ta");
+    EXPECT_EQ(assembly.files.at(4).name, "A8");
+}
+
 TEST(AssemblyFiles, TheCompilationDirectoryIsThatOfFileZeroOrOfTheMainFile) {
     EXPECT_EQ(read("\t.file 0 \"/dir\" \"a.c\"\n\t.file 1 \"x\" \"a.c\"\n").compilation_directory,
               "/dir");

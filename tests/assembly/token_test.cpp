@@ -19,7 +19,7 @@ TEST(TokenEnd, OfARawStringIsItsOwnDelimiter) {
     EXPECT_EQ(end_of_raw_string("\"(a)\" b", 0), 5U);
     EXPECT_EQ(end_of_raw_string("\"x(a)\"\n)x\" b", 0), 10U);
     EXPECT_EQ(end_of_raw_string("\"(a", 0), 3U);
-    EXPECT_EQ(end_of_raw_string("\"0123456789abcdef(a)0123456789abcdef\"b", 0), 37U);
+    EXPECT_EQ(end_of_raw_string("\"0123456789abcdef(\")0123456789abcdef\"b", 0), 37U);
     // No delimiter is as long as this one.
     EXPECT_EQ(end_of_raw_string("\"0123456789abcdef0(a\"b", 0), 21U);
 }

@@ -259,6 +259,7 @@ TEST(Gas2interlistOutput, PastTheLimitOfFileSizesTheOldFileStays) {
     const Folder folder;
     folder.write("big.s", std::string(1 << 16, '\n'));
     folder.write("old.asm", "old");
+    signal(SIGXFSZ, SIG_DFL);
     for (const std::string name : {"old.asm", "new.asm"}) {
         expect_failure(folder.shell("ulimit -f 8; \"$0\" big.s -o " + name),
                        "stopped by the limit of file sizes");
@@ -284,6 +285,7 @@ TEST(Gas2interlistOutput, SignalsAreReportedWithStatusOne) {
           Case{SIGTERM, "TERM", "stopped by a request to terminate"},
           Case{SIGXCPU, "XCPU", "stopped by the limit of processor time"},
           Case{SIGXFSZ, "XFSZ", "stopped by the limit of file sizes"}}) {
+        signal(each.number, SIG_DFL);  // the tests may be run where it is ignored
         for (const bool is_ignored : {false, true}) {
             const std::string ignore = is_ignored ? "trap '' " + each.name + "; " : "";
             Running running = start_program(

@@ -489,6 +489,18 @@ TEST(Placement, ALastLineWithoutAnEndStaysTheLast) {
               "\t.loc 1 9\n\t.iendfunc\t20\n\tret");
 }
 
+TEST(Placement, AFunctionMayEndWithALineWithoutAnEnd) {
+    EXPECT_EQ(
+        placed("\t.file 1 \"a.c\"\n\t.type f, @function\nf:\n\t.loc 1 9\n\tret\n\t.size f, .-f",
+               sources),
+        "\t.file 1 \"a.c\"\n\t.ifile\t\"a.c\"\n\t.ifunc\t6\n\t.type f, @function\nf:\n"
+        "\t.loc 1 9\n\tret\n\t.iendfunc\t20\n\t.size f, .-f");
+    EXPECT_EQ(placed("\t.file 1 \"a.c\"\nf:\n\t.cfi_startproc\n\t.loc 1 9\n\tret\n\t.cfi_endproc",
+                     sources),
+              "\t.file 1 \"a.c\"\n\t.ifile\t\"a.c\"\n\t.ifunc\t6\nf:\n\t.cfi_startproc\n"
+              "\t.loc 1 9\n\tret\n\t.iendfunc\t20\n\t.cfi_endproc");
+}
+
 TEST(Placement, DirectiveLinesEndAsTheOthersDo) {
     EXPECT_EQ(placed("\t.file 1 \"a.c\"\r\n\t.type f, @function\r\nf:\r\n\t.loc 1 9\r\n\tret\r\n",
                      sources),
@@ -568,4 +580,10 @@ TEST(Placement, AFunctionWithBytesThatAListingLosesGetsNone) {
     EXPECT_TRUE(has_directives("\tnop # " + std::string(20000, 'x')));
     EXPECT_TRUE(has_directives("\tnop\r"));
     EXPECT_FALSE(has_directives("\tnop # " + std::string(20000, 'x') + "\r"));
+    // Of a line of this size the interlister reads one piece, and of one byte more it counts
+    // two where it copies one.
+    constexpr std::size_t limit = 16383;
+    const std::string longest = "\tnop # " + std::string(limit - 9, 'x') + "\r";
+    EXPECT_TRUE(has_directives(longest));
+    EXPECT_FALSE(has_directives("x" + longest));
 }
