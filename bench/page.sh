@@ -56,7 +56,9 @@ printf 'objdump -dS:                %s bytes in %s s\n' \
 printf 'objdump -dS : page          %s\n' "$(ratio "$disassembly" "$page")"
 printf 'page of a small program:    %s bytes (aim: 600 KB)\n' "$(stat -c %s matrix.html)"
 
-objdump -d --no-show-raw-insn sqlite3.o >instructions
-objdump --dwarf=decodedline sqlite3.o >lines
-node "$root/bench/page.mjs" "$PWD/sqlite3.html" "$PWD/matrix.html" "$PWD/sqlite3.txt" \
-  "$PWD/instructions" "$PWD/lines"
+node "$root/bench/page.mjs" "$PWD/sqlite3.html" "$PWD/matrix.html" "$PWD/sqlite3.txt"
+
+# Whether the lines that the page marks are those of the line table, for so many random
+# instructions.
+INSTRUCTIONS=${INSTRUCTIONS:-1000} SOURCE=$PWD/sqlite3.c CLIST=$(realpath "$build/bin/clist") \
+  npm --prefix "$root/page" test -- truth

@@ -1,9 +1,10 @@
 // Whether the line that the page marks for an instruction is the one that the object's own
 // line table has for it, on real programs: random instructions of each, as many as
-// INSTRUCTIONS says. SOURCE and FLAGS name another program.
+// INSTRUCTIONS says. SOURCE names another program, and
+// FLAGS how it is compiled ("gcc -O1" if not given).
 
 import assert from "node:assert/strict";
-import { join } from "node:path";
+import { join, resolve } from "node:path";
 import { test } from "node:test";
 import { gunzipSync } from "node:zlib";
 import type { Page } from "playwright-core";
@@ -118,7 +119,7 @@ function randomNumbers(): (below: number) => number {
 
 const other = process.env["SOURCE"];
 const programs: [source: string, flags: string[]][] = other
-    ? [[other, process.env["FLAGS"]?.split(" ") ?? ["-O1"]]]
+    ? [[other, process.env["FLAGS"]?.split(" ") ?? ["gcc", "-O1"]]]
     : [
           ["examples/matrix.c", ["gcc", "-O3"]],
           ["gas2interlist/options.cpp", ["g++", "-std=c++20", "-O2"]],
@@ -128,7 +129,7 @@ const sample = Number(process.env["INSTRUCTIONS"] ?? 50);
 for (const [program, [compiler, ...flags]] of programs) {
     test(`marked lines of ${program} are those of the line table`, async () => {
         const where = folderOf({});
-        const source = join(root, program);
+        const source = resolve(root, program);
         // Linked, so that addresses are told apart, and without the padding in the middle
         // of code that assemblers make instructions of.
         const words = [...flags, `-I${root}`, "-fPIC", "-fno-align-loops", "-fno-align-jumps"];
