@@ -90,7 +90,7 @@ inline void emit_text(std::string_view text, output_state* state) {
     if (state->out_len + text.size() < state->out_size) {
         copy_text(state->out_buf + state->out_len, text.data(), text.size());
         state->out_len += text.size();
-    } else {
+    } else [[unlikely]] {
         emit_at_end(text, state);
     }
 }
@@ -100,7 +100,7 @@ inline void emit_in_steps(std::string_view text, output_state* state) {
     if (state->suppress_depth == 0 && state->out_len + text.size() + copy_step < state->out_size) {
         copy_in_steps(state->out_buf + state->out_len, text.data(), text.size());
         state->out_len += text.size();
-    } else {
+    } else [[unlikely]] {
         emit_text(text, state);
     }
 }
@@ -128,7 +128,7 @@ inline void emit_char(char character, output_state* state) {
     }
     if (state->out_len + 1 < state->out_size) {
         state->out_buf[state->out_len++] = character;
-    } else {
+    } else [[unlikely]] {
         emit_at_end({&character, 1}, state);
     }
 }

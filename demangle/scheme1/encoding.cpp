@@ -5,6 +5,7 @@
 #include <array>
 #include <cstring>
 #include <iterator>
+#include <span>
 
 #include "demangle/scheme1/expressions.h"
 #include "demangle/scheme1/function_types.h"
@@ -120,10 +121,9 @@ static const char* function_suffix(const char* at, const name_record& record, bo
     return at;
 }
 
-// Moves the text from `middle` on in front of the text from `start` on, and with it
-// what the entries from `first_entry` and from `middle_entry` on say of their place.
+// Moves the text from `middle` on in front of the text from `start` on, and with it what
+// the entries say of their place.
 OUT_OF_LINE static void move_to_front(std::uint64_t start, std::uint64_t middle,
-                                      std::uint64_t first_entry, std::uint64_t middle_entry,
                                       eabi_decode_state* state) {
     if (state->suppress_depth != 0) {
         return;
@@ -143,10 +143,12 @@ OUT_OF_LINE static void move_to_front(std::uint64_t start, std::uint64_t middle,
             std::rotate(text + start, text + middle, text + end);
         }
     }
-    for (std::uint64_t i = first_entry; i < state->subst_count; ++i) {
-        subst_entry& entry = state->subst_table[i];
-        entry.text_at = static_cast<std::uint32_t>(
-            i < middle_entry ? entry.text_at + (end - middle) : entry.text_at - (middle - start));
+    for (subst_entry& entry : std::span(state->subst_table, state->subst_count)) {
+        if (entry.text_at >= start) {
+            entry.text_at = static_cast<std::uint32_t>(entry.text_at < middle
+                                                           ? entry.text_at + (end - middle)
+                                                           : entry.text_at - (middle - start));
+        }
     }
 }
 
@@ -154,7 +156,6 @@ OUT_OF_LINE static void move_to_front(std::uint64_t start, std::uint64_t middle,
 static const char* function_in_one_pass(const char* at, bool print_params,
                                         eabi_decode_state* state) {
     const std::uint64_t start = state->out_len;
-    const std::uint64_t first_entry = state->subst_count;
     name_record record;
     const char* conditions = nullptr;
     at = eabi_name(at, &record, mode_both, state);
@@ -169,9 +170,8 @@ static const char* function_in_one_pass(const char* at, bool print_params,
         const silence silent(state, !print_params);
         if (!record.no_return_type) {
             const std::uint64_t middle = state->out_len;
-            const std::uint64_t middle_entry = state->subst_count;
             at = return_type(at, state);
-            move_to_front(start, middle, first_entry, middle_entry, state);
+            move_to_front(start, middle, state);
         }
         at = parameter_list(at, record, state);
     }

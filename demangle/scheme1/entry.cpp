@@ -42,7 +42,7 @@ static void start_over(eabi_decode_state* state, int retrying) {
 }
 
 // One attempt at the whole name; gives the position where decoding stopped.
-static const char* attempt(bool decorated, eabi_decode_state* state) {
+static inline const char* attempt(bool decorated, eabi_decode_state* state) {
     const char* at = state->input;
     if (static_cast<std::uint64_t>(state->input_end - at) > longest_input) {
         report_bad_name(state);
@@ -82,8 +82,8 @@ static bool is_read(const char* end, const eabi_decode_state* state) {
 // The attempts behind a first one that failed. A conversion operator may have taken the
 // wrong template arguments; then readings that were in doubt are tried the other way.
 // When all of them fail it is the first reading that counts.
-OUT_OF_LINE static const char* further_attempts(const char* end, bool decorated,
-                                                eabi_decode_state* state) {
+SELDOM static const char* further_attempts(const char* end, bool decorated,
+                                           eabi_decode_state* state) {
     end = retry(end, decorated, state);
     const unsigned doubts = state->doubts;
     const auto read_again = [&](unsigned second_readings) {
@@ -103,7 +103,7 @@ OUT_OF_LINE static const char* further_attempts(const char* end, bool decorated,
 }
 
 // The last attempt, in the order of the text, with the readings that the one before had.
-OUT_OF_LINE static const char* in_two_passes(bool decorated, eabi_decode_state* state) {
+SELDOM static const char* in_two_passes(bool decorated, eabi_decode_state* state) {
     state->two_passes = true;
     state->steps_left = most_steps;
     start_over(state, state->retrying);
@@ -114,21 +114,22 @@ bool looks_mangled(const char* name) {
     return name[0] == '_' && name[1] == 'Z';
 }
 
-decode_result decode(std::string_view name, const decode_options& options, std::span<char> buffer) {
-    eabi_decode_state state(name, options.extended, buffer);
-    const char* end = attempt(options.decorated, &state);
+static inline decode_result decode_name(std::string_view name, bool extended, bool decorated,
+                                        std::span<char> buffer) {
+    eabi_decode_state state(name, extended, buffer);
+    const char* end = attempt(decorated, &state);
     if (!is_read(end, &state)) {
-        end = further_attempts(end, options.decorated, &state);
+        end = further_attempts(end, decorated, &state);
     }
     if (state.error_seen != 0) {
         // What is left in the buffer is what the two passes print before the error.
-        end = in_two_passes(options.decorated, &state);
+        end = in_two_passes(decorated, &state);
         report_bad_name(&state);
     } else if (state.overflowed != 0 && state.rotation_missed) {
         // The text is known to be good, and how long it is: only its beginning is
         // still to be put in order.
         const std::uint64_t text_length = state.out_len;
-        in_two_passes(options.decorated, &state);
+        in_two_passes(decorated, &state);
         state.out_len = text_length;
         state.overflowed = 1;
     }
@@ -144,6 +145,10 @@ decode_result decode(std::string_view name, const decode_options& options, std::
         }
     }
     return {state.error_seen != 0, state.overflowed != 0, state.out_len + 1, state.out_len};
+}
+
+decode_result decode(std::string_view name, const decode_options& options, std::span<char> buffer) {
+    return decode_name(name, options.extended, options.decorated, buffer);
 }
 
 }  // namespace scheme1
@@ -172,11 +177,9 @@ eabi_decode_state::~eabi_decode_state() {
 
 void decode_identifier_eabi(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
                             int* overflow_out, std::size_t* needed_size_out, int decorated) {
-    store_result(
-        scheme1::decode({name, std::strlen(name)},
-                        {.extended = decode_extended_names != 0, .decorated = decorated != 0},
-                        {buffer, buffer_size}),
-        error_out, overflow_out, needed_size_out);
+    store_result(decode_name({name, std::strlen(name)}, decode_extended_names != 0, decorated != 0,
+                             {buffer, buffer_size}),
+                 error_out, overflow_out, needed_size_out);
 }
 
 bool decode_is_ia64_subobject(const char* name) {

@@ -41,8 +41,8 @@ static void enter_prefix(const char* at, const char* here, subst_kind kind,
     }
 }
 
-// A component that is neither a plain source name nor an argument list:
-// "S" substitution | "T" parameter | "D" decltype | "M" | unqualified-name
+// A component that is neither a plain source name, an argument list nor a reference:
+// "St" | "T" parameter | "D" decltype | "M" | unqualified-name
 OUT_OF_LINE static const char* other_component(const char* at, prefix_progress* progress,
                                                last_component* component,
                                                eabi_decode_state* state) {
@@ -50,13 +50,10 @@ OUT_OF_LINE static const char* other_component(const char* at, prefix_progress* 
     const bool first = at == progress->start;
     const unsigned facts = progress->facts;
     progress->facts = facts & is_named;
-    if (*at == 'S' && !is_module_reference(at, state)) {
+    if (*at == 'S' && !is_module_reference(at, state)) {  // "St"
         if (!first) {
             report_bad_name(state);
             return at;
-        }
-        if (at[1] != 't') {
-            return eabi_substitution(at, subst_whole, 0, false, component, state);
         }
         emit_text("std", state);
         component->last_name = abbreviation_name | static_cast<unsigned char>('t');
@@ -116,11 +113,15 @@ static inline const char* enter_plain_name(const char* at, plain_name name,
     return at;
 }
 
-// prefix ::= component+. Every beginning of it that another component follows is entered.
+// prefix ::= [ reference ] component*. Every beginning of it that another component follows is
+// entered.
 const char* prefix(const char* at, const char* bound, bool whole_is_type, name_record* record,
                    last_component* component, eabi_decode_state* state) {
     prefix_progress progress{
         .start = at, .text_at = state->out_len, .whole_is_type = whole_is_type};
+    if (*at == 'S' && at[1] != 't' && !is_module_reference(at, state)) {
+        at = eabi_substitution(at, subst_whole, 0, false, component, state);
+    }
     while (at != bound && *at != 'E') {
         if (*at >= '1' && *at <= '9') {
             const plain_name name = read_plain_name(at, state);

@@ -165,7 +165,7 @@ struct eabi_decode_state : scheme1::attempt_state {
     scheme1::skip_record skipped[64];      // by the low bits of start, the last one stays
     scheme1::one_class_answers one_class;  // by position
     union {
-        scheme1::subst_entry first_entries[32];  // the table until it outgrows them
+        scheme1::subst_entry first_entries[128];  // the table until it outgrows them
     };
 
     eabi_decode_state(std::string_view name, bool extended_names, std::span<char> buffer) noexcept;
@@ -175,7 +175,7 @@ struct eabi_decode_state : scheme1::attempt_state {
 };
 
 // Records an error in the name; the first one ends all output and recording.
-void report_bad_name(eabi_decode_state* state);
+SELDOM void report_bad_name(eabi_decode_state* state);
 
 namespace scheme1 {
 

@@ -147,6 +147,10 @@ static bool copy_entry(const subst_entry& entry, unsigned cv, eabi_decode_state*
     if (!text_can_be_copied(entry, state)) {
         return false;
     }
+    if (state->out_len + entry.text_length > longest_text) {
+        report_bad_name(state);
+        return true;
+    }
     const bool marked = (entry.component.shape & shape_mark) != 0;
     if (cv != 0 && (entry.component.shape & (shape_qualified | shape_suffix)) != 0) {
         return false;
@@ -265,6 +269,17 @@ static const char* abbreviation_at(const char* at, subst_mode mode, unsigned cv,
     return at;
 }
 
+// Notes that the entry's text has been printed where the next reference is to copy it from:
+// it may have been entered in silence, or read differently where it stood.
+static void keep_text(std::uint64_t text_at, subst_entry* entry, const eabi_decode_state* state) {
+    if ((entry->component.shape & shape_suffix) == 0) {
+        entry->text_at = static_cast<std::uint32_t>(text_at);
+        entry->text_length = static_cast<std::uint32_t>(state->out_len - text_at);
+        entry->component.flags = static_cast<unsigned char>(
+            (entry->component.flags & ~(in_lambda | in_leveled_lambda)) | state->lambda_flag);
+    }
+}
+
 // eabi_substitution for whatever reference stands there.
 OUT_OF_LINE static const char* any_reference(const char* at, subst_mode mode, unsigned cv,
                                              bool marked, last_component* component,
@@ -280,7 +295,11 @@ OUT_OF_LINE static const char* any_reference(const char* at, subst_mode mode, un
         report_bad_name(state);
         return at + 1;
     }
+    const std::uint64_t text_at = state->out_len;
     print_entry(state->subst_table[index], mode, cv, marked, component, state);
+    if (cv == 0 && mode != subst_type_suffix && state->suppress_depth == 0) {
+        keep_text(text_at, &state->subst_table[index], state);
+    }
     return index_end + 1;
 }
 

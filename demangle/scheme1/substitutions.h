@@ -7,7 +7,7 @@
 namespace scheme1 {
 
 // Makes room for more entries; false, and a bad name, without memory.
-bool grow_table(eabi_decode_state* state);
+SELDOM bool grow_table(eabi_decode_state* state);
 
 // Whether something can be entered: nothing is while entering is off, or without memory.
 inline bool may_enter(eabi_decode_state* state) {

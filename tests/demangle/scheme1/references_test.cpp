@@ -240,3 +240,31 @@ TEST(Scheme1References, WhatIsNoTemplateTakesNoArguments) {
     };
     expect_rows(rows);
 }
+
+TEST(Scheme1References, WhatWasEnteredInSilenceReadsTheSameEachTime) {
+    static constexpr Row rows[] = {
+        {"_Z1fIXgtstN1N1AELi1EEEvNS0_1BENS0_1CE", "void f<(sizeof(N::A) > 1)>(N::B, N::C)"},
+        // The return type is behind the name, and its text in front of it.
+        {"_Z1fIXgtstN1N1AELi1EEENS0_1BENS0_1CE", "N::B f<(sizeof(N::A) > 1)>(N::C)"},
+        {"_Z1fIXgtstN1N1AELi1EEENS0_1BENS0_1CENS0_1DE", "N::B f<(sizeof(N::A) > 1)>(N::C, N::D)"},
+        {"_Z1fIXgtstN1N1AELi1EEES1_S1_S1_", "N::A f<(sizeof(N::A) > 1)>(N::A, N::A)"},
+        {"_Z1fIXgtstPiLi1EEES0_KS0_S0_", "int * f<(sizeof(int *) > 1)>(int *const, int *)"},
+        {"_Z1fIXgtstPFivELi1EEES1_S1_PKS1_",
+         "int (*)() f<(sizeof(int (*)()) > 1)>(int (*)(), int (*const *)())"},
+        {"_Z1fIXgtstA3_iLi1EEEPS0_RS0_S1_",
+         "int (*)[3] f<(sizeof(int [3]) > 1)>(int (&)[3], int (*)[3])"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1References, InAndOutsideOfALambda) {
+    static constexpr Row rows[] = {
+        {"_Z1fN1N1AEUlNS_1BENS_1CEE_NS_1DE", "f(N::A, [lambda(N::B, N::C) (instance 1)], N::D)"},
+        {"_Z1fIiEvT_S0_UlS0_S0_E_S0_S0_",
+         "void f<int>(T1, T1, [lambda(auto:1, auto:1) (instance 1)], T1, T1)"},
+        {"_Z1fIiEvUlT_E_S0_UlS0_S0_E_S0_S0_",
+         "void f<int>([lambda(auto:1) (instance 1)], T1, [lambda(auto:1, auto:1) (instance 1)], "
+         "T1, T1)"},
+    };
+    expect_rows(rows);
+}
