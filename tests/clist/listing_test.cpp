@@ -598,6 +598,37 @@ TEST(ClassicListing, IsMadeByTheInterlister) {
 
 // --- Messages ---
 
+// However much code there is of a source, what there is to say of it is said once.
+TEST(Messages, TellOnceOfASourceThatIsNotTheOneCompiled) {
+    const std::string code = function("f", "\t.loc 1 1\n\tnop\n\t.loc 1 2\n\tnop\n") +
+                             function("g", "\t.loc 1 1\n\tnop\n");
+    const std::string sum = "\t.file 1 \"/src/inlined.c\" md5 0x";
+    const std::string right = "5fc23a8730f34ccf133857d4efcf0f3e";
+    const listed same = list({{"t.s", sum + right + "\n" + code}});
+    EXPECT_EQ(same.messages, "");
+    const listed other = list({{"t.s", sum + std::string(32, '0') + "\n" + code}});
+    EXPECT_EQ(other.messages, "clist: /src/inlined.c: not the text that was compiled\n");
+    EXPECT_EQ(list({{"t.s", sum + std::string(32, '0') + "\n" + code}}, quiet).messages, "");
+    const listed gone = list({{"t.s", "\t.file 1 \"/src/gone.c\"\n" + code}});
+    EXPECT_EQ(gone.messages,
+              "clist: /src/gone.c: there is no such file, so its lines stay empty\n");
+}
+
+TEST(Messages, TellOnceOfASourceThatIsNewerThanTheAssembly) {
+    const std::string text =
+        "\t.file 1 \"/src/inlined.c\"\n" + function("f", "\t.loc 1 1\n\tnop\n\t.loc 1 2\n\tnop\n");
+    listing_options options;
+    options.source_map = {{"/src", "../data/inlined"}};
+    listing_input input;
+    input.name = "t.s";
+    input.text = text;
+    input.modified = 1;
+    EXPECT_EQ(::list({input}, options).messages,
+              "clist: /src/inlined.c: newer than the assembly\n");
+    options.warnings = false;
+    EXPECT_EQ(::list({input}, options).messages, "");
+}
+
 TEST(Messages, TellWhatCannotBeShown) {
     const struct {
         const char* text;

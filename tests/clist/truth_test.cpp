@@ -3,14 +3,17 @@
 // object's line table gives it and came through the calls that its debugging data tell of.
 //
 // What is listed by default is a sample. TRUTH=whole has every source at every level and
-// with every option, for every target; TRUTH_SOURCES names more sources (and -I folders).
+// with every option, for every target; TRUTH_SOURCES names other sources (and -I folders), and
+// TRUTH_FLAGS the only options then, parted by commas.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -69,9 +72,26 @@ std::vector<std::string> more_sources() {
     return words_in(named == nullptr ? "" : named);
 }
 
+std::vector<std::string> all_flags() {
+    std::vector<std::string> all;
+    if (const char* const given = std::getenv("TRUTH_FLAGS")) {
+        std::istringstream stream(given);
+        for (std::string flags; std::getline(stream, flags, ',');) {
+            all.push_back(flags);
+        }
+        return all;
+    }
+    for (const std::string level : {"-O0", "-O1", "-O2", "-O3", "-Os"}) {
+        for (const char* const form : {"-g", "-gdwarf-4", "-g1", "-g -ffunction-sections -fpic"}) {
+            all.push_back(level + " " + form);
+        }
+    }
+    return all;
+}
+
 std::vector<sample> whole_sample(const toolchain& with) {
     std::vector<sample> all;
-    std::vector<std::string> sources = {odd_c, odd_cpp, print_c, section_cpp};
+    std::vector<std::string> sources;
     std::string folders;
     for (const std::string& it : more_sources()) {
         if (it.starts_with("-")) {
@@ -80,12 +100,12 @@ std::vector<sample> whole_sample(const toolchain& with) {
             sources.push_back(it);
         }
     }
+    if (sources.empty()) {
+        sources = {odd_c, odd_cpp, print_c, section_cpp};
+    }
     for (const std::string& source : sources) {
-        for (const char* const level : {"-O0", "-O1", "-O2", "-O3", "-Os"}) {
-            for (const char* const form :
-                 {"-g", "-gdwarf-4", "-g1", "-g -ffunction-sections -fpic"}) {
-                all.push_back({source, level + std::string(" ") + form + folders});
-            }
+        for (const std::string& flags : all_flags()) {
+            all.push_back({source, flags + folders});
         }
     }
     std::erase_if(all, [&](const sample& it) {
@@ -379,29 +399,126 @@ class checker {
     std::size_t wrong_ = 0;
 };
 
-// The comments and the code of the listing without noise are those of the whole one.
-void check_filtered(const std::string& text, const whole_listing& whole,
-                    const std::vector<nlohmann::json>& objects, const std::string& comment) {
-    std::size_t number = 0;
-    shown_code shown;
-    std::size_t wrong = 0;
-    for (const std::string& line : lines_of(text)) {
-        const added kind = kind_of(line, comment);
-        if (kind == added::inlined) {
-            shown.inlined = line;
-        } else if (kind != added::nothing) {
-            const std::size_t begin = comment.size() + 1;
-            shown = {line.substr(begin, line.find(" | ") - begin), "", {}, {}};
-        } else if (number < objects.size() && trimmed(line) == objects[number]["text"]) {
-            wrong += shown.place == whole.code[number].place &&
-                             shown.inlined == whole.code[number].inlined
-                         ? 0
-                         : 1;
-            ++number;
+// The names in a line that begin with ".L", as local labels of compilers do.
+std::vector<std::string> local_names(const std::string& line) {
+    std::vector<std::string> names;
+    for (std::size_t at = line.find(".L"); at != std::string::npos; at = line.find(".L", at)) {
+        const std::size_t end =
+            std::min(line.find_first_not_of(
+                         "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_.", at),
+                     line.size());
+        if (at == 0 ||
+            std::string_view(" \t,($*#-+:[").find(line[at - 1]) != std::string_view::npos) {
+            names.push_back(line.substr(at, end - at));
+        }
+        at = end;
+    }
+    return names;
+}
+
+// Holds the listing without noise against the whole one: the same code with the same comments,
+// blank lines only between functions, no directives but of data, no label that nothing refers
+// to, and every label that code and data refer to.
+class noise_checker {
+  public:
+    noise_checker(const whole_listing& whole, const std::vector<nlohmann::json>& objects,
+                  const std::string& comment)
+        : whole_(whole), objects_(objects), comment_(comment) {}
+
+    void check(const std::string& text) {
+        EXPECT_FALSE(text.starts_with("\n") || text.ends_with("\n\n") ||
+                     text.find("\n\n\n") != std::string::npos)
+            << "a blank line too many";
+        for (const std::string& line : lines_of(text)) {
+            check_line(line);
+        }
+        EXPECT_EQ(number_, objects_.size()) << "lines of code";
+        EXPECT_EQ(wrong_, 0U) << "lines of code with other comments than among all lines";
+        for (const std::string& name : used_) {
+            const bool is_defined = whole_.assembly.starts_with(name + ":") ||
+                                    whole_.assembly.find("\n" + name + ":") != std::string::npos;
+            EXPECT_TRUE(!is_defined || labels_.contains(name)) << name << " is used and not shown";
+        }
+        for (const std::string& name : labels_) {
+            EXPECT_TRUE(!name.starts_with(".L") || used_.contains(name))
+                << name << " is shown and not used";
         }
     }
-    EXPECT_EQ(number, objects.size()) << "lines of code";
-    EXPECT_EQ(wrong, 0U) << "lines of code with other comments than among all lines";
+
+  private:
+    void check_line(const std::string& line) {
+        const added kind = kind_of(line, comment_);
+        if (kind == added::inlined) {
+            shown_.inlined = line;
+            return;
+        }
+        if (kind != added::nothing) {
+            const std::size_t begin = comment_.size() + 1;
+            shown_ = {line.substr(begin, line.find(" | ") - begin), "", {}, {}};
+            return;
+        }
+        const std::string bare = trimmed(line);
+        if (bare == comment_ + "APP" || bare == comment_ + "NO_APP") {
+            in_inline_ = bare == comment_ + "APP";
+        }
+        if (number_ < objects_.size() && bare == objects_[number_]["text"]) {
+            const shown_code& same = whole_.code[number_++];
+            wrong_ += shown_.place == same.place && shown_.inlined == same.inlined ? 0 : 1;
+        } else if (line.ends_with(":") && !line.starts_with('\t')) {
+            labels_.insert(line.substr(0, line.size() - 1));
+            return;
+        } else if (!in_inline_) {
+            for (const char* const noise : {".loc", ".cfi_", ".file", ".section", ".type", ".size",
+                                            ".globl", ".p2align", ".align", ".text"}) {
+                EXPECT_FALSE(bare.starts_with(noise)) << line;
+            }
+        }
+        for (const std::string& name : local_names(line.substr(0, line.find(comment_ + " ")))) {
+            used_.insert(name);
+        }
+    }
+
+    const whole_listing& whole_;
+    const std::vector<nlohmann::json>& objects_;
+    const std::string& comment_;
+    shown_code shown_;
+    bool in_inline_ = false;
+    std::size_t number_ = 0;
+    std::size_t wrong_ = 0;
+    std::set<std::string> labels_;
+    std::set<std::string> used_;
+};
+
+// With own sources only, a library's code has the line of the project that it was inlined
+// into, if it was; all else has its own line. Libraries are those of the system here.
+void check_own(const std::vector<nlohmann::json>& own, const std::vector<nlohmann::json>& all) {
+    ASSERT_EQ(own.size(), all.size());
+    const auto is_systems = [](const nlohmann::json& it) {
+        return it["file"].get<std::string>().starts_with("/usr/");
+    };
+    std::size_t wrong = 0;
+    for (std::size_t i = 0; i < own.size(); ++i) {
+        const auto& frames = all[i]["frames"];
+        const auto first = std::find_if_not(frames.begin(), frames.end(), is_systems);
+        nlohmann::json expected = nlohmann::json::array();
+        std::copy(first == frames.end() ? frames.begin() : first, frames.end(),
+                  std::back_inserter(expected));
+        wrong += own[i]["frames"] == expected ? 0 : 1;
+    }
+    EXPECT_EQ(wrong, 0U) << "lines of code with another own line";
+}
+
+// The list counts as much code of each function as is shown.
+void check_list(const std::vector<nlohmann::json>& list, const std::vector<nlohmann::json>& all) {
+    std::size_t number = 0;
+    for (const nlohmann::json& it : list) {
+        const std::size_t end = number + it["instructions"].get<std::size_t>();
+        ASSERT_LE(end, all.size());
+        for (; number < end; ++number) {
+            ASSERT_EQ(all[number]["symbol"], it["symbol"]);
+        }
+    }
+    EXPECT_EQ(number, all.size());
 }
 
 std::string source_in(const ScratchFolder& folder, const sample& of) {
@@ -458,21 +575,30 @@ figures check(const toolchain& with, const sample& of) {
                                  .command = {}};
     listing_options options = quiet();
     options.mangled = true;
-    const std::string code = list({input}, options).text;
-    options.all = true;
-    const std::string all = list({input}, options).text;
-    options.all = false;
-    options.json = true;
-    std::vector<nlohmann::json> objects;
-    for (const std::string& line : lines_of(list({input}, options).text)) {
-        objects.push_back(nlohmann::json::parse(line));
-    }
+    const auto listing = [&](const std::function<void(listing_options&)>& set) {
+        listing_options changed = options;
+        set(changed);
+        return list({input}, changed).text;
+    };
+    const auto objects_of = [&](const std::function<void(listing_options&)>& set) {
+        options.json = true;
+        std::vector<nlohmann::json> objects;
+        for (const std::string& line : lines_of(listing(set))) {
+            objects.push_back(nlohmann::json::parse(line));
+        }
+        options.json = false;
+        return objects;
+    };
+    const std::string all = listing([](listing_options& it) { it.all = true; });
+    const std::vector<nlohmann::json> objects = objects_of([](listing_options&) {});
+    check_own(objects_of([](listing_options& it) { it.own_sources = true; }), objects);
+    check_list(objects_of([](listing_options& it) { it.form = listing_form::list; }), objects);
     const whole_listing whole = take_apart(all, objects, with.comment, folder.path());
     EXPECT_TRUE(whole.assembly == text) << "more or less was added than comments";
     EXPECT_EQ(whole.code.size(), objects.size());
     EXPECT_TRUE(object_of(with, of, folder, all) == object_of(with, of, folder, text))
         << "the listing's object is another";
-    check_filtered(code, whole, objects, with.comment);
+    noise_checker(whole, objects, with.comment).check(listing([](listing_options&) {}));
     folder.write("labelled.s", whole.labelled);
     const object_truth truth =
         read_object(with, folder.path(), "labelled.s", of.flags, label_prefix);
