@@ -184,6 +184,13 @@ TEST_F(Program, ReadsItsStandardInputByName) {
               ";-----------\nB\nC\n");
 }
 
+TEST_F(Program, ReadsLinesOfAPipeThatAreLongerThanItsWindow) {
+    RunOptions options;
+    options.input = repeated('x', 200000) + "\nlast\n";
+    EXPECT_EQ(run({"/dev/stdin", "x.cl"}, options).status, 0);
+    EXPECT_TRUE(folder.read("x.cl") == options.input);
+}
+
 TEST_F(Program, RefusesToLoseLinesOfAPipe) {
     folder.write("a.c", "one\n");
     RunOptions options;
