@@ -636,18 +636,18 @@ TEST(SignalReport, IsWholeWhereWritesAreShortOrInterrupted) {
     for (const std::size_t longest : lengths) {
         for (const bool interrupted : {false, true}) {
             SCOPED_TRACE(longest);
-            const auto reported = [=](int signal_number, const char* detail) {
+            const auto reported = [=](int signal_number) {
                 const Finished child = in_child([=] {
                     faults.longest_write = longest;
                     faults.interrupts_writes = interrupted;
-                    common_signal_handler(signal_number, "cl", detail);
+                    common_signal_handler(signal_number, "cl", "while compiling");
                 });
                 EXPECT_EQ(child.status, 2);
                 return child.err;
             };
-            EXPECT_EQ(reported(SIGTERM, nullptr), "[cl received a terminate signal]\n");
-            EXPECT_EQ(reported(SIGINT, nullptr), "[cl forced exit]\n");
-            EXPECT_EQ(reported(SIGSEGV, "while compiling"),
+            EXPECT_EQ(reported(SIGTERM), "[cl received a terminate signal]\n");
+            EXPECT_EQ(reported(SIGINT), "[cl forced exit]\n");
+            EXPECT_EQ(reported(SIGSEGV),
                       report("INTERNAL ERROR: cl experienced a segmentation fault",
                              "                  while compiling\n"));
         }
