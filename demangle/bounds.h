@@ -15,6 +15,9 @@ inline constexpr std::uint64_t longest_text = std::uint64_t{16} << 20;
 // A routine that few names reach: what leads to it is laid out away from what most names need.
 #define SELDOM [[gnu::cold]]
 
+// A routine that is inlined wherever it is called.
+#define IN_PLACE [[gnu::always_inline]] inline
+
 // One level of nesting for as long as it lives, and one step of the grammar. The scheme's
 // enter_level sees to it that neither goes past its bound.
 template <typename State>

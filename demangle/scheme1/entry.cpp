@@ -114,8 +114,8 @@ bool looks_mangled(const char* name) {
     return name[0] == '_' && name[1] == 'Z';
 }
 
-static inline decode_result decode_name(std::string_view name, bool extended, bool decorated,
-                                        std::span<char> buffer) {
+IN_PLACE static decode_result decode_name(std::string_view name, bool extended, bool decorated,
+                                          std::span<char> buffer) {
     eabi_decode_state state(name, extended, buffer);
     const char* end = attempt(decorated, &state);
     if (!is_read(end, &state)) {

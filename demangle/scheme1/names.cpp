@@ -92,21 +92,19 @@ OUT_OF_LINE static const char* other_component(const char* at, prefix_progress* 
 }
 
 // Prints a plain source name and enters the prefix up to its end.
-static inline const char* enter_plain_name(const char* at, plain_name name,
-                                           prefix_progress* progress, last_component* component,
-                                           eabi_decode_state* state) {
-    const bool first = at == progress->start;
+IN_PLACE static const char* enter_plain_name(const char* at, plain_name name, bool first,
+                                             const prefix_progress& progress,
+                                             last_component* component, eabi_decode_state* state) {
     const auto name_at = static_cast<std::uint32_t>(at - state->input);
     emit_plain_name(name, first ? 0 : 2, state);
     at = name.text + name.length;
     *component = {.last_name = name_at + 1};
-    progress->facts = is_named;
-    if ((progress->whole_is_type || *at != 'E') && may_enter(state)) {
+    if ((progress.whole_is_type || *at != 'E') && may_enter(state)) {
         state->subst_table[state->subst_count++] = {
-            progress->start,
+            progress.start,
             first ? subst_name : subst_prefix_and_name,
-            static_cast<std::uint32_t>(progress->text_at),
-            static_cast<std::uint32_t>(state->out_len - progress->text_at),
+            static_cast<std::uint32_t>(progress.text_at),
+            static_cast<std::uint32_t>(state->out_len - progress.text_at),
             name_at,
             {.last_name = name_at + 1, .flags = state->lambda_flag}};
     }
@@ -126,7 +124,8 @@ const char* prefix(const char* at, const char* bound, bool whole_is_type, name_r
         if (*at >= '1' && *at <= '9') {
             const plain_name name = read_plain_name(at, state);
             if (name.text != nullptr && count_step(state)) {
-                at = enter_plain_name(at, name, &progress, component, state);
+                at = enter_plain_name(at, name, at == progress.start, progress, component, state);
+                progress.facts = is_named;
                 continue;
             }
         }
@@ -146,8 +145,11 @@ const char* prefix(const char* at, const char* bound, bool whole_is_type, name_r
             at = other_component(at, &progress, component, state);
         }
     }
-    if (bound == nullptr && (progress.facts & is_named) == 0) {
-        report_bad_name(state);
+    if (bound == nullptr) {
+        if ((progress.facts & is_named) == 0) {
+            report_bad_name(state);
+        }
+        at = expect(at, 'E', state);
     }
     if (record != nullptr) {
         record->no_return_type =
@@ -176,8 +178,7 @@ static const char* nested_name(const char* at, bool is_type, name_record* record
         }
         ++at;
     }
-    at = prefix(at, nullptr, is_type, record, component, state);
-    return expect(at, 'E', state);
+    return prefix(at, nullptr, is_type, record, component, state);
 }
 
 // ---- Local names ----
@@ -271,32 +272,33 @@ static const char* unscoped_name(const char* at, name_record* record, last_compo
     return at;
 }
 
+// A name that is not a nested one.
+OUT_OF_LINE static const char* other_name(const char* at, name_record* record,
+                                          last_component* component, eabi_decode_state* state) {
+    if (*at == 'B') {
+        report_bad_name(state);
+        return at;
+    }
+    if (*at == 'Z') {
+        return local_name(at, record, component, state);
+    }
+    if (*at != 'S' || at[1] == 't' || is_module_reference(at, state)) {
+        return unscoped_name(at, record, component, state);
+    }
+    at = eabi_substitution(at, subst_whole, 0, false, component, state);
+    record->no_return_type = true;
+    record->ctor_dtor_kind = component->kind;
+    if (*at == 'I') {
+        at = template_args(at, wants_blank(*component, at, state), state);
+        record->no_return_type = carries_no_return_type(*component);
+    }
+    return at;
+}
+
 static const char* name_part(const char* at, name_record* record, last_component* component,
                              eabi_decode_state* state) {
-    switch (*at) {
-        case 'B':
-            report_bad_name(state);
-            return at;
-        case 'N':
-            return nested_name(at, false, record, component, state);
-        case 'Z':
-            return local_name(at, record, component, state);
-        case 'S':
-            if (at[1] != 't' && !is_module_reference(at, state)) {
-                at = eabi_substitution(at, subst_whole, 0, false, component, state);
-                record->no_return_type = true;
-                record->ctor_dtor_kind = component->kind;
-                if (*at == 'I') {
-                    at = template_args(at, wants_blank(*component, at, state), state);
-                    record->no_return_type = carries_no_return_type(*component);
-                }
-                return at;
-            }
-            break;
-        default:
-            break;
-    }
-    return unscoped_name(at, record, component, state);
+    return *at == 'N' ? nested_name(at, false, record, component, state)
+                      : other_name(at, record, component, state);
 }
 
 // A class type that is no nested name, which enters itself.

@@ -16,7 +16,7 @@ struct name_record {
 
 enum name_mode : unsigned { mode_record = 1, mode_print = 2, mode_both = 3 };
 
-// The components of a nested name from `at` to its "E", or to `bound` when it is
+// The components of a nested name from `at` and its "E", or up to `bound` when it is
 // not null. `whole_is_type` enters the last component too.
 const char* prefix(const char* at, const char* bound, bool whole_is_type, name_record* record,
                    last_component* component, eabi_decode_state* state);
