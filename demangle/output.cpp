@@ -27,6 +27,10 @@ void emit_at_end(std::string_view text, output_state* state) {
     state->out_len += text.size();
 }
 
+void emit_char_at_end(char character, output_state* state) {
+    emit_at_end({&character, 1}, state);
+}
+
 template <typename Number>
 static void emit_decimal(Number value, output_state* state) {
     if (state->suppress_depth != 0) {

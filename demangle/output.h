@@ -79,6 +79,7 @@ inline void copy_text(char* to, const char* from, std::size_t length) {
 // emit_text where the buffer's end may be in the way: what fits is stored, all of it is
 // counted, and a buffer that is too small ends in a NUL at its last byte.
 void emit_at_end(std::string_view text, output_state* state);
+void emit_char_at_end(char character, output_state* state);
 
 // Appends a text: nothing while output is suppressed; past the buffer's room it is counted
 // but not stored.
@@ -129,7 +130,7 @@ inline void emit_char(char character, output_state* state) {
     if (state->out_len + 1 < state->out_size) {
         state->out_buf[state->out_len++] = character;
     } else [[unlikely]] {
-        emit_at_end({&character, 1}, state);
+        emit_char_at_end(character, state);
     }
 }
 

@@ -294,7 +294,8 @@ static constexpr special_name special_names[] = {
 static const char* special_name_encoding(const char* at, eabi_decode_state* state) {
     const std::string_view rest(at, static_cast<std::size_t>(state->input_end - at));
     const auto* const row = std::ranges::find_if(special_names, [=](const special_name& name) {
-        return rest.starts_with(name.code) && is_open(name.mode, state);
+        // The second letter tells nearly all of them apart.
+        return name.code[1] == at[1] && rest.starts_with(name.code) && is_open(name.mode, state);
     });
     if (row == std::end(special_names)) {
         report_bad_name(state);

@@ -40,7 +40,7 @@ static const char* qualifier_run(const char* at, unsigned* qualifiers) {
 
 // The blank or the parenthesis in front of a mark. Marks follow each other closely;
 // a mark on a function or an array needs a parenthesis.
-static void open_mark(eabi_decode_state* state) {
+IN_PLACE static void open_mark(eabi_decode_state* state) {
     if ((state->shape & shape_mark) == 0) {
         emit_char(' ', state);
     }
