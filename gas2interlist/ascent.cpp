@@ -32,34 +32,31 @@ struct line_place {
 
 }  // namespace
 
-// Gives the place of each run, and how many lines there are.
+// Gives the place of each run, and how many lines there are; `start` has the first.
 static std::size_t find_places(std::span<const line_run> runs, const line_run& start,
                                std::vector<line_place>& places) {
-    // The index stands behind the line; that of `start` is one past the runs'.
-    std::vector<std::uint64_t> order;
-    order.reserve(runs.size() + 1);
+    std::vector<std::uint64_t> order;  // lines, each with the index of its run behind it
+    order.reserve(runs.size());
     for (const line_run& run : runs) {
         order.push_back(std::uint64_t{run.line} << 32 | order.size());
     }
-    order.push_back(std::uint64_t{start.line} << 32 | runs.size());
     std::sort(order.begin(), order.end());
 
     places.resize(runs.size());
-    std::vector<std::uint32_t> statement_ends;
+    std::vector<std::uint32_t> statement_ends = {start.statement_end};
+    std::uint32_t line = start.line;
     std::uint32_t ended = 0;
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        const auto line = static_cast<std::uint32_t>(order[i] >> 32);
-        const auto index = static_cast<std::uint32_t>(order[i]);
-        if (i == 0 || line != order[i - 1] >> 32) {
+    for (const std::uint64_t it : order) {
+        const line_run& run = runs[static_cast<std::uint32_t>(it)];
+        if (run.line != line) {
+            line = run.line;
             while (ended < statement_ends.size() && statement_ends[ended] < line) {
                 ++ended;
             }
-            statement_ends.push_back(index < runs.size() ? runs[index].statement_end
-                                                         : start.statement_end);
+            statement_ends.push_back(run.statement_end);
         }
-        if (index < runs.size()) {
-            places[index] = {static_cast<std::uint32_t>(statement_ends.size() - 1), ended};
-        }
+        places[static_cast<std::uint32_t>(it)] = {
+            static_cast<std::uint32_t>(statement_ends.size() - 1), ended};
     }
     return statement_ends.size();
 }

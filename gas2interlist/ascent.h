@@ -21,7 +21,7 @@ struct line_run {
 // before, or behind its line in the same statement, up to those of the next run. So code
 // between two runs stands above its line where that is listed only at the second.
 // Gives the indices of the runs to follow: those that have the most code, one more for each
-// run, less the losses. `start` is the line before the first.
+// run, less the losses. `start` is a line before all of them.
 std::vector<std::size_t> best_ascent(std::span<const line_run> runs, const line_run& start);
 
 }  // namespace gas2interlist

@@ -144,6 +144,13 @@ TEST(Gas2interlistOutput, ANameOfADescriptorStandsForThatDescriptor) {
     EXPECT_TRUE(folder.is_link("second"));
 }
 
+TEST(Gas2interlistOutput, AFileMayHaveTheNameOfADescriptor) {
+    const Folder folder;
+    fs::create_directory(folder / "fd");
+    expect_success(folder.shell("\"$0\" -o fd/1 a.s"));
+    EXPECT_EQ(folder.read("fd/1"), output);
+}
+
 TEST(Gas2interlistOutput, ADescriptorsFileMayHaveNoNameAnyMore) {
     const Folder folder;
     fs::create_symlink("/proc/self/fd/1", folder / "own");

@@ -24,10 +24,10 @@ std::vector<line_run> runs_of(const std::vector<std::pair<std::uint32_t, std::ui
 
 // What a choice is worth by its definition: the code that it follows and one for each run,
 // less the losses of code above its line.
-std::int64_t worth(const std::vector<line_run>& runs, std::uint32_t body, const chosen& choice) {
+std::int64_t worth(const std::vector<line_run>& runs, const line_run& start, const chosen& choice) {
     std::int64_t value = 0;
-    std::uint32_t line = body;
-    std::uint32_t statement_end = body;
+    std::uint32_t line = start.line;
+    std::uint32_t statement_end = start.statement_end;
     std::size_t at = 0;
     for (const std::size_t next : choice) {
         const std::uint32_t listed = statement_end < runs[next].line ? statement_end : line;
@@ -42,14 +42,14 @@ std::int64_t worth(const std::vector<line_run>& runs, std::uint32_t body, const 
     return value;
 }
 
-bool ascends(const std::vector<line_run>& runs, std::uint32_t body, const chosen& choice) {
-    std::uint32_t line = body;
+bool ascends(const std::vector<line_run>& runs, const line_run& start, const chosen& choice) {
+    std::uint32_t line = start.line;
     return std::all_of(choice.begin(), choice.end(), [&](std::size_t it) {
         return runs[it].line > std::exchange(line, runs[it].line);
     });
 }
 
-std::int64_t greatest_worth(const std::vector<line_run>& runs, std::uint32_t body) {
+std::int64_t greatest_worth(const std::vector<line_run>& runs, const line_run& start) {
     std::int64_t greatest = 0;
     for (unsigned set = 0; set < 1U << runs.size(); ++set) {
         chosen choice;
@@ -58,8 +58,8 @@ std::int64_t greatest_worth(const std::vector<line_run>& runs, std::uint32_t bod
                 choice.push_back(i);
             }
         }
-        if (ascends(runs, body, choice)) {
-            greatest = std::max(greatest, worth(runs, body, choice));
+        if (ascends(runs, start, choice)) {
+            greatest = std::max(greatest, worth(runs, start, choice));
         }
     }
     return greatest;
@@ -108,10 +108,11 @@ TEST(Ascent, IsTheBestOfAll) {
         const unsigned height = number(1, 9);
         std::vector<std::uint32_t> ends(height + 1);
         std::uint32_t end = height;
-        for (std::uint32_t line = height; line > 0; --line) {
+        for (std::uint32_t line = height + 1; line-- > 0;) {
             end = number(0, 3) == 0 ? end : line;
             ends[line] = end;
         }
+        const line_run start = {0, ends[0], 0, 0};
         std::vector<line_run> runs(number(0, 11));
         for (line_run& run : runs) {
             run.line = number(1, height + 1);
@@ -119,8 +120,8 @@ TEST(Ascent, IsTheBestOfAll) {
             run.code = number(0, 5);
             run.loss = run.code * number(0, 5);
         }
-        const chosen choice = best_ascent(runs, {0, 0, 0, 0});
-        ASSERT_TRUE(ascends(runs, 0, choice));
-        ASSERT_EQ(worth(runs, 0, choice), greatest_worth(runs, 0)) << round;
+        const chosen choice = best_ascent(runs, start);
+        ASSERT_TRUE(ascends(runs, start, choice));
+        ASSERT_EQ(worth(runs, start, choice), greatest_worth(runs, start)) << round;
     }
 }
