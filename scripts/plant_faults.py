@@ -54,7 +54,7 @@ suites = {
     "demangle/": "^scheme[01]_",
     "demangle/scheme0/": "^scheme0_",
     "demangle/scheme1/": "^scheme1_",
-    "gas2interlist/": "^test_(gas2interlist|round_trip)",
+    "gas2interlist/": "^test_(gas2interlist|round_trip|faults_gas2interlist)",
     "interlist/": "^test_(interlist|round_trip)",
     "support/": "^test_(buildid|filename|safealloc|zesignalsupport|library_guide)",
     "symdecode/": "^test_symdecode",

@@ -341,6 +341,13 @@ TEST(Gas2interlist, UnreadableInputIsReported) {
     EXPECT_EQ(directory.err, "gas2interlist: .: Is a directory\n");
 }
 
+TEST(Gas2interlist, AReportIsALineOfAtMost32KB) {
+    const std::string name(40000, 'x');
+    const Finished run = gas2interlist({name});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, ("gas2interlist: " + name).substr(0, 32767) + "\n");
+}
+
 TEST(Gas2interlist, UnwritableOutputIsReported) {
     const ScratchFolder folder;
     RunOptions options = in(folder.path(), small);
