@@ -1,17 +1,23 @@
-// Output that the file system allows in one way only, and what signals do to it midway.
+// Output that the file system allows in one way only, and what signals do to it and to
+// reports midway.
 #include "gas2interlist/output.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
+#include <climits>
 #include <csignal>
 #include <filesystem>
 #include <string>
 
+#include "gas2interlist/report.h"
 #include "gas2interlist/signals.h"
 #include "tests/harness/program.h"
 
@@ -119,4 +125,50 @@ TEST(UnfinishedFile, ASignalRemovesItAndEndsTheProgram) {
         EXPECT_EQ(WEXITSTATUS(state), 1) << number;
         EXPECT_EQ(entries(folder.path()), 0U) << number;
     }
+}
+
+TEST(UnfinishedFile, IsNotMadeUnderANameThatWasCutShort) {
+    std::string folder = ".";
+    while (folder.size() < PATH_MAX) {
+        folder += "/.";
+    }
+    unfinished_file beside;
+    EXPECT_EQ(beside.create(folder), -1);
+    EXPECT_EQ(errno, ENAMETOOLONG);
+}
+
+// A signal interrupts a write that waits, which has written a part by then.
+TEST(Report, IsWrittenOnWhereAWriteStopped) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+    const auto capacity = static_cast<std::size_t>(fcntl(ends[1], F_SETPIPE_SZ, 4096));
+    std::string text;
+    for (int i = 0; text.size() < 30000; ++i) {
+        text += std::to_string(i) + ' ';
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        struct sigaction ignoring {};
+        ignoring.sa_handler = [](int) {};
+        sigaction(SIGUSR1, &ignoring, nullptr);
+        dup2(ends[1], STDERR_FILENO);
+        report({text});
+        _exit(0);
+    }
+    close(ends[1]);
+    for (int filled = 0; static_cast<std::size_t>(filled) < capacity; sched_yield()) {
+        ASSERT_EQ(ioctl(ends[0], FIONREAD, &filled), 0);
+    }
+    for (int i = 0; i < 100; ++i) {
+        kill(child, SIGUSR1);
+        sched_yield();
+    }
+    std::string read_back;
+    std::array<char, 4096> block;
+    for (ssize_t count = 0; (count = read(ends[0], block.data(), block.size())) > 0;) {
+        read_back.append(block.data(), static_cast<std::size_t>(count));
+    }
+    close(ends[0]);
+    ASSERT_EQ(waitpid(child, nullptr, 0), child);
+    EXPECT_EQ(read_back, "gas2interlist: " + text + "\n");
 }

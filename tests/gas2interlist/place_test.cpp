@@ -555,6 +555,23 @@ TEST(SourceNames, ARelativeNameIsLookedForInTheCompilationDirectory) {
     EXPECT_EQ(directives(in_one, {}), ".ifile\t\"a.c\"" + rest);
 }
 
+TEST(SourceNames, ASourceIsReadOnce) {
+    int reads = 0;
+    const source_access access{
+        .read = [&](const std::string&) -> std::optional<text_file> {
+            ++reads;
+            return text_file::of(source);
+        },
+        .same = [](const std::string&, const std::string&) { return false; },
+    };
+    const std::string text = "\t.file 1 \"/dir/a.c\"\n" +
+                             function("square", "\t.loc 1 3\n\tret\n") +
+                             function("f", "\t.loc 1 9\n\tret\n");
+    interlisted_text result{.assembly = text};
+    EXPECT_FALSE(place_directives(result, {}, access));
+    EXPECT_EQ(reads, 1);
+}
+
 TEST(SourceNames, TheFirstMapThatFitsIsUsed) {
     const std::string text =
         "\t.file 0 \"/dir\" \"src/a.c\"\n" + function("one", "\t.loc 0 21\n\tret\n");
