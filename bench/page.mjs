@@ -32,6 +32,15 @@ const show = (what, value, aim = "") =>
 async function open(file, ready) {
   const context = await browser.newContext({ viewport: { width: 1400, height: 860 } });
   const page = await context.newPage();
+  // The moment itself, without the way of its news to here.
+  await page.addInitScript(() => {
+    const note = () => {
+      if (document.documentElement?.dataset.ready) {
+        window.usableAfter ??= performance.now();
+      }
+    };
+    new MutationObserver(note).observe(document, { attributes: true, subtree: true });
+  });
   await page.goto(pathToFileURL(file).href, { waitUntil: "commit" });
   await ready(page);
   return { context, page };
@@ -45,7 +54,7 @@ async function opening(file, ready, runs) {
   const times = [];
   for (let i = 0; i < runs; ++i) {
     const { context, page } = await open(file, ready);
-    times.push(await page.evaluate(() => performance.now()));
+    times.push(await page.evaluate(() => window.usableAfter ?? performance.now()));
     await context.close();
   }
   return Math.min(...times);
