@@ -103,7 +103,10 @@ static bool is_compilers(const annotation& model, const references& used, std::s
 }
 
 static std::string_view without_return(std::string_view line) {
-    return line.substr(0, line.find_last_not_of('\r') + 1);
+    while (line.ends_with('\r')) {
+        line.remove_suffix(1);
+    }
+    return line;
 }
 
 void read_function_lines(const annotation& model, const references& used,
@@ -173,19 +176,20 @@ void take_data_lines(const annotation& model, references& used, std::uint32_t fu
     for (std::uint32_t label : used.take_data_of(function)) {
         const text_range range = used.extent_of(label);
         std::size_t at = std::max<std::size_t>(range.begin, shown_up_to);
-        for (; at < range.end; at += line_at(code.text, at).size() + 1) {
-            const std::size_t end = at + line_at(code.text, at).size();
+        while (at < range.end) {
+            const std::string_view line = line_at(code.text, at);
+            const std::size_t end = at + line.size();
             const auto place = static_cast<std::uint32_t>(at);
             while (label < code.labels.size() && code.labels[label].name_at < at) {
                 ++label;
             }
             const bool has_label = label < code.labels.size() && code.labels[label].name_at < end;
-            const data_line it = read_data_line(line_at(code.text, at));
-            if (it.has_data) {
+            if (read_data_line(line).has_data) {
                 lines.push_back({line_kind::data, place});
             } else if (has_label && is_shown(model, used, label)) {
                 lines.push_back({line_kind::label, place, label});
             }
+            at = end + 1;
         }
         shown_up_to = at;
     }

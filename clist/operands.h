@@ -18,9 +18,9 @@ inline std::string_view line_at(std::string_view text, std::size_t at) {
 
 // What stands behind the first word of a line of code.
 inline std::string_view operands_of(std::string_view line) {
-    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-    line.remove_prefix(std::min(line.find_first_of(" \t"), line.size()));
-    return line;
+    assembly::skip_blanks(line);
+    const auto* const end = std::find_if(line.begin(), line.end(), assembly::is_blank);
+    return line.substr(static_cast<std::size_t>(end - line.begin()));
 }
 
 // Calls `visit` with each label that a stretch of assembly names.

@@ -20,8 +20,17 @@ static void for_each_index(const annotation& model, std::string_view text, const
     });
 }
 
+// Strings refer to nothing.
 static void for_each_index(const annotation& model, const text_range& range, const auto& visit) {
-    for_each_index(model, model.code().text.substr(range.begin, range.end - range.begin), visit);
+    for (std::size_t at = range.begin; at < range.end;) {
+        const std::string_view line = line_at(model.code().text, at);
+        at += line.size() + 1;
+        std::string_view operands = line;
+        assembly::skip_blanks(operands);
+        if (!operands.starts_with(".string") && !operands.starts_with(".asci")) {
+            for_each_index(model, line, visit);
+        }
+    }
 }
 
 static void read_function(const annotation& model, const function_code& function,

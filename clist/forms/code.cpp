@@ -38,7 +38,9 @@ static void write_line(model_writer& writer, const function_line& line, output& 
     const bool is_painted = line.kind == line_kind::label && writer.from.options.color;
     writer.text = is_painted ? color_code(color::label) : "";
     append_line(writer.model, line, writer.text);
-    writer.text += is_painted ? color_code(color::plain) : "";
+    if (is_painted) {
+        writer.text += color_code(color::plain);
+    }
     writer.text += '\n';
     to.put(writer.text);
 }

@@ -30,11 +30,11 @@ static void append_number(std::string& text, std::uint32_t number) {
 static void append_source(std::string& text, std::string_view line) {
     const std::size_t begin = text.size();
     text += line;
-    constexpr std::string_view line_ends{"\r\0", 2};
-    if (line.find_first_of(line_ends) != std::string_view::npos) {
-        std::replace_if(
-            text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(),
-            [&](char c) { return line_ends.find(c) != std::string_view::npos; }, ' ');
+    for (const char line_end : {'\r', '\0'}) {
+        if (line.find(line_end) != std::string_view::npos) {
+            std::replace(text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(), line_end,
+                         ' ');
+        }
     }
 }
 
