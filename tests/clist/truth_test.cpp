@@ -435,9 +435,8 @@ class noise_checker {
         EXPECT_EQ(number_, objects_.size()) << "lines of code";
         EXPECT_EQ(wrong_, 0U) << "lines of code with other comments than among all lines";
         for (const std::string& name : used_) {
-            const bool is_defined = whole_.assembly.starts_with(name + ":") ||
-                                    whole_.assembly.find("\n" + name + ":") != std::string::npos;
-            EXPECT_TRUE(!is_defined || labels_.contains(name)) << name << " is used and not shown";
+            EXPECT_TRUE(labels_.contains(name) || !is_defined(name))
+                << name << " is used and not shown";
         }
         for (const std::string& name : labels_) {
             EXPECT_TRUE(!name.starts_with(".L") || used_.contains(name))
@@ -446,6 +445,11 @@ class noise_checker {
     }
 
   private:
+    bool is_defined(const std::string& name) const {
+        return whole_.assembly.starts_with(name + ":") ||
+               whole_.assembly.find("\n" + name + ":") != std::string::npos;
+    }
+
     void check_line(const std::string& line) {
         const added kind = kind_of(line, comment_);
         if (kind == added::inlined) {
