@@ -7,6 +7,7 @@
 #include <array>
 #include <cstring>
 #include <limits>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -98,8 +99,10 @@ struct text_reader {
     bool may_be_procedure = false;                  // nothing but a `.loc` came since
     std::optional<code_position> loose_entry = {};  // its first `.loc`
 
-    code_position pending = {};                 // the last `.loc`
-    bool has_pending = false;                   // until it gets code
+    code_position pending = {};  // the last `.loc`
+    bool has_pending = false;    // until it gets code
+    // By section: a `.loc` with a view that has no code yet.
+    std::unordered_map<std::uint32_t, code_position> left_behind = {};
     std::uint32_t lead = none;                  // first of the lines that lead up to the next code
     bool pending_leads = false;                 // they include that `.loc`
     std::optional<bool> is_integrated = {};     // see there
@@ -446,6 +449,29 @@ static void refuse_interlist_directive(text_reader& reader) {
     }
 }
 
+// Where another section goes on. A `.loc` with a view is of the section that it stands in; any
+// other is of the next code wherever that is.
+static void leave_section(text_reader& reader, std::uint32_t before) {
+    if (reader.has_pending) {
+        const std::size_t at = reader.pending.directive;
+        const std::string_view line = reader.text.substr(at, end_of_line(reader.text, at) - at);
+        if (line.find(" view ") != std::string_view::npos) {
+            reader.left_behind.insert_or_assign(before, reader.pending);
+            reader.has_pending = false;
+        }
+    }
+    const auto left = reader.left_behind.find(reader.track.current());
+    if (left == reader.left_behind.end()) {
+        return;
+    }
+    if (!reader.has_pending) {
+        reader.pending = left->second;
+        reader.pending.at = reader.next_line_at;
+        reader.has_pending = true;
+    }
+    reader.left_behind.erase(left);
+}
+
 // A section is entered, or perhaps entered again.
 static void follow_section(text_reader& reader, const directive_row& row, std::string_view rest) {
     const std::uint32_t before = reader.track.current();
@@ -453,6 +479,7 @@ static void follow_section(text_reader& reader, const directive_row& row, std::s
     if (reader.track.current() == before) {
         return;
     }
+    leave_section(reader, before);
     reader.in_debug = reader.assembly.sections[reader.track.current()].kind == section_kind::debug;
     if (row.kind != directive::push_section && row.kind != directive::pop_section) {
         // Without a declaration nothing tells that a function goes on elsewhere.

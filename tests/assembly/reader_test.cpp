@@ -384,6 +384,30 @@ TEST(AssemblyCode, HasTheLastPositionOfItsSection) {
     EXPECT_EQ(lines_of_code(text), (Texts{"1", "1", "-", "2", "3", "2", "3", "2"}));
 }
 
+// With a view, which GCC gives, a `.loc` is of the section that it stands in.
+TEST(AssemblyCode, HasNoPositionWithAViewFromAnotherSection) {
+    const std::string_view text =
+        "\t.loc 1 1\n"
+        "\tnop\n"
+        "\t.loc 1 2 is_stmt 0 view .LVU1\n"
+        "\t.section .text.unlikely\n"
+        "\tnop\n"
+        "\t.loc 1 3 view -0\n"
+        "\tnop\n"
+        "\t.loc 1 4\n"
+        "\t.pushsection .text\n"
+        "\tnop\n"
+        "\t.popsection\n"
+        "\tnop\n"
+        "\t.text\n"
+        "\t.loc 1 5 view .LVU1\n"
+        "\t.pushsection .data\n"
+        "\t.byte 1\n"
+        "\t.popsection\n"
+        "\tnop\n";
+    EXPECT_EQ(lines_of_code(text), (Texts{"1", "-", "3", "4", "3", "5"}));
+}
+
 TEST(AssemblyCode, IsToldBySectionAndPlace) {
     const assembly_file assembly = read(
         "f:\n"

@@ -66,6 +66,16 @@ int keep(std::vector<std::unique_ptr<int>>& all, int from) {
     return std::count_if(all.begin(), all.end(), [&](const auto& it) { return *it == from; });
 }
 
+// Made in vain where its constructor throws: what is left to do then stands elsewhere.
+struct throwing {
+    explicit throwing(int from);
+    int values[9];
+};
+
+throwing* make_throwing(bool is_first) {
+    return is_first ? new throwing(1) : new throwing(2);
+}
+
 struct numbers {
     struct promise_type {
         int value = 0;
