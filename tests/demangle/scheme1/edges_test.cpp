@@ -235,6 +235,23 @@ TEST(Scheme1Edges, ClassesOfAMemberInAnExpression) {
         {"Dtsr1A1B1CE1xE", "decltype(A::B::C::x)"},
         {"Dtsr1AIiE1B1CE1xE", "decltype(A<int>::B::C::x)"},
         {"Dtsr1A1B1xEE", bad},
+        // Whether the levels behind "srN" are entered is told by what the name says later.
+        {"_Z1f1ADTsrNS_1BE1xEPi1TIiES2_IcE", "f(A, decltype(A::B::x), int *, T<int>, T<char>)"},
+        {"_Z1f1ADTsrNS_1BE1xEPi1TIiES3_IcE", "f(A, decltype(A::B::x), int *, T<int>, T<char>)"},
+    };
+    expect_rows(rows);
+    const std::string name(4200, 'a');
+    EXPECT_EQ(decoded("_Z1f4200" + name + "1BIXsr1A1xEE"), "f(" + name + ", B<A::x>)");
+    EXPECT_EQ(decoded("_Z1f4200" + name + "1BIXsr1A1CE1xEE"), "f(" + name + ", B<A::C::x>)");
+}
+
+TEST(Scheme1Edges, ConstrainedPlaceholdersTakeQualifiers) {
+    const ExtendedNames extended;
+    static constexpr Row rows[] = {
+        {"_Z1fDk1C", "f(C auto)"},
+        {"_Z1fKDk1C", "f(const C auto)"},
+        {"_Z1fPKDK1C", "f(const C decltype(auto) *)"},
+        {"_Z1fOVDk1CIiE", "f(volatile C<int> auto &&)"},
     };
     expect_rows(rows);
 }
