@@ -418,6 +418,19 @@ TEST(Scheme0Names, CompressedNamesRepeatNothingThatIsNotThereYet) {
     }
 }
 
+TEST(Scheme0Names, TheExpansionStandsInTheTailOfTheBufferWithItsNul) {
+    std::string buffer(32, '?');
+    int error = 1;
+    int overflow = 1;
+    std::size_t needed = 0;
+    decode_identifier("__CPR8__f__F1AJ4J", buffer.data(), buffer.size(), &error, &overflow, &needed,
+                      1);
+    EXPECT_EQ(error, 0);
+    EXPECT_EQ(overflow, 0);
+    using namespace std::string_view_literals;
+    EXPECT_EQ(buffer, "f(A, A)\0???????????????f__F1A1A\0"sv);
+}
+
 // Nothing stands for nothing, but its NUL and that of its text need room.
 TEST(Scheme0Names, CompressedNameOfNoLengthIsABadNameThatNeedsRoom) {
     for (const char* const name : {"__CPR0__", "__CPR0__x"}) {

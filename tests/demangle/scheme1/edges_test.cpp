@@ -138,8 +138,8 @@ TEST(Scheme1Edges, AbbreviationsAsClassesAndTemplates) {
         {"_ZNStC1Ev", "std::std()"},
         {"_ZNStD1Ev", "std::~std()"},
         {"_ZNSaIcEC1Ev", "std::allocator<char>::allocator()"},
-        {"_ZN1AcvSaIiEEv", "A::operator std::allocator<int>()"},
-        {"_ZN1AcvSbIcEEv", "A::operator std::basic_string<char>()"},
+        {"_ZN1AcvPSaIiEEv", "A::operator std::allocator<int> *()"},
+        {"_ZN1AcvPSbIcEEv", "A::operator std::basic_string<char> *()"},
         {"_ZN1AcvSsIiEEv",
          "A::operator std::basic_string<char, std::char_traits<char>, "
          "std::allocator<char>><int>()"},
@@ -169,6 +169,10 @@ TEST(Scheme1Edges, VendorOperatorsBeginWithTheNumberOfTheirOperands) {
     static constexpr Row rows[] = {
         {"Dtv19builtinabT_E", "decltype(builtin-operation-ab(T1))"},
         {"Dtv09builtinabE", "decltype(builtin-operation-ab())"},
+        {"_Zv19builtinabi", "operator builtin-operation-ab(int)"},
+        {"_Zvx9builtinabi", bad},
+        {"_Zv/9builtinabi", bad},
+        {"_Zv:12clisubscripti", bad},
         {"Dtvx9builtinabT_E", bad},
         {"Dtv:9builtinabT_E", bad},
         {"Dtv/9builtinabT_E", bad},
