@@ -34,7 +34,8 @@ void decode_by_scheme(const char* name, char* buffer, std::size_t buffer_size, i
 
 // The demangled text of `name`, or `name` itself when it is not a valid mangled name
 // or decodes to nothing. The result lies in a buffer that belongs to the calling
-// thread and is overwritten by that thread's next call; the caller does not free it.
+// thread and is overwritten by that thread's next call, which may be given it as the name;
+// the caller does not free it.
 char* decode_id(const char* name, int decorated);
 
 // 1 when `name` looks mangled under the selected scheme, else 0: "_Z" in front for
