@@ -80,7 +80,9 @@ TEST(Scheme0Literals, TypeDecidesOnSuffixWordOrCast) {
                      {"PFi_vL10", "(void (*)(int))0"},
                      {"Z1ZL15", "(T1)5"},
                      {"CiL15", "(const int)5"},
-                     {"i15", bad_name},
+                     {"iL_1d", bad_name},
+                 {"iL_", bad_name},
+                 {"i15", bad_name},
                      {"hL15", bad_name}});
 }
 
