@@ -81,8 +81,8 @@ TEST(Scheme0Literals, TypeDecidesOnSuffixWordOrCast) {
                      {"Z1ZL15", "(T1)5"},
                      {"CiL15", "(const int)5"},
                      {"iL_1d", bad_name},
-                 {"iL_", bad_name},
-                 {"i15", bad_name},
+                     {"iL_", bad_name},
+                     {"i15", bad_name},
                      {"hL15", bad_name}});
 }
 
