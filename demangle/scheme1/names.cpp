@@ -120,7 +120,7 @@ const char* prefix(const char* at, const char* bound, bool whole_is_type, name_r
     if (*at == 'S' && at[1] != 't' && !is_module_reference(at, state)) {
         at = eabi_substitution(at, subst_whole, 0, false, component, state);
     }
-    while (at != bound && *at != 'E') {
+    while (*at != 'E' && at != bound) {
         if (*at >= '1' && *at <= '9') {
             const plain_name name = read_plain_name(at, state);
             if (name.text != nullptr && count_step(state)) {

@@ -138,10 +138,10 @@ struct attempt_state : output_state {
     bool answers_in_use = false;    // `one_class` has been cleared
 
     attempt_state(char* buffer, std::uint64_t buffer_size, int second, std::span<subst_entry> table)
-        : output_state{.out_buf = buffer, .out_size = buffer_size},
-          retrying(second),
-          subst_table(table.data()),
-          subst_capacity(table.size()) {}
+        : retrying(second), subst_table(table.data()), subst_capacity(table.size()) {
+        out_buf = buffer;
+        out_size = buffer_size;
+    }
 };
 
 }  // namespace scheme1
