@@ -58,6 +58,17 @@ TEST(ClistOptions, TheCompilersWordsBeginAtTheFirstWordThatIsNoOption) {
         {"a.s --all b.txt -o out", work::assembly, "a.s b.txt"},
         {"-", work::assembly, "-"},
         {"/dev/stdin", work::assembly, "/dev/stdin"},
+        {"-- a.s", work::assembly, "a.s"},
+        {"-- -", work::assembly, "-"},
+        {"--list -- a.s --all", work::assembly, "a.s --all"},
+        {"a.s -- b.s -- -o", work::assembly, "a.s b.s -- -o"},
+        {"a.s --all -- b.s", work::assembly, "a.s b.s"},
+        {"a.s --", work::assembly, "a.s"},
+        {"-o -- a.s", work::assembly, "a.s"},
+        {"-o -- -- gcc", work::compile, "gcc"},
+        {"-- prog.c -- x", work::compile, "my-cc -m32 -O2 prog.c -- x"},
+        {"--launcher -- gcc -- a.s", work::launcher, "gcc -- a.s"},
+        {"--launcher -- a.s", work::launcher, "a.s"},
     };
     for (const auto& [line, what, words] : cases) {
         const options given = read(line);
@@ -191,6 +202,9 @@ TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
         {"--launcher -o x gcc", "-o is not for --launcher: see --suffix"},
         {"--launcher -p build", "--launcher and -p exclude each other"},
         {"-p build gcc", "-p takes no compiler and no files"},
+        {"-p build -- a.s", "-p takes no compiler and no files"},
+        {"--", "nothing to list"},
+        {"--all --", "nothing to list"},
         {"-p build a.s", "-p takes no compiler and no files"},
         {"-p build --function f", "--function and --lines are not for -p"},
         {"-p build -j 0", "--jobs needs a number from 1 on, not '0'"},
