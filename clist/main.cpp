@@ -144,6 +144,12 @@ static int list_compile(const options& given) {
                 : "nothing to list: what is asked of the compiler makes no code");
         return exit_usage;
     }
+    for (const std::string& file : {given.output, given.depfile}) {
+        if (uses_file(command, file)) {
+            say(file + ": the compile itself uses this file");
+            return exit_usage;
+        }
+    }
     if (command.has_link_time) {
         say("-flto is left out: with it, code is made only when linking");
     }

@@ -331,6 +331,7 @@ std::string conflict(const options& given) {
         {given.what != work::compile && !given.depfile.empty(),
          "--depfile is for a single compile"},
         {!given.depfile.empty() && given.output.empty(), "--depfile needs -o"},
+        {!given.depfile.empty() && given.depfile == given.output, "--depfile and -o name one file"},
         {given.what == work::assembly && given.intel,
          "--intel is for compiles: assembly at hand stays in its syntax"},
         {listing.form == listing_form::page && !has_page(),

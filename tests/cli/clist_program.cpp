@@ -99,6 +99,41 @@ TEST(Clist, WritesAFileWhereToldTo) {
     EXPECT_EQ(folder.read("other.s"), listing);
 }
 
+// Neither the listing nor its rule takes the place of what the compile reads or writes itself.
+TEST(Clist, FilesOfTheCompileAreNotWrittenOver) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    folder.write("other.c", "int other;\n");
+    folder.write("words", "-c prog.c");
+    folder.write("given.o", "object");
+    folder.write("x.d", "rule");
+    fs::create_symlink("prog.c", folder / "link");
+    fs::create_hard_link(folder / "prog.c", folder / "hard");
+    const std::vector<string> compile{"cc",      "-c",  "other.c", "prog.c",
+                                      "given.o", "-MD", "-MF",     "x.d"};
+    for (const string name : {"prog.c", "./prog.c", "other.c", "link", "hard", "given.o", "x.d"}) {
+        for (std::vector<string> words :
+             {std::vector<string>{"-o", name}, {"-o", "new", "--depfile", name}}) {
+            words.insert(words.end(), compile.begin(), compile.end());
+            const Finished run = clist(words, in(folder));
+            EXPECT_EQ(run.status, 2) << name;
+            EXPECT_EQ(run.err, "clist: " + name + ": the compile itself uses this file\n");
+        }
+    }
+    for (const std::vector<string>& words :
+         {std::vector<string>{"cc", "@words"}, {"cc", "-c", "-x", "c", "prog.c"}, {"prog.c"}}) {
+        std::vector<string> all{"-o", "prog.c"};
+        all.insert(all.end(), words.begin(), words.end());
+        EXPECT_EQ(clist(all, in(folder)).status, 2) << words.back();
+    }
+    EXPECT_EQ(folder.read("prog.c"), source);
+    EXPECT_EQ(folder.read("other.c"), "int other;\n");
+    EXPECT_EQ(folder.read("given.o"), "object");
+    EXPECT_EQ(folder.read("x.d"), "rule");
+    EXPECT_FALSE(folder.has("new"));
+    EXPECT_EQ(clist({"-o", "/dev/null", "cc", "-x", "c", "-c", "/dev/null"}, in(folder)).status, 0);
+}
+
 TEST(Clist, EveryWordReachesTheCompilerAsGiven) {
     const ScratchFolder folder;
     const string compiler = fake_compiler(folder, "exit 3");

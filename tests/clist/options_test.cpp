@@ -211,6 +211,7 @@ TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
         {"-j 2 gcc", "-j is for -p"},
         {"--through ccache gcc", "--through is for -p"},
         {"--depfile d gcc", "--depfile needs -o"},
+        {"--depfile x -o x gcc", "--depfile and -o name one file"},
         {"--depfile d -o x a.s", "--depfile is for a single compile"},
         {"--intel a.s", "--intel is for compiles: assembly at hand stays in its syntax"},
     };
