@@ -260,10 +260,54 @@ TEST(Clist, WhatMakesNoCodeIsWrongUsage) {
         EXPECT_EQ(run.err, "clist: nothing to list: what is asked of the compiler makes no code\n");
     }
     for (const std::vector<string>& words :
-         {std::vector<string>{"cc"}, {"cc", "--version"}, {"cc", "prog.o"}, {"cc", "-c", "a.S"}}) {
+         {std::vector<string>{"cc"}, {"cc", "--version"}, {"cc", "-c", "-o", "x.o"}}) {
         const Finished run = clist(words, in(folder));
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(run.err, "clist: nothing to list: there is no C or C++ source to compile\n");
+    }
+}
+
+TEST(Clist, WhatIsNoSourceIsNamed) {
+    const ScratchFolder folder;
+    folder.write("data.txt", "text");
+    folder.write("given.o", "object");
+    folder.write("a.S", "\tnop\n");
+    folder.write("words", "-c data.txt");
+    fs::create_directory(folder / "folder");
+    const string no_program =
+        " is no program to run, no C or C++ source and no assembly (.s, .S, .asm)\n";
+    const string no_file = ": No such file or directory\n";
+    struct {
+        std::vector<string> words;
+        int status;
+        string error;
+    } const cases[] = {
+        {{"given.o"}, 2, "given.o" + no_program},
+        {{"data.txt", "-O2"}, 2, "data.txt" + no_program},
+        {{"folder"}, 2, "folder" + no_program},
+        {{"./folder"}, 2, "./folder" + no_program},
+        {{"none.o"}, 1, "none.o" + no_file},
+        {{"--all", "none"}, 1, "none" + no_file},
+        {{"cc", "none.o"}, 1, "none.o" + no_file},
+        {{"cc", "none"}, 1, "none" + no_file},
+        {{"cc", "-c", "none.s"}, 1, "none.s" + no_file},
+        {{"cc", "@none.rsp"}, 1, "none.rsp" + no_file},
+        {{"cc", "-c", "@none"}, 1, "none" + no_file},
+        {{"cc", "given.o"}, 2, "nothing to list: given.o is no C or C++ source\n"},
+        {{"cc", "-c", "data.txt"}, 2, "nothing to list: data.txt is no C or C++ source\n"},
+        {{"cc", "data.txt"}, 2, "nothing to list: data.txt is no C or C++ source\n"},
+        {{"cc", "@words"}, 2, "nothing to list: data.txt is no C or C++ source\n"},
+        {{"cc", "-c", "a.S"}, 2, "nothing to list: a.S is no C or C++ source\n"},
+        {{"cc", "-c", "given.o", "none.o"}, 2, "nothing to list: given.o is no C or C++ source\n"},
+        {{"env", "cc", "-c", "a.S"}, 2, "nothing to list: a.S is no C or C++ source\n"},
+        {{"cc", "-c", "-"}, 2, "nothing to list: standard input needs -x c or -x c++\n"},
+        {{"cc", "-"}, 2, "nothing to list: standard input needs -x c or -x c++\n"},
+    };
+    for (const auto& [words, status, error] : cases) {
+        const Finished run = clist(words, in(folder));
+        EXPECT_EQ(run.status, status) << error;
+        EXPECT_EQ(run.err, "clist: " + error);
+        EXPECT_EQ(run.out, "");
     }
 }
 
