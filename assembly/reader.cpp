@@ -101,7 +101,11 @@ struct text_reader {
 
     code_position pending = {};  // the last `.loc`
     bool has_pending = false;    // until it gets code
-    // By section: a `.loc` with a view that has no code yet.
+    bool is_written = false;     // it has a row of the section that it stands in as it is
+    // The `.loc` right before it, and the section that it has a row of, or none.
+    code_position passed = {};
+    std::uint32_t passed_section = none;
+    // By section: the last row where no code has that yet.
     std::unordered_map<std::uint32_t, code_position> left_behind = {};
     std::uint32_t lead = none;                  // first of the lines that lead up to the next code
     bool pending_leads = false;                 // they include that `.loc`
@@ -218,6 +222,9 @@ static void code(text_reader& reader) {
         position = static_cast<std::uint32_t>(assembly.positions.size());
         assembly.positions.push_back(reader.pending);
         reader.has_pending = false;
+        if (!reader.left_behind.empty()) {
+            reader.left_behind.erase(at);
+        }
     }
     if (position != none) {
         ++assembly.positions[position].code;
@@ -279,6 +286,13 @@ static void read_loc(text_reader& reader, std::string_view rest) {
     }
     leads_up(reader);
     code_position& position = reader.pending;
+    if (reader.has_pending) {
+        reader.passed = position;
+        reader.passed_section = reader.track.current();
+    } else {
+        reader.passed_section = none;
+    }
+    reader.is_written = false;
     position.at = reader.lead;
     position.directive = reader.line_at;
     position.file = file.value;
@@ -449,27 +463,48 @@ static void refuse_interlist_directive(text_reader& reader) {
     }
 }
 
-// Where another section goes on. A `.loc` with a view is of the section that it stands in; any
-// other is of the next code wherever that is.
+// Whether the assembler is the compiler's own, as Clang's is, which goes by what such texts
+// end with.
+static bool is_integrated(text_reader& reader) {
+    if (!reader.is_integrated) {
+        constexpr std::size_t enough = 1 << 16;
+        const std::string_view text = reader.text;
+        const std::string_view end = text.substr(text.size() - std::min(text.size(), enough));
+        reader.is_integrated = end.find("\n\t.addrsig") != std::string_view::npos ||
+                               end.find("\n.subsections_via_symbols") != std::string_view::npos ||
+                               end.find("clang version") != std::string_view::npos;
+    }
+    return *reader.is_integrated;
+}
+
+static bool has_view(const text_reader& reader, const code_position& position) {
+    const std::size_t at = position.directive;
+    const std::string_view line = reader.text.substr(at, end_of_line(reader.text, at) - at);
+    return line.find(" view ") != std::string_view::npos;
+}
+
+// Where another section goes on. A `.loc` gets its row of the line table in the section that
+// holds the next code or the next `.loc`, with a view in its own. The compiler's own assembler
+// forgets one that has none yet when the section changes.
 static void leave_section(text_reader& reader, std::uint32_t before) {
     if (reader.has_pending) {
-        const std::size_t at = reader.pending.directive;
-        const std::string_view line = reader.text.substr(at, end_of_line(reader.text, at) - at);
-        if (line.find(" view ") != std::string_view::npos) {
+        if (reader.is_written || (!is_integrated(reader) && has_view(reader, reader.pending))) {
             reader.left_behind.insert_or_assign(before, reader.pending);
             reader.has_pending = false;
+        } else if (reader.passed_section == before) {
+            reader.left_behind.insert_or_assign(before, reader.passed);
         }
+        reader.has_pending = reader.has_pending && !is_integrated(reader);
     }
+    reader.passed_section = none;
     const auto left = reader.left_behind.find(reader.track.current());
-    if (left == reader.left_behind.end()) {
-        return;
-    }
-    if (!reader.has_pending) {
+    if (left != reader.left_behind.end() && !reader.has_pending) {
         reader.pending = left->second;
         reader.pending.at = reader.next_line_at;
         reader.has_pending = true;
+        reader.is_written = true;
+        reader.left_behind.erase(left);
     }
-    reader.left_behind.erase(left);
 }
 
 // A section is entered, or perhaps entered again.
@@ -490,25 +525,16 @@ static void follow_section(text_reader& reader, const directive_row& row, std::s
     }
 }
 
-// Whether the assembler is the compiler's own, as Clang's is, which goes by what such texts
-// end with.
-static bool is_integrated(text_reader& reader) {
-    if (!reader.is_integrated) {
-        constexpr std::size_t enough = 1 << 16;
-        const std::string_view text = reader.text;
-        const std::string_view end = text.substr(text.size() - std::min(text.size(), enough));
-        reader.is_integrated = end.find("\n\t.addrsig") != std::string_view::npos ||
-                               end.find("\n.subsections_via_symbols") != std::string_view::npos ||
-                               end.find("clang version") != std::string_view::npos;
+// The compiler's own assembler gives a position to data, too; only room gets none.
+static void read_data_directive(text_reader& reader, directive kind) {
+    reader.is_written = reader.is_written ||
+                        (reader.has_pending && kind != directive::room && is_integrated(reader));
+    if (reader.assembly.sections[reader.track.current()].kind != section_kind::code) {
+        return;
     }
-    return *reader.is_integrated;
-}
-
-// Data between a `.loc` and its code, in a section of their own: that assembler gives the
-// position to the data.
-static void read_other_data(text_reader& reader, directive kind) {
-    if (reader.has_pending && kind != directive::room && is_integrated(reader)) {
-        reader.has_pending = false;
+    std::vector<std::uint32_t>& data_lines = reader.assembly.data_lines;
+    if (data_lines.empty() || data_lines.back() != reader.line_at) {
+        data_lines.push_back(reader.line_at);
     }
 }
 
@@ -568,15 +594,8 @@ static void read_directive(text_reader& reader, std::string_view name, std::stri
         default:
             break;
     }
-    if (!is_data(row.kind)) {
-        return;
-    }
-    if (reader.assembly.sections[reader.track.current()].kind != section_kind::code) {
-        return read_other_data(reader, row.kind);
-    }
-    std::vector<std::uint32_t>& data_lines = reader.assembly.data_lines;
-    if (data_lines.empty() || data_lines.back() != reader.line_at) {
-        data_lines.push_back(reader.line_at);
+    if (is_data(row.kind)) {
+        read_data_directive(reader, row.kind);
     }
 }
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -338,20 +340,6 @@ TEST(AssemblyPositions, OfCodeWithoutALabelAreInAFunctionThatNothingDeclares) {
     EXPECT_EQ(assembly.positions.size(), 1U);
 }
 
-// Where the assembler is the compiler's own, data in other sections take a position away
-// from the code behind them; only room does not.
-TEST(AssemblyPositions, MayBeOfDataInBetween) {
-    const std::string text =
-        "f:\n\t.loc 1 3\n\tnop\n\t.loc 1 4\n\t.data\n\t.zero 4\n\t.text\n\tnop\n"
-        "\t.loc 1 5\n\t.data\n\t.byte 1\n\t.text\n\tnop\n";
-    const std::vector<std::string> all = {"3", "4", "5"};
-    const std::vector<std::string> without = {"3", "4", "4"};
-    EXPECT_EQ(lines_of_code(text + "\t.ident\t\"GCC: (Debian 12.2.0-14) 12.2.0\"\n"), all);
-    EXPECT_EQ(lines_of_code(text + "\t.ident\t\"Debian clang version 14.0.6\"\n"), without);
-    EXPECT_EQ(lines_of_code(text + "\t.addrsig\n"), without);
-    EXPECT_EQ(lines_of_code(text + ".subsections_via_symbols\n"), without);
-}
-
 TEST(AssemblyPositions, HaveTheirColumn) {
     const assembly_file assembly =
         read("\t.loc 1 3 17 is_stmt 0 view .LVU4\n\tnop\n\t.loc 1 4\n\tnop\n");
@@ -382,6 +370,65 @@ TEST(AssemblyCode, HasTheLastPositionOfItsSection) {
         "\t.popsection\n"
         "\tnop\n";
     EXPECT_EQ(lines_of_code(text), (Texts{"1", "1", "-", "2", "3", "2", "3", "2"}));
+}
+
+// A `.loc` and its code may have a change of sections between them. What the table has is what
+// objects made by GNU as and by Clang's assembler tell of such texts.
+TEST(AssemblyCode, HasThePositionThatTheAssemblerGivesIt) {
+    struct row {
+        std::string_view text;  // after code with line 1; an A goes to another section, a T back
+        Texts gnu;
+        Texts clang;
+    };
+    const std::vector<row> rows = {
+        {"2 T n", {"2"}, {"2"}},
+        {"2 A n T n", {"2", "1"}, {"-", "1"}},
+        {"2 3 A n T n", {"3", "2"}, {"-", "2"}},
+        {"2 3 4 A n T n", {"4", "3"}, {"-", "3"}},
+        {"2 3 push n pop n", {"3", "2"}, {"-", "2"}},
+        {"2 3 n A n T n", {"3", "-", "3"}, {"3", "-", "3"}},
+        {"2 A 3 n T n A n", {"3", "1", "3"}, {"3", "1", "3"}},
+        {"2 A 3 T n A n", {"3", "2"}, {"1", "-"}},
+        {"2 3 A T n A n 4 n T n", {"3", "-", "4", "3"}, {"2", "-", "4", "2"}},
+        {"2 3 A 4 B T n A n", {"4", "3"}, {"2", "-"}},
+        {"2 3 A T B n T n A n", {"3", "2", "-"}, {"-", "2", "-"}},
+        {"2 data byte T n", {"2"}, {"1"}},
+        {"2 data room T n", {"2"}, {"1"}},
+        {"data 2 byte T n", {"2"}, {"1"}},
+        {"2 byte A n T n", {"2", "1"}, {"-", "2"}},
+        {"2 room A n T n", {"2", "1"}, {"-", "1"}},
+    };
+    const std::map<std::string_view, std::string_view> statements = {
+        {"A", ".section .a,\"ax\""},
+        {"B", ".section .b,\"ax\""},
+        {"T", ".text"},
+        {"push", ".pushsection .a,\"ax\""},
+        {"pop", ".popsection"},
+        {"n", "nop"},
+        {"data", ".data"},
+        {"byte", ".byte 1"},
+        {"room", ".zero 1"},
+    };
+    for (const row& it : rows) {
+        std::string text = "\t.loc 1 1\n\tnop\n";
+        std::istringstream words{std::string(it.text)};
+        for (std::string word; words >> word;) {
+            const auto known = statements.find(word);
+            text += "\t";
+            text += known == statements.end() ? ".loc 1 " + word : std::string(known->second);
+            text += "\n";
+        }
+        Texts gnu = {"1"};
+        gnu.insert(gnu.end(), it.gnu.begin(), it.gnu.end());
+        Texts clang = {"1"};
+        clang.insert(clang.end(), it.clang.begin(), it.clang.end());
+        EXPECT_EQ(lines_of_code(text + "\t.ident\t\"GCC: (Debian 12.2.0-14) 12.2.0\"\n"), gnu)
+            << it.text;
+        EXPECT_EQ(lines_of_code(text + "\t.ident\t\"Debian clang version 14.0.6\"\n"), clang)
+            << it.text;
+        EXPECT_EQ(lines_of_code(text + "\t.addrsig\n"), clang) << it.text;
+        EXPECT_EQ(lines_of_code(text + ".subsections_via_symbols\n"), clang) << it.text;
+    }
 }
 
 // With a view, which GCC gives, a `.loc` is of the section that it stands in.

@@ -115,6 +115,19 @@ __asm__(
     "\t.byte 7\n"
     "\t.text");
 
+/* Other sections between a line and its own code. */
+#ifdef __ELF__
+void noted_first(void) {
+    __asm__ volatile(".pushsection .noted\n\t.long 1\n\t.popsection\n\tnop");
+}
+
+void noted_behind_data(void) {
+    next();
+    __asm__ volatile(".byte 0, 0, 0, 0\n\t.pushsection .noted\n\t.popsection\n\tnop");
+    next();
+}
+#endif
+
 #ifdef HAS_BLANKS
 int with_blank(int n) {
     return with_letters(n) + 1;
