@@ -21,6 +21,7 @@ enum class directive : std::uint8_t {
     pop_section,
     previous_section,
     subsection,
+    end_handler,  // goes back from the handler's data, if these are not left yet
     begin_macro,
     end_macro,
     set,

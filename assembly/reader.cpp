@@ -516,7 +516,8 @@ static void follow_section(text_reader& reader, const directive_row& row, std::s
     }
     leave_section(reader, before);
     reader.in_debug = reader.assembly.sections[reader.track.current()].kind == section_kind::debug;
-    if (row.kind != directive::push_section && row.kind != directive::pop_section) {
+    if (row.kind != directive::push_section && row.kind != directive::pop_section &&
+        row.kind != directive::end_handler) {
         // Without a declaration nothing tells that a function goes on elsewhere.
         if (reader.in_function && !reader.assembly.functions.back().is_declared) {
             end_function(reader, reader.line_at);
@@ -583,6 +584,7 @@ static void read_directive(text_reader& reader, std::string_view name, std::stri
         case directive::pop_section:
         case directive::previous_section:
         case directive::subsection:
+        case directive::end_handler:
             return follow_section(reader, row, rest);
         case directive::begin_macro:
             reader.macro_depth = 1;

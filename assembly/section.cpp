@@ -10,7 +10,7 @@
 namespace assembly {
 
 // How the names of sections begin whose content is neither code nor a program's data.
-static constexpr std::array<std::string_view, 16> other_names = {
+static constexpr std::array<std::string_view, 18> other_names = {
     ".eh_frame",    ".gcc_except_table",
     ".note",        ".comment",
     ".ARM.ex",      ".ARM.attributes",
@@ -19,6 +19,7 @@ static constexpr std::array<std::string_view, 16> other_names = {
     ".gnu.warning", ".llvm",
     ".ctors",       ".dtors",
     "__LD,",        ".mdebug",
+    ".handlerdata", ".seh_handlerdata",
 };
 static constexpr std::array<std::string_view, 4> debug_names = {".debug_", ".zdebug_", "__DWARF,",
                                                                 ".gnu.debug"};
@@ -138,6 +139,11 @@ void section_track::follow(const directive_row& row, std::string_view operands) 
             return std::swap(current_, previous_);
         case directive::subsection:
             return enter_subsection(operands);
+        case directive::end_handler:
+            if (sections_[current_].name == ".handlerdata") {
+                current_ = previous_;
+            }
+            return;
         default:
             return;
     }

@@ -117,7 +117,7 @@ data_line read_data_line(std::string_view line) {
             it.is_foreign = !word.starts_with('.') || kind == of::named_section ||
                             kind == of::own_section || kind == of::push_section ||
                             kind == of::pop_section || kind == of::previous_section ||
-                            kind == of::subsection || kind == of::loc ||
+                            kind == of::subsection || kind == of::end_handler || kind == of::loc ||
                             kind == of::begin_procedure;
             return it;
         }

@@ -477,6 +477,21 @@ TEST(AssemblyCode, IsToldBySectionAndPlace) {
                              ".Lc .fixup 1", ".Ld .text 2"}));
 }
 
+// What handles exceptions has tables that a directive of its own begins, not `.section`.
+TEST(AssemblyCode, HasNoDataInTablesOfHandlers) {
+    for (const std::string_view text : {
+             "f:\n\tnop\n\t.seh_handlerdata\n.LLSDA0:\n\t.byte 0xff\n\t.uleb128 .LEHB0-.LFB0\n"
+             "\t.text\n\tnop\n",
+             "f:\n\tnop\n\t.handlerdata\n.LLSDA0:\n\t.uleb128 .LEHB0-.LFB0\n\t.text\n\t.fnend\n"
+             "\tnop\n",
+             "f:\n\tnop\n\t.handlerdata\n.LLSDA0:\n\t.uleb128 .LEHB0-.LFB0\n\t.fnend\n\tnop\n",
+         }) {
+        const assembly_file assembly = read(text);
+        EXPECT_TRUE(assembly.data_lines.empty()) << text;
+        EXPECT_EQ(assembly.sections.front().instruction_count, 2U) << text;
+    }
+}
+
 TEST(AssemblyCode, IsTheSameSectionByNameAndGroup) {
     const auto count = [](std::string_view text) { return read(text).sections.size() - 1; };
     EXPECT_EQ(count("\t.section .a,\"ax\",@progbits\n\t.text\n\t.section .a\n"), 1U);

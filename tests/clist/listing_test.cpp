@@ -629,6 +629,16 @@ TEST(Messages, TellOnceOfASourceThatIsNewerThanTheAssembly) {
     EXPECT_EQ(::list({input}, options).messages, "");
 }
 
+TEST(CodeForm, LeavesOutTablesOfHandlers) {
+    EXPECT_EQ(code("\t.text\n\t.def f;\t.scl 2;\t.type 32;\t.endef\n\t.seh_proc f\nf:\n"
+                   ".LFB0:\n\t.loc 1 1\n.LEHB0:\n\tcall g\n.LEHE0:\n\tret\n.L2:\n\tjmp g\n"
+                   "\t.seh_handler h, @unwind, @except\n\t.seh_handlerdata\n.LLSDA0:\n"
+                   "\t.byte 0xff\n\t.uleb128 .LLSDACSE0-.LLSDACSB0\n.LLSDACSB0:\n"
+                   "\t.uleb128 .LEHB0-.LFB0\n\t.uleb128 .L2-.LFB0\n.LLSDACSE0:\n"
+                   "\t.text\n\t.seh_endproc\n"),
+              "f:\n# no line\n\tcall g\n\tret\n\tjmp g\n");
+}
+
 TEST(Messages, TellWhatCannotBeShown) {
     const struct {
         const char* text;
