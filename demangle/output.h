@@ -36,11 +36,12 @@ inline void copy_one_step(char* to, const char* from) {
 // Touches less than a step behind the text on either side. `to` may lie behind `from` in
 // the same text.
 inline void copy_in_steps(char* to, const char* from, std::size_t length) {
-    std::size_t done = 0;
-    do {
-        copy_one_step(to + done, from + done);
-        done += copy_step;
-    } while (done < length);
+    copy_one_step(to, from);
+    if (length > copy_step) [[unlikely]] {
+        for (std::size_t done = copy_step; done < length; done += copy_step) {
+            copy_one_step(to + done, from + done);
+        }
+    }
 }
 
 // Copies two blocks of `block` bytes that together cover the text.

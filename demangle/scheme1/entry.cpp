@@ -114,9 +114,9 @@ bool looks_mangled(const char* name) {
     return name[0] == '_' && name[1] == 'Z';
 }
 
-IN_PLACE static decode_result decode_name(std::string_view name, bool extended, bool decorated,
+// Decodes what the state was given.
+IN_PLACE static decode_result decode_name(eabi_decode_state& state, bool decorated,
                                           std::span<char> buffer) {
-    eabi_decode_state state(name, extended, buffer);
     const char* end = attempt(decorated, &state);
     if (!is_read(end, &state)) {
         end = further_attempts(end, decorated, &state);
@@ -148,16 +148,19 @@ IN_PLACE static decode_result decode_name(std::string_view name, bool extended, 
 }
 
 decode_result decode(std::string_view name, const decode_options& options, std::span<char> buffer) {
-    return decode_name(name, options.extended, options.decorated, buffer);
+    eabi_decode_state state(options.extended, buffer);
+    state.give(name);
+    return decode_name(state, options.decorated, buffer);
 }
 
 }  // namespace scheme1
 
 using namespace scheme1;
 
-eabi_decode_state::eabi_decode_state(std::string_view name, bool extended_names,
-                                     std::span<char> buffer) noexcept
-    : attempt_state(buffer.data(), buffer.size(), 0, first_entries), extended(extended_names) {
+IN_PLACE eabi_decode_state::eabi_decode_state(bool extended_names, std::span<char> buffer) noexcept
+    : attempt_state(buffer.data(), buffer.size(), 0, first_entries), extended(extended_names) {}
+
+IN_PLACE void eabi_decode_state::give(std::string_view name) {
     if (name.size() + copy_step <= sizeof padded) {
         std::memcpy(padded, name.data(), name.size());
         std::memset(padded + name.size(), 0, copy_step);
@@ -177,9 +180,10 @@ eabi_decode_state::~eabi_decode_state() {
 
 void decode_identifier_eabi(const char* name, char* buffer, std::size_t buffer_size, int* error_out,
                             int* overflow_out, std::size_t* needed_size_out, int decorated) {
-    store_result(decode_name({name, std::strlen(name)}, decode_extended_names != 0, decorated != 0,
-                             {buffer, buffer_size}),
-                 error_out, overflow_out, needed_size_out);
+    eabi_decode_state state(decode_extended_names != 0, {buffer, buffer_size});
+    state.give({name, std::strlen(name)});
+    store_result(decode_name(state, decorated != 0, {buffer, buffer_size}), error_out, overflow_out,
+                 needed_size_out);
 }
 
 bool decode_is_ia64_subobject(const char* name) {
@@ -189,7 +193,8 @@ bool decode_is_ia64_subobject(const char* name) {
     const std::size_t size = std::strlen(name) + 1;
     const auto copy = std::make_unique<char[]>(size);  // NOLINT(modernize-avoid-c-arrays)
     std::memcpy(copy.get(), name, size);
-    eabi_decode_state state({copy.get(), size - 1}, decode_extended_names != 0, {});
+    eabi_decode_state state(decode_extended_names != 0, {});
+    state.give({copy.get(), size - 1});
     eabi_encoding(state.input + 2, false, &state);
     return state.is_subobject != 0;
 }

@@ -70,9 +70,10 @@ inline constexpr std::array<unsigned char, 256> base36_ordinals = [] {
 // that is past any table.
 inline const char* read_sequence_number(const char* at, std::uint64_t* number) {
     constexpr std::uint64_t limit = std::uint64_t{1} << 40;
-    // Most have one digit or none, and no branch tells the two apart.
+    // Most have one digit or none, and no branch tells the two apart: (ordinal + 63) / 64 is 1
+    // for a digit and not a condition, which compilers make a branch of.
     *number = base36_ordinals[static_cast<unsigned char>(*at)];
-    at += *number != 0 ? 1 : 0;
+    at += (*number + 63) / 64;
     if (*at == '_') {
         return at;
     }

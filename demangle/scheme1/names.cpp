@@ -96,17 +96,21 @@ IN_PLACE static const char* enter_plain_name(const char* at, plain_name name, bo
                                              const prefix_progress& progress,
                                              last_component* component, eabi_decode_state* state) {
     const auto name_at = static_cast<std::uint32_t>(at - state->input);
-    emit_plain_name(name, first ? 0 : 2, state);
+    // The kind is also the length of the "::" in front.
+    static_assert(subst_name == 0 && subst_prefix_and_name == 2);
+    const subst_kind kind = first ? subst_name : subst_prefix_and_name;
+    emit_plain_name(name, kind, state);
     at = name.text + name.length;
     *component = {.last_name = name_at + 1};
     if ((progress.whole_is_type || *at != 'E') && may_enter(state)) {
-        state->subst_table[state->subst_count++] = {
-            progress.start,
-            first ? subst_name : subst_prefix_and_name,
-            static_cast<std::uint32_t>(progress.text_at),
-            static_cast<std::uint32_t>(state->out_len - progress.text_at),
-            name_at,
-            {.last_name = name_at + 1, .flags = state->lambda_flag}};
+        subst_entry& entry = state->subst_table[state->subst_count++];
+        entry = {progress.start,
+                 kind,
+                 static_cast<std::uint32_t>(progress.text_at),
+                 static_cast<std::uint32_t>(state->out_len - progress.text_at),
+                 name_at,
+                 {.last_name = name_at + 1}};
+        entry.component.flags = state->lambda_flag;
     }
     return at;
 }
@@ -120,8 +124,8 @@ const char* prefix(const char* at, const char* bound, bool whole_is_type, name_r
     if (*at == 'S' && at[1] != 't' && !is_module_reference(at, state)) {
         at = eabi_substitution(at, subst_whole, 0, false, component, state);
     }
-    while (*at != 'E' && at != bound) {
-        if (*at >= '1' && *at <= '9') {
+    for (char letter = *at; at != bound; letter = *at) {
+        if (letter >= '1' && letter <= '9') {
             const plain_name name = read_plain_name(at, state);
             if (name.text != nullptr && count_step(state)) {
                 at = enter_plain_name(at, name, at == progress.start, progress, component, state);
@@ -129,10 +133,10 @@ const char* prefix(const char* at, const char* bound, bool whole_is_type, name_r
                 continue;
             }
         }
-        if (state->error_seen != 0) {
+        if (letter == 'E' || state->error_seen != 0) {
             break;
         }
-        if (*at == 'I') {
+        if (letter == 'I') {
             if (at == progress.start || (progress.facts & (has_args | std_only)) != 0) {
                 report_bad_name(state);
                 break;

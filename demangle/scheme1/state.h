@@ -168,7 +168,9 @@ struct eabi_decode_state : scheme1::attempt_state {
         scheme1::subst_entry first_entries[128];  // the table until it outgrows them
     };
 
-    eabi_decode_state(std::string_view name, bool extended_names, std::span<char> buffer) noexcept;
+    // Without a name, which `give` gives it before anything else is asked of it.
+    eabi_decode_state(bool extended_names, std::span<char> buffer) noexcept;
+    void give(std::string_view name);
     ~eabi_decode_state();
     eabi_decode_state(const eabi_decode_state&) = delete;
     eabi_decode_state& operator=(const eabi_decode_state&) = delete;

@@ -37,11 +37,11 @@ struct plain_name {
 inline plain_name read_plain_name(const char* at, const eabi_decode_state* state) {
     const unsigned second = static_cast<unsigned char>(at[1]) - static_cast<unsigned>('0');
     const std::size_t two_digits = second < 10 ? 1 : 0;  // no branch: names vary in length
-    auto length = static_cast<std::size_t>(*at - '0');
-    length += (length * 9 + second) * two_digits;
+    std::size_t length = static_cast<unsigned char>(at[0]) - std::size_t{'0'};
+    length += (length * 9 + second) & (0 - two_digits);
     const char* const text = at + 1 + two_digits;
     const bool plain = static_cast<std::ptrdiff_t>(length) <= state->steps_end - text &&
-                       text[length] != 'B' && !is_digit(*text) &&
+                       text[length] != 'B' && static_cast<unsigned char>(text[0]) > '9' &&
                        (text[0] != '_' || text[1] != 'G') && state->suppress_depth == 0 &&
                        state->out_len + length + copy_step + 2 < state->out_size;
     return {plain ? text : nullptr, length};
