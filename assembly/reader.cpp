@@ -37,7 +37,7 @@ class special_places {
     // other.
     void move_to(std::size_t from, std::size_t to) {
         to_ = to;
-        if (nearest_ < from) {
+        if (nearest_ < from || to > horizon_) {
             look(from);
         }
     }
@@ -50,12 +50,22 @@ class special_places {
 
   private:
     enum mark : std::uint8_t { separator, comment, equals, colon };
+    static constexpr std::size_t nowhere = std::string_view::npos;
+
+    // What is read next has then just come into the processor's cache. Far ahead there may
+    // be none of some, and debugging data, which need none.
+    static constexpr std::size_t far = std::size_t{1} << 14;
 
     void look(std::size_t from) {
-        nearest_ = std::string_view::npos;
+        const bool is_further = to_ > horizon_;
+        if (is_further) {
+            horizon_ = std::max(to_, std::min(from + far, text_.size()));
+        }
+        const std::string_view near = text_.substr(0, horizon_);
+        nearest_ = nowhere;
         for (std::size_t i = 0; i < marks_.size(); ++i) {
-            if (at_[i] < from) {
-                at_[i] = text_.find(marks_[i], from);
+            if (at_[i] < from || (is_further && at_[i] == nowhere)) {
+                at_[i] = near.find(marks_[i], from);
             }
             nearest_ = std::min(nearest_, at_[i]);
         }
@@ -63,7 +73,8 @@ class special_places {
 
     std::string_view text_;
     std::array<std::string, 4> marks_;
-    std::array<std::size_t, 4> at_{};  // behind the stretch, or in it
+    std::array<std::size_t, 4> at_{};  // behind the stretch, or in it, or nowhere up to the horizon
+    std::size_t horizon_ = 0;
     std::size_t nearest_ = 0;
     std::size_t to_ = 0;
 };
