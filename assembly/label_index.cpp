@@ -54,7 +54,7 @@ static numbered_name take_apart(std::string_view name) {
         return it;
     }
     for (std::size_t i = 0; i < letters; ++i) {
-        it.prefix |= std::uint64_t{static_cast<unsigned char>(name[i])} << (8 * i);
+        it.prefix = it.prefix << 8 | static_cast<unsigned char>(name[i]);
     }
     it.number = number;
     return it;
@@ -62,6 +62,9 @@ static numbered_name take_apart(std::string_view name) {
 
 const std::uint32_t* label_index::find_numbered(std::string_view name) const {
     const numbered_name it = take_apart(name);
+    if (it.prefix == 0) {
+        return nullptr;
+    }
     for (const family& one : families_) {
         if (one.prefix == it.prefix) {
             return it.number < one.index_of.size() ? &one.index_of[it.number] : nullptr;

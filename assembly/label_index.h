@@ -35,7 +35,7 @@ class label_index {
     // Labels that a compiler counts up, ".LVL7": by their number. They are most of all, and
     // come in their order, so that this is much faster than a table of any names.
     struct family {
-        std::uint64_t prefix;  // its letters, the first one lowest
+        std::uint64_t prefix;  // its letters, the last one lowest
         std::vector<std::uint32_t> index_of;
     };
     const std::uint32_t* find_numbered(std::string_view name) const;

@@ -45,14 +45,13 @@ void for_each_label(const assembly::label_index& labels, std::string_view text, 
             ++end;
         }
         const bool is_register = at != 0 && text[at - 1] == '%';
-        if (end != at && !is_register && !assembly::is_digit(text[at])) {
-            std::string_view name = text.substr(at, end - at);
-            if (!look_up(name)) {
-                // "$f" is the address of f for some, "f@PLT" a way to reach it.
-                name = name.substr(0, name.find('@'));
-                name.remove_prefix(name.starts_with('$') ? 1 : 0);
-                look_up(name);
-            }
+        const std::string_view name = text.substr(at, end - at);
+        // "$f" is the address of f for some, "f@PLT" a way to reach it.
+        std::string_view bare = name.substr(0, name.find('@'));
+        bare.remove_prefix(bare.starts_with('$') ? 1 : 0);
+        const bool is_number = !bare.empty() && assembly::is_digit(bare.front());
+        if (!is_register && !is_number && !look_up(name) && bare != name) {
+            look_up(bare);
         }
         at = end + 1;
     }
