@@ -129,9 +129,9 @@ class byte_sink {
 
   private:
     void make_room(std::size_t count) {
-        constexpr std::size_t least = 4096;
+        constexpr std::size_t more = std::size_t{1} << 15;
         if (bytes_.size() - size_ < count) {
-            bytes_.resize(bytes_.size() * 2 + count + least);
+            bytes_.resize(bytes_.size() + count + more);
         }
     }
 

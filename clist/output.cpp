@@ -14,7 +14,7 @@ output::output(int descriptor) : descriptor_(descriptor) {
 }
 
 void output::put(std::string_view text) {
-    if (text.size() > buffer_size - buffer_.size()) {
+    if (buffer_.size() + text.size() > buffer_size) {
         flush();
         // What would fill the buffer by itself need not be copied.
         if (text.size() >= buffer_size) {
@@ -22,6 +22,13 @@ void output::put(std::string_view text) {
         }
     }
     buffer_ += text;
+}
+
+std::string& output::next() {
+    if (buffer_.size() >= buffer_size / 2) {
+        flush();
+    }
+    return buffer_;
 }
 
 bool output::flush() {

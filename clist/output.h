@@ -15,6 +15,9 @@ class output {
     void put(std::string_view text);
     void put(char c) { put(std::string_view(&c, 1)); }
 
+    // What is put next, to be appended to until the next call of any of these functions.
+    std::string& next();
+
     // Writes what is still in the buffer. False when this or any write before failed, and
     // errno tells why the first one did.
     bool flush();

@@ -72,7 +72,14 @@ references::references(const annotation& model)
     data_begin_.push_back(static_cast<std::uint32_t>(data_.size()));
     // `data` grows while it is gone through.
     for (std::size_t i = 0; i < data.size(); ++i) {
-        for_each_index(model, extent_of(data[i]), use);
+        stretch& it = stretches_[data[i]];
+        it.extent = find_extent(data[i]);
+        for_each_index(model, it.extent, [&](std::uint32_t found) {
+            if (is_data(found)) {
+                it.data.push_back(found);
+            }
+            use(found);
+        });
     }
 }
 
@@ -88,13 +95,13 @@ std::vector<std::uint32_t> references::take_data_of(std::uint32_t function) {
                   take);
     const std::vector<label>& labels = model_.code().labels;
     for (std::size_t i = 0; i < data.size(); ++i) {
-        const text_range range = extent_of(data[i]);
+        const stretch& it = stretches_.at(data[i]);
         // Other labels of the same lines need not be shown again.
         for (std::size_t next = data[i] + 1;
-             next < labels.size() && labels[next].name_at < range.end; ++next) {
+             next < labels.size() && labels[next].name_at < it.extent.end; ++next) {
             is_taken_[next] = true;
         }
-        for_each_index(model_, range, take);
+        std::for_each(it.data.begin(), it.data.end(), take);
     }
     std::sort(data.begin(), data.end());
     return data;
@@ -126,7 +133,7 @@ data_line read_data_line(std::string_view line) {
     }
 }
 
-text_range references::extent_of(std::uint32_t index) const {
+text_range references::find_extent(std::uint32_t index) const {
     // More labels than this for one place are nobody's.
     constexpr int most_names = 16;
     const assembly::assembly_file& code = model_.code();

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "clist/annotate.h"
@@ -29,15 +30,26 @@ class references {
     // other data, in the order of the text: those that no call has given before.
     std::vector<std::uint32_t> take_data_of(std::uint32_t function);
 
-    // The lines of the data at a label: from the start of its own line to behind its last.
-    assembly::text_range extent_of(std::uint32_t label) const;
+    // The lines of the data at a label that code leads to: from the start of its own line to
+    // behind its last.
+    assembly::text_range extent_of(std::uint32_t label) const {
+        return stretches_.at(label).extent;
+    }
 
   private:
+    // The data at a label.
+    struct stretch {
+        assembly::text_range extent;
+        std::vector<std::uint32_t> data;  // other ones that they refer to
+    };
+
     bool is_data(std::uint32_t label) const;
+    assembly::text_range find_extent(std::uint32_t label) const;
 
     const annotation& model_;
-    std::vector<bool> is_used_;              // by index of a label
-    std::vector<bool> is_taken_;             // the same, of data
+    std::vector<bool> is_used_;                             // by index of a label
+    std::vector<bool> is_taken_;                            // the same, of data
+    std::unordered_map<std::uint32_t, stretch> stretches_;  // by label: data that code leads to
     std::vector<std::uint32_t> data_;        // that functions refer to, one after another
     std::vector<std::uint32_t> data_begin_;  // by function: where its own begin
 };

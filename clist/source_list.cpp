@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -102,22 +103,49 @@ std::string_view source_list::text(std::uint32_t index) {
         } else if (options_.warnings && is_missing) {
             say(file.recorded + ": there is no such file, so its lines stay empty");
         }
-        file.line_starts.push_back(0);
     }
     return file.found.file ? file.found.file->text() : std::string_view();
+}
+
+// Where each line begins, and behind the last one where that ends. Eight characters at once:
+// large sources have very many lines.
+static std::vector<std::uint32_t> find_line_starts(std::string_view text) {
+    constexpr std::size_t step = sizeof(std::uint64_t);
+    constexpr std::uint64_t each = 0x0101010101010101;
+    constexpr std::size_t about = 32;  // characters in a line
+    std::vector<std::uint32_t> starts;
+    starts.reserve(text.size() / about);
+    starts.push_back(0);
+    std::size_t at = 0;
+    for (; at + step <= text.size(); at += step) {
+        std::uint64_t characters = 0;
+        std::memcpy(&characters, text.data() + at, step);
+        if constexpr (std::endian::native == std::endian::big) {
+            characters = __builtin_bswap64(characters);
+        }
+        const std::uint64_t other = characters ^ each * '\n';  // 0 where there is a newline
+        std::uint64_t newlines = ~(((other & each * 0x7f) + each * 0x7f) | other | each * 0x7f);
+        for (; newlines != 0; newlines &= newlines - 1) {
+            const auto place = static_cast<unsigned>(std::countr_zero(newlines)) / 8;
+            starts.push_back(static_cast<std::uint32_t>(at + place + 1));
+        }
+    }
+    for (; at < text.size(); ++at) {
+        if (text[at] == '\n') {
+            starts.push_back(static_cast<std::uint32_t>(at + 1));
+        }
+    }
+    if (starts.back() < text.size()) {
+        starts.push_back(static_cast<std::uint32_t>(text.size()));
+    }
+    return starts;
 }
 
 std::string_view source_list::line(std::uint32_t index, std::uint32_t number) {
     const std::string_view all = text(index);
     std::vector<std::uint32_t>& starts = files_[index].line_starts;
-    while (starts.size() <= number && starts.back() < all.size()) {
-        const std::size_t begin = starts.back();
-        const void* end = std::memchr(all.data() + begin, '\n', all.size() - begin);
-        const std::size_t next =
-            end == nullptr
-                ? all.size()
-                : static_cast<std::size_t>(static_cast<const char*>(end) - all.data()) + 1;
-        starts.push_back(static_cast<std::uint32_t>(next));
+    if (starts.empty()) {
+        starts = find_line_starts(all);
     }
     if (number == 0 || starts.size() <= number) {
         return {};

@@ -27,7 +27,7 @@ struct source_file {
     std::int64_t modified = 0;  // when the assembly was written
     bool is_looked_for = false;
     assembly::found_source found = {};
-    std::vector<std::uint32_t> line_starts = {};  // as far as they were asked for
+    std::vector<std::uint32_t> line_starts = {};  // once a line was asked for
 };
 
 class source_list {

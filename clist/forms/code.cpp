@@ -22,7 +22,6 @@ struct model_writer {
     references used;
     comment_lines comments;
     std::vector<function_line> lines = {};
-    std::string text = {};
 
     model_writer(const form_input& input, std::size_t at)
         : model(input.models[at]),
@@ -36,13 +35,15 @@ struct model_writer {
 
 static void write_line(model_writer& writer, const function_line& line, output& to) {
     const bool is_painted = line.kind == line_kind::label && writer.from.options.color;
-    writer.text = is_painted ? color_code(color::label) : "";
-    append_line(writer.model, line, writer.text);
+    std::string& text = to.next();
     if (is_painted) {
-        writer.text += color_code(color::plain);
+        text += color_code(color::label);
     }
-    writer.text += '\n';
-    to.put(writer.text);
+    append_line(writer.model, line, text);
+    if (is_painted) {
+        text += color_code(color::plain);
+    }
+    text += '\n';
 }
 
 static void write_function(model_writer& writer, const selected_function& chosen, output& to) {
