@@ -170,6 +170,17 @@ std::string output_of(const arguments& given, std::size_t source) {
         .replace_extension(given.to_assembly ? ".s" : ".o");
 }
 
+bool uses_file(const arguments& given, const std::string& name) {
+    std::error_code failure;
+    return fs::is_regular_file(name, failure) &&
+           std::any_of(given.all.begin(), given.all.end(), [&](const argument& each) {
+               const bool is_file = each.what == role::source || each.what == role::other_input ||
+                                    each.what == role::dependency_file;
+               return is_file &&
+                      fs::equivalent(name, each.value.empty() ? each.option : each.value, failure);
+           });
+}
+
 compiled compile(const arguments& given, std::size_t source, const compile_settings& settings) {
     scratch_folder scratch;
     const std::string name = given.all[source].option;

@@ -30,6 +30,9 @@ std::vector<std::string> assembly_command(const arguments& given, std::size_t so
 // Where the command as given puts what it makes of a source.
 std::string output_of(const arguments& given, std::size_t source);
 
+// Whether a file, by whatever name, is one that the compile reads or the rule that it writes.
+bool uses_file(const arguments& given, const std::string& name);
+
 // What a compile gave.
 struct compiled {
     int status = 0;  // for clist: 0 when there is assembly

@@ -41,13 +41,18 @@ bool list_beside(const arguments& command, std::size_t source, const options& gi
         if (!fs::is_regular_file(object)) {
             return true;
         }
-        compiled made = compile(command, source, settings);
-        if (made.status == 0) {
-            return write_listing(command, source, made, given, object + given.suffix);
-        }
-        failure = made.error;
-        if (!made.messages.empty()) {
-            failure += ": " + first_line(made.messages);
+        const std::string listing = object + given.suffix;
+        if (uses_file(command, listing)) {
+            failure = "the compile itself uses " + listing;
+        } else {
+            compiled made = compile(command, source, settings);
+            if (made.status == 0) {
+                return write_listing(command, source, made, given, listing);
+            }
+            failure = made.error;
+            if (!made.messages.empty()) {
+                failure += ": " + first_line(made.messages);
+            }
         }
     } catch (const std::exception& unexpected) {
         failure = unexpected.what();

@@ -136,13 +136,51 @@ static int write_dependencies(const options& given, std::vector<std::string> fil
     return exit_success;
 }
 
+// Tells what stands where a source should. Gives the exit status.
+static int refuse_without_source(const arguments& command) {
+    for (const argument& each : command.all) {
+        const bool is_program = each.what == role::program && !found_program(each.option).empty();
+        const bool is_option =
+            each.what != role::program && each.what != role::other_input &&
+            (each.what != role::other || (each.option.starts_with("-") && each.option != "-"));
+        if (is_program || is_option || each.option.empty()) {
+            continue;
+        }
+        if (each.option == "-") {
+            say("nothing to list: standard input needs -x c or -x c++");
+            return exit_usage;
+        }
+        const std::string name = each.option.substr(each.option.front() == '@' ? 1 : 0);
+        struct stat status {};
+        if (stat(name.c_str(), &status) != 0) {
+            say(name + ": " + std::strerror(errno));
+            return exit_failure;
+        }
+        if (&each == &command.all.front()) {
+            say(name + " is no program to run, no C or C++ source and no assembly (.s, .S, .asm)");
+        } else {
+            say("nothing to list: " + name + " is no C or C++ source");
+        }
+        return exit_usage;
+    }
+    say("nothing to list: there is no C or C++ source to compile");
+    return exit_usage;
+}
+
 static int list_compile(const options& given) {
     const arguments command = read_arguments(given.words);
+    if (command.sources.empty()) {
+        return refuse_without_source(command);
+    }
     if (!command.makes_code) {
-        say(command.sources.empty()
-                ? "nothing to list: there is no C or C++ source to compile"
-                : "nothing to list: what is asked of the compiler makes no code");
+        say("nothing to list: what is asked of the compiler makes no code");
         return exit_usage;
+    }
+    for (const std::string& file : {given.output, given.depfile}) {
+        if (uses_file(command, file)) {
+            say(file + ": the compile itself uses this file");
+            return exit_usage;
+        }
     }
     if (command.has_link_time) {
         say("-flto is left out: with it, code is made only when linking");

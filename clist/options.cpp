@@ -331,6 +331,7 @@ std::string conflict(const options& given) {
         {given.what != work::compile && !given.depfile.empty(),
          "--depfile is for a single compile"},
         {!given.depfile.empty() && given.output.empty(), "--depfile needs -o"},
+        {!given.depfile.empty() && given.depfile == given.output, "--depfile and -o name one file"},
         {given.what == work::assembly && given.intel,
          "--intel is for compiles: assembly at hand stays in its syntax"},
         {listing.form == listing_form::page && !has_page(),
@@ -385,6 +386,7 @@ options read_options(const std::vector<std::string>& arguments, const environmen
     optind = 0;  // starts getopt_long afresh
     opterr = 0;
     while (true) {
+        const int before = std::max(optind, 1);
         const int answer =
             getopt_long(count, argv.data(), tables.letters.c_str(), tables.names.data(), nullptr);
         if (answer != -1) {
@@ -396,15 +398,16 @@ options read_options(const std::vector<std::string>& arguments, const environmen
         if (optind >= count) {
             break;
         }
-        const std::string& word = arguments[static_cast<std::size_t>(optind - 1)];
+        const auto word = arguments.begin() + (optind - 1);
         const bool is_file = given.what != work::launcher && given.build_dir.empty() &&
-                             (given.what == work::assembly || is_assembly(word));
-        if (!is_file) {
-            given.words.assign(arguments.begin() + (optind - 1), arguments.end());
+                             (given.what == work::assembly || is_assembly(*word));
+        // Behind "--", which was passed over, and from a compiler on, no word is an option.
+        const bool is_last = !is_file || optind > before;
+        given.what = is_file ? work::assembly : given.what;
+        given.words.insert(given.words.end(), word, is_last ? arguments.end() : word + 1);
+        if (is_last) {
             break;
         }
-        given.what = work::assembly;
-        given.words.push_back(word);
         ++optind;
     }
 

@@ -158,6 +158,27 @@ run_result run(const std::vector<std::string>& words, const run_settings& settin
     return result;
 }
 
+std::string found_program(const std::string& name) {
+    const char* const path = std::getenv("PATH");
+    std::string_view folders = path != nullptr ? path : "";
+    const auto is_program = [](const std::filesystem::path& file) {
+        std::error_code failure;
+        return std::filesystem::is_regular_file(file, failure) && access(file.c_str(), X_OK) == 0;
+    };
+    if (name.find('/') != std::string::npos) {
+        return is_program(name) ? name : "";
+    }
+    while (!folders.empty()) {
+        const std::string_view folder = folders.substr(0, folders.find(':'));
+        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+        const std::filesystem::path program = std::filesystem::path(folder) / name;
+        if (is_program(program)) {
+            return program;
+        }
+    }
+    return {};
+}
+
 int become(const std::vector<std::string>& words) {
     execvp(words.front().c_str(), pointers(words).data());
     return errno;

@@ -37,6 +37,9 @@ struct run_result {
     bool succeeded() const { return error == 0 && status == 0 && signal == 0; }
 };
 
+// The program of a name, looked for as a shell does; empty where there is none.
+std::string found_program(const std::string& name);
+
 // Runs a program found in $PATH and waits for its end.
 run_result run(const std::vector<std::string>& words, const run_settings& settings = {});
 

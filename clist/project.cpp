@@ -113,25 +113,6 @@ bool is_path(const std::string& program) {
     return program.find('/') != std::string::npos;
 }
 
-// The program of a name, looked for as a shell does; empty where there is none.
-std::string found_program(const std::string& name) {
-    const char* const path = std::getenv("PATH");
-    std::string_view folders = path != nullptr ? path : "";
-    if (is_path(name)) {
-        return access(name.c_str(), X_OK) == 0 ? name : "";
-    }
-    while (!folders.empty()) {
-        const std::string_view folder = folders.substr(0, folders.find(':'));
-        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-        const fs::path program = fs::path(folder) / name;
-        std::error_code failure;
-        if (fs::is_regular_file(program, failure) && access(program.c_str(), X_OK) == 0) {
-            return program;
-        }
-    }
-    return {};
-}
-
 std::string own_program() {
     std::error_code failure;
     const fs::path self = fs::read_symlink("/proc/self/exe", failure);

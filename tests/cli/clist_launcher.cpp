@@ -213,6 +213,31 @@ TEST(Launcher, AFailedCompileIsTheCompilers) {
     EXPECT_EQ(passed.err, "clist: cannot run /none/cc: No such file or directory\n");
 }
 
+TEST(Launcher, AListingTakesNoFileOfTheCompile) {
+    const ScratchFolder folder;
+    const string source = "int f(void) { return 1; }\n";
+    folder.write("a.c", source);
+    struct {
+        std::vector<string> words;
+        string suffix;
+    } const cases[] = {
+        {{"cc", "-c", "a.c", "-o", "a"}, ".c"},
+        {{"cc", "-c", "a.c", "-o", "a", "-MD", "-MF", "a.d"}, ".d"},
+    };
+    for (const auto& [words, suffix] : cases) {
+        ASSERT_EQ(run_program(words, in(folder.path())).status, 0);
+        const tree expected(folder.path());
+        const Finished run = run_program(launched(words, {"--suffix", suffix}), in(folder.path()));
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.err, "clist: no listing of a.c: the compile itself uses a" + suffix + "\n");
+        EXPECT_EQ(tree(folder.path()).files, expected.files);
+        EXPECT_EQ(run_program(launched(words, {"--strict", "--suffix", suffix}), in(folder.path()))
+                      .status,
+                  1);
+    }
+    EXPECT_EQ(folder.read("a.c"), source);
+}
+
 TEST(Launcher, AListingThatFailsIsAWarningUnlessStrict) {
     const ScratchFolder folder;
     folder.write("a.c", "int f(void) { return 1; }\n");

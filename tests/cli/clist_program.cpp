@@ -99,6 +99,41 @@ TEST(Clist, WritesAFileWhereToldTo) {
     EXPECT_EQ(folder.read("other.s"), listing);
 }
 
+// Neither the listing nor its rule takes the place of what the compile reads or writes itself.
+TEST(Clist, FilesOfTheCompileAreNotWrittenOver) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    folder.write("other.c", "int other;\n");
+    folder.write("words", "-c prog.c");
+    folder.write("given.o", "object");
+    folder.write("x.d", "rule");
+    fs::create_symlink("prog.c", folder / "link");
+    fs::create_hard_link(folder / "prog.c", folder / "hard");
+    const std::vector<string> compile{"cc",      "-c",  "other.c", "prog.c",
+                                      "given.o", "-MD", "-MF",     "x.d"};
+    for (const string name : {"prog.c", "./prog.c", "other.c", "link", "hard", "given.o", "x.d"}) {
+        for (std::vector<string> words :
+             {std::vector<string>{"-o", name}, {"-o", "new", "--depfile", name}}) {
+            words.insert(words.end(), compile.begin(), compile.end());
+            const Finished run = clist(words, in(folder));
+            EXPECT_EQ(run.status, 2) << name;
+            EXPECT_EQ(run.err, "clist: " + name + ": the compile itself uses this file\n");
+        }
+    }
+    for (const std::vector<string>& words :
+         {std::vector<string>{"cc", "@words"}, {"cc", "-c", "-x", "c", "prog.c"}, {"prog.c"}}) {
+        std::vector<string> all{"-o", "prog.c"};
+        all.insert(all.end(), words.begin(), words.end());
+        EXPECT_EQ(clist(all, in(folder)).status, 2) << words.back();
+    }
+    EXPECT_EQ(folder.read("prog.c"), source);
+    EXPECT_EQ(folder.read("other.c"), "int other;\n");
+    EXPECT_EQ(folder.read("given.o"), "object");
+    EXPECT_EQ(folder.read("x.d"), "rule");
+    EXPECT_FALSE(folder.has("new"));
+    EXPECT_EQ(clist({"-o", "/dev/null", "cc", "-x", "c", "-c", "/dev/null"}, in(folder)).status, 0);
+}
+
 TEST(Clist, EveryWordReachesTheCompilerAsGiven) {
     const ScratchFolder folder;
     const string compiler = fake_compiler(folder, "exit 3");
@@ -225,10 +260,54 @@ TEST(Clist, WhatMakesNoCodeIsWrongUsage) {
         EXPECT_EQ(run.err, "clist: nothing to list: what is asked of the compiler makes no code\n");
     }
     for (const std::vector<string>& words :
-         {std::vector<string>{"cc"}, {"cc", "--version"}, {"cc", "prog.o"}, {"cc", "-c", "a.S"}}) {
+         {std::vector<string>{"cc"}, {"cc", "--version"}, {"cc", "-c", "-o", "x.o"}}) {
         const Finished run = clist(words, in(folder));
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(run.err, "clist: nothing to list: there is no C or C++ source to compile\n");
+    }
+}
+
+TEST(Clist, WhatIsNoSourceIsNamed) {
+    const ScratchFolder folder;
+    folder.write("data.txt", "text");
+    folder.write("given.o", "object");
+    folder.write("a.S", "\tnop\n");
+    folder.write("words", "-c data.txt");
+    fs::create_directory(folder / "folder");
+    const string no_program =
+        " is no program to run, no C or C++ source and no assembly (.s, .S, .asm)\n";
+    const string no_file = ": No such file or directory\n";
+    struct {
+        std::vector<string> words;
+        int status;
+        string error;
+    } const cases[] = {
+        {{"given.o"}, 2, "given.o" + no_program},
+        {{"data.txt", "-O2"}, 2, "data.txt" + no_program},
+        {{"folder"}, 2, "folder" + no_program},
+        {{"./folder"}, 2, "./folder" + no_program},
+        {{"none.o"}, 1, "none.o" + no_file},
+        {{"--all", "none"}, 1, "none" + no_file},
+        {{"cc", "none.o"}, 1, "none.o" + no_file},
+        {{"cc", "none"}, 1, "none" + no_file},
+        {{"cc", "-c", "none.s"}, 1, "none.s" + no_file},
+        {{"cc", "@none.rsp"}, 1, "none.rsp" + no_file},
+        {{"cc", "-c", "@none"}, 1, "none" + no_file},
+        {{"cc", "given.o"}, 2, "nothing to list: given.o is no C or C++ source\n"},
+        {{"cc", "-c", "data.txt"}, 2, "nothing to list: data.txt is no C or C++ source\n"},
+        {{"cc", "data.txt"}, 2, "nothing to list: data.txt is no C or C++ source\n"},
+        {{"cc", "@words"}, 2, "nothing to list: data.txt is no C or C++ source\n"},
+        {{"cc", "-c", "a.S"}, 2, "nothing to list: a.S is no C or C++ source\n"},
+        {{"cc", "-c", "given.o", "none.o"}, 2, "nothing to list: given.o is no C or C++ source\n"},
+        {{"env", "cc", "-c", "a.S"}, 2, "nothing to list: a.S is no C or C++ source\n"},
+        {{"cc", "-c", "-"}, 2, "nothing to list: standard input needs -x c or -x c++\n"},
+        {{"cc", "-"}, 2, "nothing to list: standard input needs -x c or -x c++\n"},
+    };
+    for (const auto& [words, status, error] : cases) {
+        const Finished run = clist(words, in(folder));
+        EXPECT_EQ(run.status, status) << error;
+        EXPECT_EQ(run.err, "clist: " + error);
+        EXPECT_EQ(run.out, "");
     }
 }
 
