@@ -18,6 +18,11 @@ annotation::annotation(const listing_input& input, const listing_options& option
                        source_list& sources, name_table& names)
     : input_(input), options_(options), sources_(sources), names_(names) {}
 
+static bool has_declared_function(const assembly::assembly_file& code) {
+    return std::any_of(code.functions.begin(), code.functions.end(),
+                       [](const assembly::function_code& it) { return it.is_declared; });
+}
+
 bool annotation::read() {
     const assembly::dialect* const language =
         input_.target.empty() ? nullptr : &assembly::dialect_of_target(input_.target);
@@ -25,6 +30,13 @@ bool annotation::read() {
             assembly::read_assembly(input_.text, code_, {.language = language, .debug = true})) {
         say(input_.name + ":" + std::to_string(error->line) + ": " + error->message);
         return false;
+    }
+    std::string_view missing = assembly::missing_lines(code_, input_.text);
+    if (!missing.empty() && !has_declared_function(code_)) {
+        code_.functions.clear();  // what is there in place of code is none
+    } else if (missing.empty() && !code_.instructions.empty() && code_.positions.empty()) {
+        // Here code counts, too, that nothing declares for a function.
+        missing = "no line information; compile with -g";
     }
     labels_.emplace(code_);
     debug_ = assembly::read_debug_info(code_, *labels_);
@@ -36,11 +48,10 @@ bool annotation::read() {
     }
     collect_sources();
     if (options_.warnings) {
-        const std::string_view missing = assembly::missing_lines(code_, input_.text);
         if (!missing.empty()) {
             say(input_.name + ": " + std::string(missing));
         }
-        if (code_.functions.empty()) {
+        if (code_.functions.empty() && missing.empty()) {
             say(input_.name + ": no functions");
         }
         if (debug_.is_partial) {
