@@ -4,11 +4,15 @@
 #include <fnmatch.h>
 
 #include <algorithm>
+#include <array>
+#include <cctype>
 #include <charconv>
+#include <filesystem>
 #include <limits>
 #include <numeric>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "clist/operands.h"
@@ -65,7 +69,9 @@ struct nearest {
         if (candidate.empty() || candidate.size() > longest || wanted.size() > longest) {
             return;
         }
-        const std::size_t far = distance(wanted, candidate);
+        // What was left out at both ends counts for less than letters that are wrong.
+        const bool is_part = wanted.size() > 2 && candidate.find(wanted) != std::string_view::npos;
+        const std::size_t far = distance(wanted, candidate) + (is_part ? 0 : longest);
         if (far < least) {
             least = far;
             name = candidate;
@@ -77,6 +83,49 @@ struct nearest {
 
 static bool fits(const std::string& pattern, std::string_view name) {
     return pattern == name || fnmatch(pattern.c_str(), std::string(name).c_str(), 0) == 0;
+}
+
+// The name as it is written where the function is called: without the arguments of
+// templates, `const` behind it, and blanks behind `operator`.
+//   std::operator +<char>          std::operator+
+//   ns::list<int>::size const      ns::list::size
+static std::string bare_name(std::string_view plain) {
+    constexpr std::string_view word = "operator ";
+    // Longer ones before those that they begin with.
+    constexpr std::array<std::string_view, 8> with_angles = {"<=>", "<<=", ">>=", "->*",
+                                                             "<<",  ">>",  "->",  "<="};
+    std::string name;
+    std::size_t depth = 0;
+    for (std::size_t at = 0; at < plain.size(); ++at) {
+        const bool begins = name.empty() || name.back() == ':';
+        if (depth == 0 && begins && plain.substr(at).starts_with(word)) {
+            at += word.size();
+            name += "operator";
+            if (at < plain.size() && std::isalpha(static_cast<unsigned char>(plain[at])) != 0) {
+                name += ' ';
+            }
+            const auto* const sign =
+                std::find_if(with_angles.begin(), with_angles.end(),
+                             [&](std::string_view it) { return plain.substr(at).starts_with(it); });
+            const std::size_t size = sign == with_angles.end() ? 1 : sign->size();
+            name += plain.substr(at, size);
+            at += size - 1;
+        } else if (plain[at] == '<' && plain.substr(at).find('>') != std::string_view::npos &&
+                   !(begins && plain.substr(at).starts_with("<unnamed>"))) {
+            ++depth;
+        } else if (plain[at] == '>' && depth != 0) {
+            --depth;
+        } else if (depth == 0) {
+            name += plain[at];
+        }
+    }
+    name.resize(std::min(name.find(" [clone"), name.size()));
+    for (const std::string_view end : {" ", " &&", " &", " volatile", " const"}) {
+        if (name.ends_with(end)) {
+            name.resize(name.size() - end.size());
+        }
+    }
+    return name;
 }
 
 static std::optional<std::uint32_t> as_number(const std::string& pattern) {
@@ -105,12 +154,13 @@ static void mark_functions(const std::deque<annotation>& models,
         const function_code& function = code_of(models, all[i]);
         const std::string_view readable = models[all[i].model].name_of(function);
         const std::string plain = name_table::plain(function.symbol);
-        if (fits(pattern, function.symbol) || fits(pattern, readable) || fits(pattern, plain)) {
+        if (fits(pattern, function.symbol) || fits(pattern, readable) || fits(pattern, plain) ||
+            fits(pattern, bare_name(plain))) {
             is_chosen[i] = is_found = true;
         } else if (!is_found) {
             near.offer(function.symbol);
             near.offer(readable);
-            near.offer(plain);
+            near.offer(bare_name(plain));
         }
     }
     if (!is_found) {
@@ -120,8 +170,15 @@ static void mark_functions(const std::deque<annotation>& models,
 
 // --- Lines ---
 
-// Whether a file is the one that is meant: its name ends in that one's parts.
-static bool is_meant(const source_file& file, const std::string& name) {
+// Whether a file is the one that is meant: its name ends in that one's parts, or it is there.
+static bool is_meant(const source_file& file, const std::string& wanted) {
+    const std::filesystem::path given(wanted);
+    const std::string name = given.lexically_normal();
+    std::error_code failure;
+    if (given.is_relative() &&
+        file.path == (std::filesystem::current_path(failure) / given).lexically_normal()) {
+        return true;
+    }
     const auto ends = [&name](std::string_view path) {
         return path.ends_with(name) &&
                (path.size() == name.size() || path[path.size() - name.size() - 1] == '/');

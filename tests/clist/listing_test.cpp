@@ -506,6 +506,71 @@ TEST(Selection, IsByNameNumberOrGlob) {
     EXPECT_EQ(shown({"a*b"}), "     4        1  a*b\n");
 }
 
+TEST(Selection, ByNameLeavesOutWhatIsNotWrittenWhereItIsCalled) {
+    const struct {
+        const char* symbol;
+        const char* pattern;
+    } rows[] = {
+        {"_ZSt16__introsort_loopIPilEvT_S1_T0_.isra.0", "std::__introsort_loop"},
+        {"_ZNK2ns1S3sumEi", "ns::S::sum"},
+        {"_ZNKR2ns1S3sumEi", "ns::S::sum"},
+        {"_ZNVKO2ns1S3sumEi", "ns::S::sum"},
+        {"_ZN4listIiE4sizeIcEEvv", "list::size"},
+        {"_ZStplIcEvPKcT_", "std::operator+"},
+        {"_ZltIcEbT_S0_", "operator<"},
+        {"_ZlsIcEvT_", "operator<<"},
+        {"_ZssIcEvT_", "operator<=>"},
+        {"_ZNK1SIiEptEv", "S::operator->"},
+        {"_ZNK1SIiEgtEi", "S::operator>"},
+        {"_ZNK1SIiEclEv", "S::operator()"},
+        {"_ZN1SeqERKS_", "S::operator=="},
+        {"_ZN1ScvPKcEv", "S::operator const char *"},
+        {"_ZnwmPv", "operator new"},
+        {"_ZN12_GLOBAL__N_11gEv", "<unnamed>::g"},
+    };
+    for (const auto& row : rows) {
+        const listed it =
+            list({{"t.s", function(row.symbol, "\tnop\n")}}, [&](listing_options& options) {
+                quiet(options);
+                options.json = true;
+                options.functions = {row.pattern};
+            });
+        EXPECT_EQ(it.messages, "") << row.symbol;
+    }
+}
+
+TEST(CodeListing, SaysWhatIsThereInPlaceOfLines) {
+    const struct {
+        const char* text;
+        const char* message;
+        bool has_code;
+    } rows[] = {
+        {"\t.text\nf:\n\tnop\n", "no line information; compile with -g", true},
+        {"\tnop\n", "no line information; compile with -g", true},
+        {"\t.type f, @function\nf:\n\tnop\n", "no line information; compile with -g", true},
+        {"\t.section\t.gnu.lto_.opts,\"e\",@progbits\n\t.string \"-O\"\n",
+         "no code, which -flto leaves to the linker; compile without -flto", false},
+        {"source_filename = \"a.c\"\ndefine i32 @f() {\n  ret i32 0\n}\n",
+         "intermediate code in place of assembly; compile without -flto", false},
+    };
+    for (const auto& row : rows) {
+        const listed it = list({{"t.s", row.text}});
+        EXPECT_EQ(it.messages, "clist: t.s: " + std::string(row.message) + "\n");
+        EXPECT_EQ(!it.text.empty(), row.has_code) << row.text << it.text;
+    }
+}
+
+TEST(Selection, NamesWhatIsAskedForInPart) {
+    const listed it = list({{"t.s", function("_ZSt16__introsort_loopIPilEvT_S1_T0_", "\tnop\n") +
+                                        function("sortit", "\tnop\n")}},
+                           [](listing_options& options) {
+                               quiet(options);
+                               options.functions = {"introsort"};
+                           });
+    EXPECT_EQ(it.messages,
+              "clist: no function 'introsort'; the nearest is 'std::__introsort_loop'\n");
+}
+
 TEST(Selection, ThatFitsNothingNamesTheNearest) {
     const struct {
         change set;
@@ -527,6 +592,14 @@ TEST(Selection, ThatFitsNothingNamesTheNearest) {
              options.lines = {{"inlined.c", 9, 9}};
          },
          "clist: no code of inlined.c:9; the nearest is line 7\n"},
+        {[](listing_options& options) {
+             options.lines = {{"./inlined.c", 3, 4}};
+         },
+         "clist: no code of ./inlined.c:3-4; the nearest is line 2\n"},
+        {[](listing_options& options) {
+             options.lines = {{"none/.././inlined.c", 3, 4}};
+         },
+         "clist: no code of none/.././inlined.c:3-4; the nearest is line 2\n"},
         {[](listing_options& options) {
              options.lines = {{"inline.c", 3, 4}};
          },
