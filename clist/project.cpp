@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <sstream>
 #include <system_error>
 #include <tuple>
 
@@ -213,6 +214,40 @@ std::string ninja_file(const std::vector<listing_step>& steps, const std::string
     return text;
 }
 
+// Removes what Ninja has made in this form of listing and what no step makes any more.
+static void remove_leftovers(const std::vector<listing_step>& steps, const fs::path& folder,
+                             const options& given) {
+    std::set<std::string_view> outputs;
+    for (const listing_step& step : steps) {
+        outputs.insert(step.output);
+    }
+    const std::string beginning = folder / "";
+    std::string ignored;
+    const std::string log = read_whole(folder / ".clist" / ".ninja_log", ignored).value_or("");
+    std::istringstream lines(log);
+    for (std::string line; std::getline(lines, line);) {
+        // Its start, end and time, what was made, and a hash, parted by tabs.
+        std::size_t begin = 0;
+        for (int fields = 0; fields < 3; ++fields) {
+            begin = line.find('\t', begin) + 1;
+        }
+        const std::size_t end = line.rfind('\t');
+        if (begin == 0 || end <= begin || end == std::string::npos) {
+            continue;
+        }
+        const std::string made = line.substr(begin, end - begin);
+        if (!made.starts_with(beginning) || !made.ends_with(given.suffix) ||
+            outputs.contains(made)) {
+            continue;
+        }
+        std::error_code failure;
+        // The folder itself holds the log.
+        for (fs::path left = made; fs::remove(left, failure);) {
+            left = left.parent_path();
+        }
+    }
+}
+
 // Writes the Ninja file, unless it is there already, and makes the folders for the listings.
 // Gives the file's name, or nothing after a message.
 static std::optional<std::string> write_plan(const std::vector<listing_step>& steps,
@@ -350,6 +385,7 @@ int list_project(const options& given) {
             "Alpine and macOS)");
         return exit_failure;
     }
+    remove_leftovers(steps, folder, given);
     const std::optional<std::string> plan = write_plan(steps, folder, given);
     return plan ? run_plan(ninja, *plan, steps, folder, given) : exit_failure;
 }

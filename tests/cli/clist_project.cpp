@@ -144,6 +144,51 @@ TEST(ClistProject, ListingsGoWhereTold) {
     EXPECT_TRUE(project.folder.has("o/two.cpp.lst"));
 }
 
+// When an entry goes, or all listings change their names with the folder that the sources share.
+TEST(ClistProject, ListingsOfWhatIsNoLongerNamedAreRemoved) {
+    const Project project;
+    const string listings = project.folder / "build/listings";
+    const auto files = [&] {
+        std::set<string> names;
+        for (const auto& entry : fs::recursive_directory_iterator(listings)) {
+            const string name = entry.path().lexically_relative(listings);
+            if (!name.starts_with(".clist")) {
+                names.insert(name);
+            }
+        }
+        return names;
+    };
+    project.folder.write("other/three.c", "int three;\nint f(void) { return three; }\n");
+    const string two = R"({"directory": "SRC", "file": "two.cpp", "command": "c++ -c two.cpp"})";
+    const string one = R"({"directory": "SRC", "file": "one.c",
+                           "command": "cc -I../include -c one.c"})";
+    const string three = R"({"directory": "SRC", "file": "../other/three.c",
+                             "command": "cc -c ../other/three.c"})";
+    project.database("[" + one + "," + two + "]");
+    project.made();
+    EXPECT_EQ(files(), both);
+    project.folder.write("build/listings/notes.lst", "mine");
+    project.database("[" + one + "," + two + "," + three + "]");
+    project.made();
+    EXPECT_EQ(files(), (std::set<string>{"notes.lst", "other", "other/three.c.lst", "src",
+                                         "src/one.c.lst", "src/two.cpp.lst"}));
+    project.database("[" + one + "]");
+    project.made();
+    EXPECT_EQ(files(), (std::set<string>{"notes.lst", "one.c.lst"}));
+#if CLIST_HAS_PAGE
+    // Listings and pages do not go in each other's place.
+    project.database("[" + one + "," + two + "]");
+    project.made();
+    project.made({"--html"});
+    project.database("[" + one + "]");
+    project.made();
+    EXPECT_EQ(files(), (std::set<string>{"index.html", "notes.lst", "one.c.html", "one.c.lst",
+                                         "two.cpp.html"}));
+    project.made({"--html"});
+    EXPECT_EQ(files(), (std::set<string>{"index.html", "notes.lst", "one.c.html", "one.c.lst"}));
+#endif
+}
+
 TEST(ClistProject, GoesOnPastFailuresAndSumsUp) {
     const Project project;
     project.database(R"([
