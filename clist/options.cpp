@@ -319,6 +319,7 @@ std::string conflict(const options& given) {
     const listing_options& listing = given.listing;
     const bool is_launcher = given.what == work::launcher;
     const bool is_project = given.what == work::project;
+    const bool is_chosen = !listing.functions.empty() || !listing.lines.empty();
     const usage_rule rules[] = {
         {is_launcher && !given.build_dir.empty(), "--launcher and -p exclude each other"},
         {is_project && !given.words.empty(), "-p takes no compiler and no files"},
@@ -339,8 +340,18 @@ std::string conflict(const options& given) {
         {listing.json &&
              (listing.form == listing_form::classic || listing.form == listing_form::page),
          "--json cannot stand beside --classic or --html"},
-        {is_project && (!listing.functions.empty() || !listing.lines.empty()),
-         "--function and --lines are not for -p"},
+        {listing.mca && (listing.form != listing_form::code || listing.json),
+         "--mca is for the listing of code alone"},
+        {listing.form == listing_form::classic &&
+             (is_chosen || listing.all || listing.mangled || listing.own_sources),
+         "--classic lists all code, in the one form that it has"},
+        {listing.all && (listing.form == listing_form::list || listing.form == listing_form::stats),
+         "--all is not for --list and --stats"},
+        {listing.context > 0 && !is_chosen, "--context is for --function and --lines"},
+        {given.what == work::assembly &&
+             std::count(given.words.begin(), given.words.end(), "-") > 1,
+         "standard input can be named but once"},
+        {is_project && is_chosen, "--function and --lines are not for -p"},
     };
     for (const usage_rule& rule : rules) {
         if (rule.is_broken) {

@@ -39,7 +39,7 @@ TEST(ClistOptions, TheCompilersWordsBeginAtTheFirstWordThatIsNoOption) {
         {"gcc -O2 -c prog.c", work::compile, "gcc -O2 -c prog.c"},
         {"--all gcc -o x --list --help prog.c", work::compile, "gcc -o x --list --help prog.c"},
         {"-o out gcc -o in prog.c", work::compile, "gcc -o in prog.c"},
-        {"-oout --context 2 ccache gcc prog.c", work::compile, "ccache gcc prog.c"},
+        {"-oout --function f --context 2 ccache gcc prog.c", work::compile, "ccache gcc prog.c"},
         {"-- gcc -- prog.c", work::compile, "gcc -- prog.c"},
         {"--function f --function=g ./gcc", work::compile, "./gcc"},
         {"--color always gcc", work::compile, "always gcc"},
@@ -102,11 +102,12 @@ TEST(ClistOptions, SayWhatAListingLooksLike) {
     EXPECT_EQ(plain.color, color_choice::when_terminal);
 
     const options given = read(
-        "--all --mangled --mca --intel --sources own --json --no-warnings --comment ;; "
+        "--all --mangled --mca --intel --sources own --no-warnings --comment ;; "
         "--function a* --function 12 --context 3 --source-map /a=/b --source-map=x=y=z gcc");
     EXPECT_EQ(given.error, "");
     EXPECT_TRUE(given.listing.all && given.listing.mangled && given.listing.mca &&
-                given.listing.own_sources && given.listing.json && given.intel);
+                given.listing.own_sources && given.intel);
+    EXPECT_TRUE(read("--json gcc").listing.json);
     EXPECT_FALSE(given.listing.warnings);
     EXPECT_EQ(given.listing.comment, ";;");
     EXPECT_EQ(joined(given.listing.functions), "a* 12");
@@ -177,6 +178,8 @@ TEST(ClistOptions, HelpAndVersionEndTheReading) {
 }
 
 TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
+    const string classic = "--classic lists all code, in the one form that it has";
+    const string mca = "--mca is for the listing of code alone";
     const std::pair<string, string> cases[] = {
         {"", "nothing to list"},
         {"--all", "nothing to list"},
@@ -196,6 +199,32 @@ TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
         {"--html --classic gcc", "--classic cannot stand beside another form of listing"},
         {"--json --html gcc", "--json cannot stand beside --classic or --html"},
         {"--classic --json gcc", "--json cannot stand beside --classic or --html"},
+        {"--classic --function f gcc", classic},
+        {"--classic --lines a.c:1 gcc", classic},
+        {"--all --classic gcc", classic},
+        {"--classic --mangled a.s", classic},
+        {"--classic --sources own gcc", classic},
+        {"--launcher --classic --all gcc", classic},
+        {"-p build --classic --all", classic},
+        {"--classic --sources all gcc", ""},
+        {"--mca --json gcc", mca},
+        {"--mca --list gcc", mca},
+        {"--stats --mca gcc", mca},
+        {"--html --mca a.s", mca},
+        {"--classic --mca gcc", mca},
+        {"--all --mca gcc", ""},
+        {"--context 1 gcc", "--context is for --function and --lines"},
+        {"--context 1 --list a.s", "--context is for --function and --lines"},
+        {"-p build --context 1", "--context is for --function and --lines"},
+        {"--context 0 gcc", ""},
+        {"--context 1 --lines a.c:1 gcc", ""},
+        {"--all --list gcc", "--all is not for --list and --stats"},
+        {"--stats --all a.s", "--all is not for --list and --stats"},
+        {"--all --json gcc", ""},
+        {"- -", "standard input can be named but once"},
+        {"- a.s -", "standard input can be named but once"},
+        {"-- - -", "standard input can be named but once"},
+        {"gcc - -", ""},
         {"--suffix /x gcc", "--suffix needs what to put behind the object's name, not '/x'"},
         {"--suffix .x gcc", "--suffix is for --launcher"},
         {"--strict gcc", "--strict is for --launcher"},
