@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -205,6 +206,10 @@ static int list_compile(const options& given) {
         dependencies.insert(dependencies.end(), made.dependencies.begin(), made.dependencies.end());
     }
     if (status != exit_success) {
+        const auto own = std::find_if(given.words.begin(), given.words.end(), is_own_option);
+        if (own != given.words.end()) {
+            say(*own + " was given to the compiler: clist's own options stand before its name");
+        }
         return status;
     }
     listing_options options = listing_options_for(given);

@@ -278,17 +278,17 @@ bool is_assembly(const std::string& word) {
 }
 
 // Takes an option in; false at the end of the reading, for --help and for an error.
-bool take(options& given, int answer, std::span<char*> arguments) {
+bool take(options& given, int answer, std::string_view spelled) {
     if (answer == '?' || answer == ':') {
         const bool is_letter = optopt > 0 && optopt < first_row;
-        const std::string name = is_letter ? std::string("-") + static_cast<char>(optopt)
-                                           : arguments[static_cast<std::size_t>(optind - 1)];
         if (answer == ':') {
-            given.error = "option " + quoted(name) + " needs a value";
+            given.error =
+                "option " + quoted(is_letter ? spelled.substr(0, 2) : spelled) + " needs a value";
         } else if (optopt >= first_row) {
             given.error = "option " + quoted(spelling(row_of(optopt))) + " takes no value";
         } else {
-            given.error = "unknown option " + quoted(name);
+            given.error = "unknown option " + quoted(spelled) +
+                          (is_letter ? ": the compiler's options stand behind its name" : "");
         }
         return false;
     }
@@ -401,7 +401,7 @@ options read_options(const std::vector<std::string>& arguments, const environmen
         const int answer =
             getopt_long(count, argv.data(), tables.letters.c_str(), tables.names.data(), nullptr);
         if (answer != -1) {
-            if (!take(given, answer, argv)) {
+            if (!take(given, answer, argv[static_cast<std::size_t>(before)])) {
                 return given;
             }
             continue;
@@ -444,6 +444,13 @@ bool wants_color(const options& given) {
     return given.output.empty() && (no_color == nullptr || *no_color == '\0') &&
            terminal != nullptr && std::string_view(terminal) != "dumb" &&
            isatty(STDOUT_FILENO) != 0;
+}
+
+bool is_own_option(std::string_view word) {
+    return std::any_of(option_table.begin(), option_table.end(), [&](const option_row& row) {
+        const std::string name = spelling(row);
+        return row.letter == 0 && word.substr(0, word.find('=')) == name;
+    });
 }
 
 std::string_view usage_text() {

@@ -63,6 +63,9 @@ options read_options(const std::vector<std::string>& arguments, const environmen
 // unless $NO_COLOR is set.
 bool wants_color(const options& given);
 
+// Whether a word is an option that no compiler has.
+bool is_own_option(std::string_view word);
+
 // The text of --help.
 std::string_view usage_text();
 

@@ -320,6 +320,26 @@ TEST(Clist, WrongUsageIsToldWithAHint) {
     EXPECT_EQ(clist({}).err, "clist: nothing to list\nTry 'clist --help'.\n");
 }
 
+TEST(Clist, AnOptionBehindTheCompilerIsPointedOutWhereItFails) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    for (const string option : {"--list", "--function=twice", "--all", "--html"}) {
+        for (const std::vector<string>& words :
+             {std::vector<string>{"prog.c"}, {"cc", "-c", "prog.c"}}) {
+            std::vector<string> all = words;
+            all.push_back(option);
+            const Finished run = clist(all, in(folder));
+            EXPECT_EQ(run.status, 1);
+            EXPECT_TRUE(run.err.ends_with("\nclist: " + option +
+                                          " was given to the compiler: clist's own options "
+                                          "stand before its name\n"))
+                << run.err;
+        }
+    }
+    folder.write("bad.c", "int f(void) { return }\n");
+    EXPECT_FALSE(shows(clist({"bad.c"}, in(folder)).err, "clist: "));
+}
+
 TEST(Clist, HelpAndVersionGoToStandardOutput) {
     const Finished help = clist({"--help"});
     EXPECT_EQ(help.status, 0);

@@ -179,13 +179,18 @@ TEST(ClistOptions, HelpAndVersionEndTheReading) {
 
 TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
     const string classic = "--classic lists all code, in the one form that it has";
+    const string order = ": the compiler's options stand behind its name";
     const string mca = "--mca is for the listing of code alone";
     const std::pair<string, string> cases[] = {
         {"", "nothing to list"},
         {"--all", "nothing to list"},
         {"--launcher", "nothing to list"},
         {"--nonsense gcc", "unknown option '--nonsense'"},
-        {"-q gcc", "unknown option '-q'"},
+        {"-q gcc", "unknown option '-q'" + order},
+        {"-O2 prog.c", "unknown option '-O2'" + order},
+        {"--all -std=c++20 prog.cpp", "unknown option '-std=c++20'" + order},
+        {"-c prog.c", "unknown option '-c'" + order},
+        {"a.s -O2", "unknown option '-O2'" + order},
         {"--all=1 gcc", "option '--all' takes no value"},
         {"--function", "option '--function' needs a value"},
         {"-o", "option '-o' needs a value"},
