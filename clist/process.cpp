@@ -18,10 +18,14 @@
 namespace clist {
 namespace {
 
+// What ends a program from without, if it does nothing about it.
+constexpr int ending[] = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM,   SIGALRM, SIGUSR1,
+                          SIGUSR2, SIGPIPE, SIGXCPU, SIGVTALRM, SIGPROF};
+
 sigset_t ending_signals() {
     sigset_t set;
     sigemptyset(&set);
-    for (const int each : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+    for (const int each : ending) {
         sigaddset(&set, each);
     }
     return set;
@@ -141,7 +145,7 @@ run_result run(const std::vector<std::string>& words, const run_settings& settin
 
     spawn_setup setup(settings);
     sigset_t child_mask = before;
-    for (const int each : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+    for (const int each : ending) {
         sigdelset(&child_mask, each);
     }
     posix_spawnattr_setsigmask(&setup.attributes, &child_mask);

@@ -9,8 +9,8 @@
 
 namespace clist {
 
-// Holds back the signals that end a program (HUP, INT, QUIT, TERM) until the last of
-// these ends; then they have their usual effect.
+// Holds back the signals that end a program (HUP, INT, TERM, PIPE, ALRM and the like) until the
+// last of these ends; then they have their usual effect.
 class signal_hold {
   public:
     signal_hold();

@@ -69,6 +69,18 @@ TEST(Clist, ListsACompile) {
     EXPECT_EQ(entries(folder.path()), 1U) << "a file was left behind";
 }
 
+TEST(Clist, ASourceAloneIsCompiledWithO2ByTheCompilerOfTheEnvironment) {
+    const ScratchFolder folder;
+    for (const auto& [name, variable] : {std::pair{"prog.c", "CC"}, {"prog.cpp", "CXX"}}) {
+        RunOptions options = in(folder);
+        options.set[variable] = fake_compiler(folder, "exit 3") + " -m32";
+        folder.write("words", "");
+        EXPECT_EQ(clist({name, "-DX"}, options).status, 3);
+        const string expected = string("-m32\n-O2\n") + name + "\n-DX\n-S\n-g\n-o\n";
+        EXPECT_TRUE(folder.read("words").starts_with(expected)) << folder.read("words");
+    }
+}
+
 TEST(Clist, ListsAssemblyAtHand) {
     const ScratchFolder folder;
     folder.write("prog.c", source);
@@ -323,7 +335,7 @@ TEST(Clist, WrongUsageIsToldWithAHint) {
 TEST(Clist, AnOptionBehindTheCompilerIsPointedOutWhereItFails) {
     const ScratchFolder folder;
     folder.write("prog.c", source);
-    for (const string option : {"--list", "--function=twice", "--all", "--html"}) {
+    for (const string option : {"--list", "--function=twice", "--mca", "--html"}) {
         for (const std::vector<string>& words :
              {std::vector<string>{"prog.c"}, {"cc", "-c", "prog.c"}}) {
             std::vector<string> all = words;
@@ -397,24 +409,33 @@ TEST(Clist, NeedsAFolderForTheAssembly) {
 }
 
 TEST(Clist, ASignalEndsTheCompilerAndLeavesNothing) {
-    const ScratchFolder folder;
-    fs::create_directory(folder / "scratch");
-    ASSERT_EQ(mkfifo((folder / "ready").c_str(), 0600), 0);
-    // It tells the number of the process that is to end, and where its end would be noted.
-    const string compiler = fake_compiler(folder,
-                                          "trap 'echo ended > ended; exit 1' TERM\necho > ready\n"
-                                          "while :; do sleep 0.05; done");
-    RunOptions options = in(folder);
-    options.set["TMPDIR"] = folder / "scratch";
-    Running running = start_program({CLIST, compiler, "-c", "prog.c"}, options);
-    read_file(folder / "ready");
-    EXPECT_EQ(entries(folder / "scratch"), 1U);
-    kill(running.pid, SIGTERM);
-    const Finished run = finish_program(running);
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.err, "clist: stopped by a request to terminate\n");
-    EXPECT_TRUE(folder.has("ended"));
-    EXPECT_EQ(entries(folder / "scratch"), 0U);
+    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGALRM, SIGUSR1, SIGUSR2, SIGPIPE,
+                             SIGXCPU, SIGVTALRM, SIGPROF}) {
+        const ScratchFolder folder;
+        fs::create_directory(folder / "scratch");
+        ASSERT_EQ(mkfifo((folder / "ready").c_str(), 0600), 0);
+        // It tells that it runs, and where its end would be noted.
+        const string compiler =
+            fake_compiler(folder, "trap 'echo ended > ended; exit 1' " + std::to_string(number) +
+                                      "\necho > ready\nwhile :; do sleep 0.05; done");
+        RunOptions options = in(folder);
+        options.set["TMPDIR"] = folder / "scratch";
+        Running running = start_program({CLIST, compiler, "-c", "prog.c"}, options);
+        read_file(folder / "ready");
+        EXPECT_EQ(entries(folder / "scratch"), 1U);
+        kill(running.pid, number);
+        const Finished run = finish_program(running);
+        const bool is_told =
+            number == SIGHUP || number == SIGINT || number == SIGTERM || number == SIGXCPU;
+        EXPECT_EQ(run.status, is_told ? 1 : -1) << number;
+        EXPECT_EQ(run.signal, is_told ? 0 : number);
+        EXPECT_EQ(run.err.starts_with("clist: "), is_told) << run.err;
+        if (number == SIGTERM) {
+            EXPECT_EQ(run.err, "clist: stopped by a request to terminate\n");
+        }
+        EXPECT_TRUE(folder.has("ended")) << number;
+        EXPECT_EQ(entries(folder / "scratch"), 0U) << number;
+    }
 }
 
 TEST(Clist, TellsMakeWhatAListingDependsOn) {
