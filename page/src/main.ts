@@ -63,16 +63,31 @@ async function start(): Promise<void> {
             overview.show();
         }
     };
-    const openFunction = (f: CodeFunction): void => {
+    // Where a place is shown that only another page has; null for one of this page.
+    const pageOfLine = (file: SourceFile, line: number): string | null => {
+        const page = project.pageOf(file.unitsWith(line)[0] ?? file.units[0]?.unit ?? 0);
+        return page === null ? null : encodeURI(page) + addressOfLine(file, line);
+    };
+    const pageOfRow = (f: CodeFunction, row: number): string | null => {
         const page = project.pageOf(f.unit);
-        if (page !== null) {
-            location.href = `${encodeURI(page)}#${encodeURIComponent(f.symbol)}`;
+        const nth = row > 0 ? `+${row}` : "";
+        return page === null ? null : `${encodeURI(page)}#${encodeURIComponent(f.symbol)}${nth}`;
+    };
+    const openFunction = (f: CodeFunction): void => {
+        const away = pageOfRow(f, 0);
+        if (away !== null) {
+            location.href = away;
             return;
         }
         show("reader");
         void reader.showFunction(f).then(() => reader.code.focus());
     };
     const openLine = (file: SourceFile, line: number): void => {
+        const away = pageOfLine(file, line);
+        if (away !== null) {
+            location.href = away;
+            return;
+        }
         show("reader");
         void reader.showLine(file, line).then(() => reader.source.focus());
     };
@@ -137,7 +152,15 @@ async function start(): Promise<void> {
 
     const goToAddress = async (): Promise<boolean> => {
         const target = targetOf(project, location.hash);
-        if (target === "overview" || (target && onlyOverview)) {
+        const away =
+            target === null || target === "overview"
+                ? null
+                : "file" in target
+                  ? pageOfLine(target.file, target.line)
+                  : pageOfRow(target.function, target.row);
+        if (away !== null) {
+            location.replace(away); // Back shall not lead here and on again
+        } else if (target === "overview") {
             show("overview");
         } else if (target && "file" in target) {
             show("reader");

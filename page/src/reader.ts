@@ -162,7 +162,7 @@ export class Reader {
     async showLine(file: SourceFile, line: number, far = true): Promise<void> {
         const { unit } = this.code;
         if (!unit || file.numberIn(unit.number) < 0) {
-            await this.showUnit(file.units[0]?.unit ?? 0);
+            await this.showUnit(file.unitsWith(line)[0] ?? file.units[0]?.unit ?? 0);
         }
         await this.showFile(file);
         this.source.goTo(line);
@@ -261,12 +261,7 @@ export class Reader {
 
     // The unit after `from` that has code of the line; -1 when none has.
     private unitWith(file: SourceFile, line: number, from: number, step = 1): number {
-        const units = file.units.filter(({ unit, file: number }) => {
-            const head = this.project.heads[unit].files[number];
-            let at = 0;
-            return head.heat_line.some((less) => (at += less) === line);
-        });
-        const numbers = units.map(({ unit }) => unit).sort((a, b) => a - b);
+        const numbers = file.unitsWith(line);
         if (numbers.length === 0) {
             return -1;
         }

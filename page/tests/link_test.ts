@@ -89,6 +89,53 @@ test("a click goes to the other side", () =>
         await eventually(() => cursorLine(page, "Source"), "}");
     }));
 
+// A row of a column beside a pane's text, at the height of the line with `text`.
+async function clickBeside(
+    page: Page,
+    pane: "Source" | "Code",
+    column: string,
+    text: string,
+): Promise<void> {
+    const region = page.getByRole("region", { name: pane });
+    const row = (await line(region, text).boundingBox())!;
+    const beside = (await region.locator(`.cm-gutter${column}`).boundingBox())!;
+    await page.mouse.click(beside.x + beside.width / 2, row.y + row.height / 2);
+}
+
+for (const column of [".heat-column", ".cm-lineNumbers", ".inlined-column"]) {
+    test(`a click on the source's ${column} is one on the line, with text selected, too`, () =>
+        withPage(
+            sumPage,
+            async (page) => {
+                await clickBeside(page, "Source", column, "for (int i");
+                await eventually(() => cursorLine(page, "Code"), "testl %esi, %esi");
+                assert.equal(await cursorLine(page, "Source"), "for (int i = 0; i < n; i++)");
+                await eventually(() => page.evaluate(() => location.hash), "#sum.c:10");
+                await page.keyboard.press("Control+a");
+                await clickBeside(page, "Source", column, "return total");
+                await eventually(() => cursorLine(page, "Source"), "return total;");
+                await clickBeside(page, "Source", column, "int total");
+                await eventually(() => cursorLine(page, "Code"), "movl $0, %eax");
+                await eventually(() => page.evaluate(() => location.hash), "#sum.c:8");
+            },
+            { hash: "#sum.c:13" },
+        ));
+}
+
+for (const column of [".source-column", ".bar-column"]) {
+    test(`a click on the code's ${column} is one on the row, with text selected, too`, () =>
+        withPage(sumPage, async (page) => {
+            await clickBeside(page, "Code", column, "testl");
+            await eventually(() => cursorLine(page, "Source"), "for (int i = 0; i < n; i++)");
+            assert.equal(await cursorLine(page, "Code"), "testl %esi, %esi");
+            await eventually(() => page.evaluate(() => location.hash), "#sum+2");
+            await page.keyboard.press("Control+a");
+            await clickBeside(page, "Code", column, "cmovg");
+            await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
+            await eventually(() => page.evaluate(() => location.hash), "#sum+8");
+        }));
+}
+
 test("a click goes to another file where the code comes from there", () =>
     withPage(sumPage, async (page) => {
         await line(code(page), "cmovg").click();

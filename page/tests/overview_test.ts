@@ -228,3 +228,51 @@ test("from the start page a function is found by a few letters", () =>
             ["int limit(int x) { return clamp(x); }"],
         );
     }));
+
+for (const [letters, title, shown] of [
+    ["oth", "other.c", "int limit(int x) { return clamp(x); }"],
+    ["clamp", "sum.c", "return x < 100 ? x : 100;"],
+]) {
+    test(`from the start page a file is found by a few letters: ${letters}`, () =>
+        withPage(startPageOf("demo", [sum, other]), async (page) => {
+            await page.keyboard.press("e");
+            await page.keyboard.type(letters);
+            await page.keyboard.press("Enter");
+            await eventually(() => page.title(), `${title} \u2013 clist`);
+            await ready(page);
+            await eventually(() => marked(source(page), "linked"), [shown]);
+        }));
+}
+
+const squeezed = (text: string): string => text.replace(/\s+/g, " ").trim();
+for (const [hash, title, shown] of [
+    ["#limit", "other.c", "limit:"],
+    ["#scale+1", "sum.c", "leal (%rdi,%rdi,2), %eax"],
+    ["#other.c:3", "other.c", "cmpl $100, %edi \u21b3 clamp inlined at other.c:3"],
+    ["#clamp.h:4", "sum.c", "cmpl $100, %edx \u21b3 clamp inlined at sum.c:4"],
+]) {
+    test(`an address on the start page opens the page that has the place: ${hash}`, () =>
+        withPage(
+            startPageOf("demo", [sum, other]),
+            async (page) => {
+                await eventually(() => page.title(), `${title} \u2013 clist`);
+                await ready(page);
+                await eventually(
+                    () => code(page).locator(".cm-activeLine").first().innerText().then(squeezed),
+                    shown,
+                );
+            },
+            { hash },
+        ));
+}
+
+test("an address typed on the start page opens its page, and Back leads past it", () =>
+    withPage(startPageOf("demo", [sum, other]), async (page) => {
+        await page.evaluate(() => (location.hash = "#limit"));
+        await eventually(() => page.title(), "other.c \u2013 clist");
+        await ready(page);
+        await page.goBack();
+        await eventually(() => page.title(), "demo \u2013 clist");
+        await page.waitForTimeout(300);
+        assert.equal(await page.title(), "demo \u2013 clist");
+    }));

@@ -41,6 +41,17 @@ export class SourceFile {
         return this.units.find((entry) => entry.unit === unit)?.file ?? -1;
     }
 
+    // The numbers of the units that have code of a line, in order.
+    unitsWith(line: number): number[] {
+        return this.units
+            .filter(({ unit, file }) => {
+                let at = 0;
+                return this.heads[unit].files[file].heat_line.some((less) => (at += less) === line);
+            })
+            .map(({ unit }) => unit)
+            .sort((a, b) => a - b);
+    }
+
     // By line, how many instructions it has in all units; lines count from 1.
     heatByLine(): Uint32Array {
         if (!this.heat) {

@@ -42,7 +42,7 @@ export class Pane {
     readonly strip: Strip;
     private pointed: number | null = null;
     private isNew = false; // the text is not drawn yet, and its heights are guesses
-    private pressed: { event: MouseEvent; line: number | null } | null = null;
+    private pressed: { event: MouseEvent; line: number | null; gutter: boolean } | null = null;
 
     constructor(
         readonly element: HTMLElement,
@@ -61,7 +61,9 @@ export class Pane {
         // Not the browser's clicks: it sends none when what was under the mouse has been
         // drawn anew between the button's going down and up.
         this.view.scrollDOM.addEventListener("mousedown", (event) => {
-            this.pressed = { event, line: this.lineAtHeight(event.clientY) };
+            const line = this.lineAtHeight(event.clientY);
+            const gutter = (event.target as Element).closest(".cm-gutters") !== null;
+            this.pressed = { event, line, gutter };
         });
         this.view.scrollDOM.addEventListener("mouseup", (event) => this.release(event));
         this.view.scrollDOM.addEventListener(
@@ -81,15 +83,25 @@ export class Pane {
         const pressed = this.pressed;
         this.pressed = null;
         const plain = !event.ctrlKey && !event.metaKey && !event.shiftKey && !event.altKey;
-        if (pressed?.line && event.button === 0 && plain && this.view.state.selection.main.empty) {
+        const selecting = !pressed?.gutter && !this.view.state.selection.main.empty;
+        if (pressed?.line && event.button === 0 && plain && !selecting) {
             const moved = Math.hypot(
                 event.clientX - pressed.event.clientX,
                 event.clientY - pressed.event.clientY,
             );
             if (moved < mostMoved) {
+                if (pressed.gutter) {
+                    this.moveTo(pressed.line); // as the editor does for its text
+                }
                 this.events.go(pressed.line, "click");
             }
         }
+    }
+
+    private moveTo(line: number): void {
+        const { doc } = this.view.state;
+        this.view.focus();
+        this.view.dispatch({ selection: EditorSelection.cursor(doc.line(line).from) });
     }
 
     private lineAtHeight(clientY: number): number | null {
