@@ -5,9 +5,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
+#include <sstream>
 #include <system_error>
 
 #include "assembly/text_file.h"
+#include "clist/words.h"
 
 namespace clist {
 namespace {
@@ -147,16 +149,16 @@ constexpr compiler_option compiler_options[] = {
     {"-iprefix", either, role::other},
     {"-iwithprefix", either, role::other},
     {"-iwithprefixbefore", either, role::other},
-    {"-isysroot", either, role::other},
-    {"-iframework", either, role::other},
+    {"-isysroot", either, role::system_folder},
+    {"-iframework", either, role::system_folder},
     {"-iframeworkwithsysroot", either, role::other},
-    {"-isystem-after", either, role::other},
+    {"-isystem-after", either, role::system_folder},
     {"-imultilib", either, role::other},
     {"-imultiarch", either, role::other},
     {"-ivfsoverlay", either, role::other},
-    {"-stdlib++-isystem", either, role::other},
-    {"--sysroot", next, role::other},
-    {"--sysroot=", joined, role::other},
+    {"-stdlib++-isystem", either, role::system_folder},
+    {"--sysroot", next, role::system_folder},
+    {"--sysroot=", joined, role::system_folder},
     {"--param", next, role::other},
     {"--param=", joined, role::other},
     {"--include-directory", next, role::other},
@@ -204,6 +206,20 @@ constexpr language_row languages[] = {
     {".mm", "objective-c++"},
     {".M", "objective-c++"},
     {".mii", "objective-c++-cpp-output"},
+};
+
+// Variables that name folders of headers that are a system's to the compiler. Those in $CPATH
+// are not: they are as by -I.
+struct folders_row {
+    std::string_view language;
+    const char* variable;
+};
+
+constexpr folders_row folder_variables[] = {
+    {"c", "C_INCLUDE_PATH"},
+    {"c++", "CPLUS_INCLUDE_PATH"},
+    {"objective-c", "OBJC_INCLUDE_PATH"},
+    {"objective-c++", "OBJCPLUS_INCLUDE_PATH"},
 };
 
 constexpr std::string_view other_inputs[] = {".s", ".S",  ".sx", ".o",   ".obj",  ".lo",
@@ -314,9 +330,6 @@ void reader::note(const argument& taken) {
             break;
         case role::debug_off:
             result.has_debug = false;
-            break;
-        case role::system_folder:
-            result.system_folders.push_back(taken.value);
             break;
         case role::target:
             result.target = taken.value;
@@ -457,74 +470,34 @@ bool is_clang(const std::string& compiler) {
     return false;
 }
 
-std::vector<std::string> split_response(std::string_view text) {
-    std::vector<std::string> words;
-    bool in_word = false;
-    char quote = 0;
-    const auto put = [&](char byte) {
-        if (!in_word) {
-            words.emplace_back();
-            in_word = true;
-        }
-        words.back() += byte;
-    };
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char byte = text[i];
-        if (byte == '\\' && i + 1 < text.size()) {
-            put(text[++i]);
-        } else if (quote != 0) {
-            if (byte == quote) {
-                quote = 0;
-            } else {
-                put(byte);
-            }
-        } else if (byte == '"' || byte == '\'') {
-            quote = byte;
-            if (!in_word) {
-                words.emplace_back();
-                in_word = true;
-            }
-        } else if (byte == ' ' || (byte >= '\t' && byte <= '\r')) {
-            in_word = false;
-        } else {
-            put(byte);
+std::vector<std::string> system_folders(const arguments& given, std::size_t source) {
+    namespace fs = std::filesystem;
+    std::vector<std::string> folders;
+    for (const argument& each : given.all) {
+        if (each.what == role::system_folder) {
+            folders.push_back(each.value);
         }
     }
-    return words;
-}
-
-std::optional<std::vector<std::string>> split_command(std::string_view text) {
-    constexpr std::string_view escaped_in_quotes = "$`\"\\\n";
-    std::vector<std::string> words;
-    bool in_word = false;
-    char quote = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char byte = text[i];
-        const bool is_blank = byte == ' ' || byte == '\t' || byte == '\n';
-        if (quote == 0 && is_blank) {
-            in_word = false;
+    for (const folders_row& row : folder_variables) {
+        const char* const value = std::getenv(row.variable);
+        if (row.language != given.all[source].language || value == nullptr || *value == '\0') {
             continue;
         }
-        if (!in_word) {
-            words.emplace_back();
-            in_word = true;
-        }
-        const bool is_escape =
-            byte == '\\' && quote != '\'' && i + 1 < text.size() &&
-            (quote == 0 || escaped_in_quotes.find(text[i + 1]) != std::string_view::npos);
-        if (is_escape) {
-            if (text[++i] != '\n') {
-                words.back() += text[i];
-            }
-        } else if (byte == quote) {
-            quote = 0;
-        } else if (quote == 0 && (byte == '"' || byte == '\'')) {
-            quote = byte;
-        } else {
-            words.back() += byte;
+        std::istringstream parts(value + std::string(":"));
+        for (std::string part; std::getline(parts, part, ':');) {
+            folders.push_back(part.empty() ? "." : part);
         }
     }
-    return quote == 0 ? std::optional(std::move(words)) : std::nullopt;
+    const auto whole = [](const std::string& name) {
+        return fs::absolute(name).lexically_normal();
+    };
+    const fs::path file = whole(given.all[source].option);
+    std::erase_if(folders, [&](const std::string& folder) {
+        const fs::path path = whole(folder + "/").parent_path();
+        return std::mismatch(path.begin(), path.end(), file.begin(), file.end()).first ==
+               path.end();
+    });
+    return folders;
 }
 
 }  // namespace clist

@@ -33,7 +33,7 @@ enum class role : std::uint8_t {
     link_time,        // -flto
     side_file,        // one more file is written, the code stays the same
     use_profile,      // -fprofile-use: looks for a file named as the output
-    system_folder,    // -isystem
+    system_folder,    // -isystem, --sysroot
     target,           // --target=
     end_of_options,   // --
     other,
@@ -57,7 +57,6 @@ struct arguments {
     std::vector<std::size_t> sources;   // indices into `all`
     std::optional<std::string> output;  // -o
     std::string target;                 // --target, or the prefix of the compiler's name
-    std::vector<std::string> system_folders;
     // Response files of which the first word is the value of an option before them.
     std::set<std::size_t> torn;
     bool to_object = false;
@@ -82,12 +81,9 @@ std::optional<std::string_view> language_of_name(std::string_view name);
 // Whether a compiler's name, or what the link of this name in $PATH leads to, is Clang's.
 bool is_clang(const std::string& compiler);
 
-// Splits what a response file holds: blanks part words, quotes of both kinds keep them
-// together, a backslash takes the next byte as it is.
-std::vector<std::string> split_response(std::string_view text);
-
-// Splits a command as a POSIX shell does, without expanding anything. Nothing where a
-// quote is not closed.
-std::optional<std::vector<std::string>> split_command(std::string_view text);
+// The folders that the compiler takes for a system's when it compiles a source: by options, and
+// by the variables of the environment for the source's language. Those that hold the source
+// itself are left out: it is no system's.
+std::vector<std::string> system_folders(const arguments& given, std::size_t source);
 
 }  // namespace clist

@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "clist/arguments.h"
+#include "clist/words.h"
 
 namespace clist {
 namespace {

@@ -40,7 +40,7 @@ struct listing_options {
     std::vector<line_range> lines;
     unsigned context = 0;
     assembly::prefix_map source_map;              // OLD=NEW rules
-    std::vector<std::string> system_directories;  // -isystem of the compile
+    std::vector<std::string> system_directories;  // -isystem and its like
 };
 
 // One assembly text. `text` outlives the call; all but it and the name may be empty.

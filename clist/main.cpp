@@ -190,6 +190,7 @@ static int list_compile(const options& given) {
     settings.intel = given.intel;
     settings.is_extra = settings.tells_dependencies = !given.depfile.empty();
     inputs from;
+    listing_options options = listing_options_for(given);
     std::vector<std::string> dependencies;
     int status = exit_success;
     for (const std::size_t source : command.sources) {
@@ -203,6 +204,9 @@ static int list_compile(const options& given) {
             continue;
         }
         from.add(input_of_compile(command, source), std::move(*made.assembly));
+        for (std::string& folder : system_folders(command, source)) {
+            options.system_directories.push_back(std::move(folder));
+        }
         dependencies.insert(dependencies.end(), made.dependencies.begin(), made.dependencies.end());
     }
     if (status != exit_success) {
@@ -212,8 +216,6 @@ static int list_compile(const options& given) {
         }
         return status;
     }
-    listing_options options = listing_options_for(given);
-    options.system_directories = command.system_folders;
     status = write(from, options, given.output);
     return status == exit_success && !given.depfile.empty()
                ? write_dependencies(given, std::move(dependencies))
@@ -227,7 +229,7 @@ static bool write_beside(const arguments& command, std::size_t source, compiled&
     from.add(input_of_compile(command, source), std::move(*made.assembly));
     listing_options options = given.listing;
     options.warnings = false;
-    options.system_directories = command.system_folders;
+    options.system_directories = system_folders(command, source);
     return write(from, options, file) == exit_success;
 }
 

@@ -15,6 +15,7 @@
 
 #include "clist/arguments.h"
 #include "clist/forms/page.h"
+#include "clist/words.h"
 
 namespace clist {
 namespace {
@@ -42,18 +43,6 @@ Shows the source lines with the code made of them, in the order of the code.
 Status: 0, 1 failure, 2 wrong usage, or the compiler's.  More: man clist
 Example: clist --function main gcc -O2 -c prog.c
 )";
-
-std::vector<std::string> words_of(std::string_view text) {
-    constexpr std::string_view blanks = " \t\n";
-    std::vector<std::string> words;
-    for (std::size_t at = text.find_first_not_of(blanks); at != std::string_view::npos;
-         at = text.find_first_not_of(blanks, at)) {
-        const std::size_t end = std::min(text.find_first_of(blanks, at), text.size());
-        words.emplace_back(text.substr(at, end - at));
-        at = end;
-    }
-    return words;
-}
 
 template <class number>
 bool read_number(std::string_view text, number& value) {
@@ -212,7 +201,7 @@ constexpr std::array option_table = {
                }},
     option_row{"through", 0, value_, false, "a command",
                [](options& given, std::string_view value) {
-                   given.through = words_of(value);
+                   given.through = split_blanks(value);
                    return !given.through.empty();
                }},
     option_row{"depfile", 0, value_, false, "a file name",
@@ -367,7 +356,7 @@ void add_compiler(options& given, const environment& surroundings) {
     if (!language || given.what == work::launcher) {
         return;
     }
-    std::vector<std::string> words = words_of(
+    std::vector<std::string> words = split_blanks(
         language->starts_with("c++") ? surroundings.cxx_compiler : surroundings.c_compiler);
     words.emplace_back("-O2");
     given.words.insert(given.words.begin(), words.begin(), words.end());
@@ -378,7 +367,7 @@ void add_compiler(options& given, const environment& surroundings) {
 environment environment_of_process() {
     const auto value = [](const char* name, const char* otherwise) {
         const char* const text = std::getenv(name);
-        return text != nullptr && !words_of(text).empty() ? text : otherwise;
+        return text != nullptr && !split_blanks(text).empty() ? text : otherwise;
     };
     return {value("CC", "cc"), value("CXX", "c++")};
 }

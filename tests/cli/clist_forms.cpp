@@ -128,3 +128,44 @@ TEST(ClistForms, WithoutTheProgramForThemThereAreNoFigures) {
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err, "clist: --mca needs llvm-mca, which is in the package llvm\n");
 }
+
+// What the compilers take for a system's headers: folders in $C_INCLUDE_PATH and its like, as
+// by -isystem, but not those in $CPATH, as by -I. A warning in such a header shows which.
+TEST(ClistForms, OwnSourcesAreThoseThatTheCompilerTakesForNoSystems) {
+    const ScratchFolder folder;
+    folder.write("lib/part.h", "static inline int part(int n)\n{\n    return n < -1u;\n}\n");
+    const string text = "#include <part.h>\nint whole(int n)\n{\n    return part(n) * n;\n}\n";
+    for (const string name : {"prog.c", "prog.cc"}) {
+        folder.write(name, text);
+        for (const string compiler : {"gcc", "clang"}) {
+            for (const auto& [variable, is_system] : {std::pair{"CPATH", false},
+                                                      {"C_INCLUDE_PATH", name == "prog.c"},
+                                                      {"CPLUS_INCLUDE_PATH", name == "prog.cc"}}) {
+                RunOptions options = in(folder);
+                options.unset = {"CPATH", "C_INCLUDE_PATH", "CPLUS_INCLUDE_PATH"};
+                std::erase(options.unset, variable);
+                std::vector<string> compile{compiler, "-O2", "-c", name, "-o", "x.o", "-Wextra"};
+                if (variable == string("CPATH") || is_system) {
+                    options.set[variable] = "lib:";
+                } else {
+                    options.set[variable] = "lib";
+                    compile.emplace_back("-Ilib");
+                }
+                if (run_program({"sh", "-c", "command -v " + compiler}).status != 0) {
+                    GTEST_SKIP() << "no " << compiler << " here";
+                }
+                const bool is_told =
+                    run_program(compile, options).err.find("part.h:3") != string::npos;
+                EXPECT_EQ(is_told, !is_system) << compiler << " " << name << " " << variable;
+                std::vector<string> words{CLIST, "--sources", "own"};
+                words.insert(words.end(), compile.begin(), compile.end());
+                const string listing = output_of(words, options);
+                const bool is_shown = listing.find("# part.h:3 |") != string::npos;
+                EXPECT_EQ(is_shown, is_told) << compiler << " " << name << " " << variable;
+                EXPECT_NE(listing.find("# " + name + ":4 |     return part(n) * n;\n"),
+                          string::npos)
+                    << listing;
+            }
+        }
+    }
+}

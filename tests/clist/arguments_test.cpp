@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "tests/clist/words.h"
 #include "tests/harness/program.h"
 
@@ -115,10 +117,45 @@ TEST(Arguments, TheTargetIsNamedByAnOptionOrByTheCompiler) {
     EXPECT_EQ(read_arguments(words_in("gcc a.o b.c")).compiler(), "gcc");
 }
 
-TEST(Arguments, FoldersOfTheSystemAreNoted) {
-    const arguments command =
-        read_arguments(words_in("gcc -isystem a -I b -isystemc -idirafter d x.c"));
-    EXPECT_EQ(joined(command.system_folders), "a c d");
+TEST(Arguments, FoldersAreTheSystemsByOptionsAndByTheEnvironment) {
+    const char* const variables[] = {"C_INCLUDE_PATH", "CPLUS_INCLUDE_PATH", "OBJC_INCLUDE_PATH",
+                                     "OBJCPLUS_INCLUDE_PATH"};
+    for (const char* const name : variables) {
+        setenv(name, (string("/") + name + ":rel:").c_str(), 1);
+    }
+    setenv("CPATH", "/cpath", 1);
+    const string c = "/C_INCLUDE_PATH rel .";
+    const string cpp = "/CPLUS_INCLUDE_PATH rel .";
+    struct {
+        string line;
+        string folders;
+    } const cases[] = {
+        {"gcc -c /x.c", c},
+        {"gcc -isystem a -I b -isystemc -idirafter d -iquote e /x.c", "a c d " + c},
+        {"gcc --sysroot=/r -isysroot /q -c /x.c", "/r /q " + c},
+        {"clang --sysroot /r -cxx-isystem a -stdlib++-isystem b -iframework c /x.c",
+         "/r a b c " + c},
+        {"g++ -c /x.cc", cpp},
+        {"gcc -x c++ -c /x.c", cpp},
+        {"gcc -c /x.m", "/OBJC_INCLUDE_PATH rel ."},
+        {"gcc -c /x.mm", "/OBJCPLUS_INCLUDE_PATH rel ."},
+        {"gcc -c /x.i", ""},
+        // The source's own folder, and those around it.
+        {"gcc -isystem /a/b -isystem /a/b/ -isystem /a -isystem /a/c -isystem / -c /a/b/x.cc",
+         "/a/c " + cpp},
+        {"gcc -isystem /a/b/x -isystem .. -isystem x -c x.c", "/a/b/x x /C_INCLUDE_PATH rel"},
+        {"gcc -x c++ -", "/CPLUS_INCLUDE_PATH rel"},
+    };
+    for (const auto& [line, folders] : cases) {
+        const arguments command = read_arguments(words_in(line));
+        EXPECT_EQ(joined(system_folders(command, command.sources.at(0))), folders) << line;
+    }
+    setenv("C_INCLUDE_PATH", "", 1);
+    EXPECT_EQ(system_folders(read_arguments({"gcc", "/x.c"}), 1), std::vector<string>{});
+    for (const char* const name : variables) {
+        unsetenv(name);
+    }
+    unsetenv("CPATH");
 }
 
 TEST(Arguments, ResponseFilesAreRead) {
@@ -134,39 +171,4 @@ TEST(Arguments, ResponseFilesAreRead) {
     EXPECT_EQ(command.all[command.all.size() - 2].value, "X=\"1\"");
     EXPECT_EQ(read_arguments({"gcc", "@/dev/zero", "-c", "a.c"}).all[1].option, "@/dev/zero");
     EXPECT_TRUE(read_arguments({"gcc", "@endless", "-c", "a.c"}, folder.path()).makes_code);
-}
-
-TEST(Arguments, AResponseFileSplitsAtBlanksOutsideQuotes) {
-    const std::pair<string, std::vector<string>> cases[] = {
-        {"", {}},
-        {" \n\t\v\f\r ", {}},
-        {"a b\nc", {"a", "b", "c"}},
-        {"'a b' \"c d\" e' 'f", {"a b", "c d", "e f"}},
-        {"''", {""}},
-        {"a\\ b \\\\ '\\'' \"\\\"\"", {"a b", "\\", "'", "\""}},
-        {"'open end", {"open end"}},
-        {"end\\", {"end\\"}},
-    };
-    for (const auto& [text, words] : cases) {
-        EXPECT_EQ(split_response(text), words) << text;
-    }
-}
-
-TEST(Arguments, ACommandSplitsAsAShellSplitsIt) {
-    using words = std::vector<string>;
-    const std::pair<string, std::optional<words>> cases[] = {
-        {"", words{}},
-        {"gcc  -c\ta.c\n", words{"gcc", "-c", "a.c"}},
-        {"gcc '-DA=\"x\\\"'", words{"gcc", "-DA=\"x\\\""}},
-        {"gcc \"-DA=\\\"x\\\" \\n \\$ \\` \\\\\"", words{"gcc", "-DA=\"x\" \\n $ ` \\"}},
-        {"a\\ b '' \"\" c''d", words{"a b", "", "", "cd"}},
-        {"a\\\nb", words{"ab"}},
-        {"$HOME *", words{"$HOME", "*"}},
-        {"end\\", words{"end\\"}},
-        {"'open", std::nullopt},
-        {"\"open", std::nullopt},
-    };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(split_command(text), expected) << text;
-    }
 }

@@ -216,6 +216,7 @@ struct shown_code {
     std::string inlined;  // the comment behind it
     source_line line;
     std::vector<called_line> frames;
+    std::vector<called_line> own;  // the same with own sources only
 };
 
 // A listing with every line, taken apart.
@@ -237,9 +238,20 @@ bool fills_room(const std::string& line) {
                        [&](std::string_view it) { return line.starts_with(it); });
 }
 
+std::vector<called_line> frames_in(const nlohmann::json& object, const std::string& folder) {
+    std::vector<called_line> frames;
+    for (const auto& it : object["frames"]) {
+        const std::string file = it["file"];
+        frames.push_back({it["function"],
+                          {(std::filesystem::path(folder) / file).lexically_normal(), it["line"]}});
+    }
+    return frames;
+}
+
 // Reads a listing; where lines of code are is told by the objects of --json.
 whole_listing take_apart(const std::string& text, const std::vector<nlohmann::json>& objects,
-                         const std::string& comment, const std::string& folder) {
+                         const std::vector<nlohmann::json>& own, const std::string& comment,
+                         const std::string& folder) {
     whole_listing whole;
     shown_code shown;
     std::size_t rooms = 0;
@@ -252,20 +264,15 @@ whole_listing take_apart(const std::string& text, const std::vector<nlohmann::js
         }
         if (kind != added::nothing) {
             const std::size_t begin = comment.size() + 1;
-            shown = {line.substr(begin, line.find(" | ") - begin), "", {}, {}};
+            shown = {line.substr(begin, line.find(" | ") - begin), "", {}, {}, {}};
             continue;
         }
         whole.assembly += line + "\n";
         const std::size_t number = whole.code.size();
         if (number < objects.size() && trimmed(line) == objects[number]["text"]) {
             whole.labelled += label_prefix + std::to_string(number) + ":\n";
-            shown.frames.clear();
-            for (const auto& it : objects[number]["frames"]) {
-                const std::string file = it["file"];
-                shown.frames.push_back(
-                    {it["function"],
-                     {(std::filesystem::path(folder) / file).lexically_normal(), it["line"]}});
-            }
+            shown.frames = frames_in(objects[number], folder);
+            shown.own = frames_in(own[number], folder);
             shown.line = shown.frames.front().line;
             whole.code.push_back(shown);
         }
@@ -373,12 +380,28 @@ class checker {
         const shown_code& code = shown_.code[i];
         inlined_ += frames.size() > 1 ? 1 : 0;
         const bool is_known = frames.size() != 1 || frames[0].function != "??";
-        bool is_same = frames.size() == code.frames.size();
-        for (std::size_t k = 0; is_same && k < frames.size(); ++k) {
-            is_same = frames[k].line == code.frames[k].line &&
-                      (!is_known || frames[k].function == code.frames[k].function);
-        }
-        expect(is_same, i, "frames", told(frames), told(code.frames));
+        expect(is_same(frames, code.frames, is_known), i, "frames", told(frames),
+               told(code.frames));
+        const std::vector<called_line> own = own_part(frames);
+        expect(is_same(own, code.own, is_known), i, "own frames", told(own), told(code.own));
+    }
+
+    static bool is_same(const std::vector<called_line>& expected,
+                        const std::vector<called_line>& found, bool is_known) {
+        return std::equal(expected.begin(), expected.end(), found.begin(), found.end(),
+                          [&](const called_line& one, const called_line& other) {
+                              return one.line == other.line &&
+                                     (!is_known || one.function == other.function);
+                          });
+    }
+
+    // With own sources only, a library's code has the line of the project that it was inlined
+    // into, if it was; all else has its own line. Libraries are those of the system here.
+    static std::vector<called_line> own_part(const std::vector<called_line>& frames) {
+        const auto first = std::find_if_not(
+            frames.begin(), frames.end(),
+            [](const called_line& it) { return it.line.file.starts_with("/usr/"); });
+        return first == frames.end() ? frames : std::vector(first, frames.end());
     }
 
     void expect(bool holds, std::size_t i, const char* what, const std::string& expected,
@@ -458,7 +481,7 @@ class noise_checker {
         }
         if (kind != added::nothing) {
             const std::size_t begin = comment_.size() + 1;
-            shown_ = {line.substr(begin, line.find(" | ") - begin), "", {}, {}};
+            shown_ = {line.substr(begin, line.find(" | ") - begin), "", {}, {}, {}};
             return;
         }
         const std::string bare = trimmed(line);
@@ -492,25 +515,6 @@ class noise_checker {
     std::set<std::string> labels_;
     std::set<std::string> used_;
 };
-
-// With own sources only, a library's code has the line of the project that it was inlined
-// into, if it was; all else has its own line. Libraries are those of the system here.
-void check_own(const std::vector<nlohmann::json>& own, const std::vector<nlohmann::json>& all) {
-    ASSERT_EQ(own.size(), all.size());
-    const auto is_systems = [](const nlohmann::json& it) {
-        return it["file"].get<std::string>().starts_with("/usr/");
-    };
-    std::size_t wrong = 0;
-    for (std::size_t i = 0; i < own.size(); ++i) {
-        const auto& frames = all[i]["frames"];
-        const auto first = std::find_if_not(frames.begin(), frames.end(), is_systems);
-        nlohmann::json expected = nlohmann::json::array();
-        std::copy(first == frames.end() ? frames.begin() : first, frames.end(),
-                  std::back_inserter(expected));
-        wrong += own[i]["frames"] == expected ? 0 : 1;
-    }
-    EXPECT_EQ(wrong, 0U) << "lines of code with another own line";
-}
 
 // The list counts as much code of each function as is shown.
 void check_list(const std::vector<nlohmann::json>& list, const std::vector<nlohmann::json>& all) {
@@ -595,9 +599,14 @@ figures check(const toolchain& with, const sample& of) {
     };
     const std::string all = listing([](listing_options& it) { it.all = true; });
     const std::vector<nlohmann::json> objects = objects_of([](listing_options&) {});
-    check_own(objects_of([](listing_options& it) { it.own_sources = true; }), objects);
+    const std::vector<nlohmann::json> own =
+        objects_of([](listing_options& it) { it.own_sources = true; });
+    EXPECT_EQ(own.size(), objects.size());
+    if (own.size() != objects.size()) {
+        return {};
+    }
     check_list(objects_of([](listing_options& it) { it.form = listing_form::list; }), objects);
-    const whole_listing whole = take_apart(all, objects, with.comment, folder.path());
+    const whole_listing whole = take_apart(all, objects, own, with.comment, folder.path());
     EXPECT_TRUE(whole.assembly == text) << "more or less was added than comments";
     EXPECT_EQ(whole.code.size(), objects.size());
     EXPECT_TRUE(object_of(with, of, folder, all) == object_of(with, of, folder, text))
