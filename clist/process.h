@@ -62,6 +62,7 @@ class scratch_folder {
     scratch_folder(const scratch_folder&) = delete;
     scratch_folder& operator=(const scratch_folder&) = delete;
 
+    const std::string& path() const { return path_; }
     // The path of a file in it. Those are removed even where there is no memory left to
     // look what else lies there.
     std::string file(const std::string& name);

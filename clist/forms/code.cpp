@@ -8,6 +8,7 @@
 #include "clist/forms/forms.h"
 #include "clist/forms/machine.h"
 #include "clist/function_lines.h"
+#include "clist/messages.h"
 #include "clist/references.h"
 
 namespace clist {
@@ -49,8 +50,15 @@ static void write_line(model_writer& writer, const function_line& line, output& 
 static void write_function(model_writer& writer, const selected_function& chosen, output& to) {
     const assembly::function_code& function = writer.model.code().functions[chosen.function];
     read_function_lines(writer.model, writer.used, function, writer.lines);
-    const std::string analysis =
-        writer.from.options.mca ? machine_analysis(writer.model, writer.lines) : std::string();
+    machine_figures figures;
+    if (writer.from.options.mca) {
+        figures = machine_analysis(writer.model, writer.lines);
+        if (!figures.failure.empty()) {
+            const std::string_view name = writer.model.name_of(function);
+            say("no figures of " + std::string(name) + ": " + figures.failure);
+            writer.from.is_complete = false;
+        }
+    }
     keep_chosen_lines(writer.from.shown, writer.index, function.label, writer.lines);
     writer.comments.begin();
     for (const function_line& line : writer.lines) {
@@ -59,7 +67,7 @@ static void write_function(model_writer& writer, const selected_function& chosen
         }
         write_line(writer, line, to);
     }
-    to.put(analysis);
+    to.put(figures.comments);
     take_data_lines(writer.model, writer.used, chosen.function, writer.lines);
     for (const function_line& line : writer.lines) {
         write_line(writer, line, to);

@@ -1,11 +1,12 @@
 // Hands code to llvm-mca and takes its figures as comments.
 #include "clist/forms/machine.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string_view>
@@ -32,22 +33,13 @@ static constexpr std::array<triple_row, 5> triples = {{
     {"powerpc", "powerpc64le-linux-gnu", "pwr9"},
 }};
 
-// The program under one of the names that packages give it; empty when there is none.
+// The program under one of the names that packages give it, wherever it is run; empty when
+// there is none.
 static std::string find_program() {
-    const char* const path = std::getenv("PATH");
-    std::string_view folders = path == nullptr ? "" : path;
-    constexpr std::array<std::string_view, 8> names = {
-        "llvm-mca",    "llvm-mca-19", "llvm-mca-18", "llvm-mca-17",
-        "llvm-mca-16", "llvm-mca-15", "llvm-mca-14", "llvm-mca-13",
-    };
-    while (!folders.empty()) {
-        const std::string_view folder = folders.substr(0, folders.find(':'));
-        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-        for (const std::string_view name : names) {
-            std::string file = std::string(folder) + "/" + std::string(name);
-            if (access(file.c_str(), X_OK) == 0) {
-                return file;
-            }
+    for (const char* const name : {"llvm-mca", "llvm-mca-19", "llvm-mca-18", "llvm-mca-17",
+                                   "llvm-mca-16", "llvm-mca-15", "llvm-mca-14", "llvm-mca-13"}) {
+        if (const std::string file = found_program(name); !file.empty()) {
+            return std::filesystem::absolute(file);
         }
     }
     return {};
@@ -95,32 +87,59 @@ static std::string as_comments(std::string_view text, std::string_view comment) 
     return result;
 }
 
-std::string machine_analysis(const annotation& model, const std::vector<function_line>& lines) {
+// The first line that tells of an error, without the place in a file that is gone by then.
+static std::string error_in(std::string_view text) {
+    constexpr std::string_view mark = "error: ";
+    const std::size_t at = text.find(mark);
+    return at == std::string_view::npos ? std::string() : std::string(line_at(text, at));
+}
+
+static bool write_code(const std::string& name, const annotation& model,
+                       const std::vector<function_line>& lines) {
+    std::ofstream file(name);
+    if (model.code().text.find(".intel_syntax") != std::string_view::npos) {
+        file << "\t.intel_syntax noprefix\n";
+    }
+    // Jumps inside the function need their labels.
+    for (const function_line& it : lines) {
+        if (it.kind == line_kind::label) {
+            file << model.code().name_of(model.code().labels[it.index]) << ":\n";
+        } else if (it.kind == line_kind::code) {
+            file << line_at(model.code().text, it.at) << '\n';
+        }
+    }
+    return file.flush().good();
+}
+
+machine_figures machine_analysis(const annotation& model, const std::vector<function_line>& lines) {
     scratch_folder folder;
-    const std::string code = folder.file("code.s");
-    const std::string result = folder.file("result");
-    {
-        std::ofstream file(code);
-        if (model.code().text.find(".intel_syntax") != std::string_view::npos) {
-            file << "\t.intel_syntax noprefix\n";
-        }
-        // Jumps inside the function need their labels.
-        for (const function_line& it : lines) {
-            if (it.kind == line_kind::label) {
-                file << model.code().name_of(model.code().labels[it.index]) << ":\n";
-            } else if (it.kind == line_kind::code) {
-                file << line_at(model.code().text, it.at) << '\n';
-            }
-        }
-    }
     run_settings settings;
-    settings.messages_to = result;
-    const run_result ended = run(command(model, code), settings);
-    const std::optional<assembly::text_file> told = assembly::text_file::open(result);
-    if (ended.error != 0 || !told) {
-        return as_comments(failure_text(program(), ended), model.comment());
+    settings.messages_to = folder.file("result");
+    // It names the file in what it says.
+    settings.directory = folder.path();
+    const std::string code = "code.s";
+    machine_figures figures;
+    if (!write_code(folder.file(code), model, lines)) {
+        figures.failure = std::string("the code for it: ") + std::strerror(errno);
+    } else {
+        const run_result ended = run(command(model, code), settings);
+        const std::optional<assembly::text_file> told =
+            assembly::text_file::open(settings.messages_to);
+        if (told) {
+            figures.comments = as_comments(told->text(), model.comment());
+        }
+        if (!ended.succeeded()) {
+            figures.failure = failure_text(program(), ended);
+            const std::string error = told ? error_in(told->text()) : "";
+            figures.failure += error.empty() ? "" : ": " + error;
+        } else if (!told) {
+            figures.failure = std::string("what it tells: ") + std::strerror(errno);
+        }
     }
-    return as_comments(told->text(), model.comment());
+    if (figures.comments.empty()) {
+        figures.comments = as_comments(figures.failure, model.comment());
+    }
+    return figures;
 }
 
 }  // namespace clist

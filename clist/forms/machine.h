@@ -9,9 +9,13 @@
 
 namespace clist {
 
-// The comment lines behind a function's code: cycles and pressure as llvm-mca tells them,
-// or why it told none.
-std::string machine_analysis(const annotation& model, const std::vector<function_line>& lines);
+struct machine_figures {
+    std::string comments;  // lines for behind the code: cycles and pressure, or why there are none
+    std::string failure;   // why there are none, on one line
+};
+
+// What llvm-mca tells of a function's code.
+machine_figures machine_analysis(const annotation& model, const std::vector<function_line>& lines);
 
 // Whether there is an llvm-mca to ask.
 bool has_machine_analysis();

@@ -109,13 +109,74 @@ TEST(ClistForms, FiguresOfTheMachineStandBehindTheCodeOfEachFunction) {
               "# | \tret\n");
 }
 
-TEST(ClistForms, FiguresThatTheMachineDoesNotGiveAreReplacedByItsMessage) {
+// The listing has all but the figures.
+TEST(ClistForms, FiguresThatCannotBeHadAreAFailure) {
     const ScratchFolder folder;
-    folder.write("code.s", "f:\n\tret\n");
-    const RunOptions options =
-        with_program(folder, "llvm-mca", "echo 'error: no such instruction' >&2\nexit 1\n");
-    EXPECT_EQ(output_of({CLIST, "--no-warnings", "--mca", "code.s"}, options),
-              "f:\n# no line\n\tret\n# | error: no such instruction\n");
+    folder.write("code.s", "f:\n\tret\ng:\n\tnop\n");
+    struct {
+        string script;
+        string error;
+        string comments;
+    } const cases[] = {
+        // Not where the code lay: that is gone, and had another name each time.
+        {"for last; do :; done; echo \"$last:2:2: error: no such thing\" >&2; exit 3\n",
+         "failed with status 3: error: no such thing", "# | code.s:2:2: error: no such thing\n"},
+        {"echo 'error: '; exit 1\n", "failed with status 1: error: ", "# | error: \n"},
+        {"echo half; kill -SEGV $$\n", "was ended by signal 11 (Segmentation fault)", "# | half\n"},
+        {"exit 1\n", "failed with status 1", "# | PROGRAM failed with status 1\n"},
+    };
+    for (const auto& [script, error, comments] : cases) {
+        const RunOptions options = with_program(folder, "llvm-mca", script);
+        const string program = folder / "llvm-mca";
+        const string expected_error = "clist: no figures of f: " + program + " " + error +
+                                      "\nclist: no figures of g: " + program + " " + error + "\n";
+        const Finished run = run_program({CLIST, "--no-warnings", "--mca", "code.s"}, options);
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(run.err, expected_error);
+        string told = comments;
+        if (const std::size_t at = told.find("PROGRAM"); at != string::npos) {
+            told.replace(at, 7, program);
+        }
+        EXPECT_EQ(run.out, "f:\n# no line\n\tret\n" + told + "\ng:\n# no line\n\tnop\n" + told);
+        const Finished to_file =
+            run_program({CLIST, "--no-warnings", "--mca", "-o", "out", "code.s"}, options);
+        EXPECT_EQ(to_file.status, 1);
+        EXPECT_EQ(to_file.err, expected_error);
+        EXPECT_EQ(folder.read("out"), run.out);
+    }
+}
+
+TEST(ClistForms, FiguresAreThoseOfTheRealProgram) {
+    if (run_program({"sh", "-c", "command -v llvm-mca"}).status != 0) {
+        GTEST_SKIP() << "no llvm-mca here";
+    }
+    const ScratchFolder folder;
+    folder.write("prog.c", "int f(int n) { return 3 * n; }\nint g(int n) { return n - 1; }\n");
+    folder.write("bad.s", "f:\n\tbogus %eax\n");
+    for (const std::vector<string>& options :
+         {std::vector<string>{"--mca"}, {"--mca", "--intel"}, {"--mca", "--function", "f"}}) {
+        std::vector<string> words{CLIST};
+        words.insert(words.end(), options.begin(), options.end());
+        words.insert(words.end(), {"gcc", "-O2", "-c", "prog.c"});
+        const string listing = output_of(words, in(folder));
+        std::size_t at = 0;
+        for (const string function : {"f:\n", "g:\n"}) {
+            for (const string part : {function.c_str(), "\tret\n", "# | Total Cycles: ",
+                                      "# | Resource pressure by instruction:\n"}) {
+                at = listing.find(part, at);
+                ASSERT_NE(at, string::npos) << part << " is not where it should be\n" << listing;
+            }
+            if (options.back() == "f") {
+                EXPECT_EQ(listing.find("g:\n"), string::npos);
+                break;
+            }
+        }
+    }
+    const Finished bad = run_program({CLIST, "--no-warnings", "--mca", "bad.s"}, in(folder));
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_NE(bad.err.find(": error: invalid instruction mnemonic 'bogus'\n"), string::npos)
+        << bad.err;
+    EXPECT_NE(bad.out.find("# | code.s:2:2: error: invalid"), string::npos) << bad.out;
 }
 
 TEST(ClistForms, WithoutTheProgramForThemThereAreNoFigures) {
