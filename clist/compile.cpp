@@ -89,8 +89,10 @@ std::vector<std::string> added_words(const arguments& given, std::size_t source,
         }
     }
     if (is_clang(given.compiler())) {
-        // What is for the assembler or the linker is of no use here, and not worth a word.
-        words.emplace_back("-Wno-unused-command-line-argument");
+        if (!given.to_object && !given.to_assembly) {
+            // What is for the linker is of no use here, and not worth a word.
+            words.emplace_back("-Wno-unused-command-line-argument");
+        }
     } else if (given.has(role::use_profile)) {
         // The profile is found by the name of the output.
         const std::string folder = output.parent_path();

@@ -334,8 +334,8 @@ std::string conflict(const options& given) {
         {listing.form == listing_form::classic &&
              (is_chosen || listing.all || listing.mangled || listing.own_sources),
          "--classic lists all code, in the one form that it has"},
-        {listing.all && (listing.form == listing_form::list || listing.form == listing_form::stats),
-         "--all is not for --list and --stats"},
+        {listing.all && (listing.form != listing_form::code || listing.json || listing.mca),
+         "--all is for the listing of code alone"},
         {listing.context > 0 && !is_chosen, "--context is for --function and --lines"},
         {given.what == work::assembly &&
              std::count(given.words.begin(), given.words.end(), "-") > 1,

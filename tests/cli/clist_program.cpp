@@ -196,14 +196,57 @@ TEST(Clist, ResponseFilesAndStandardInputAreSources) {
     EXPECT_TRUE(shows(run.out, "twice:\n")) << run.out;
 }
 
+// Warnings, notes, errors, remarks and what -H tells, of one source and of several: the same
+// bytes as of the compiler alone, and nothing among them.
 TEST(Clist, TheCompilersMessagesPassThrough) {
     const ScratchFolder folder;
     folder.write("prog.c", "#warning \"loud\"\n" + source);
-    const Finished alone = run_program({"cc", "-c", "prog.c", "-o", "x.o"}, in(folder));
-    const Finished run = clist({"cc", "-c", "prog.c", "-o", "x.o"}, in(folder));
-    EXPECT_EQ(run.status, 0);
-    EXPECT_NE(alone.err, "");
-    EXPECT_EQ(run.err, alone.err);
+    folder.write("part.h", "int part;\n");
+    folder.write("notes.c",
+                 "#include \"part.h\"\nint f(unsigned n) { return n < 0; }\n"
+                 "int g(int n) { int h; return n == 1 & 2; }\n");
+    folder.write("bad.c", "int f(int n)\n{\n    return n +;\n}\nint f;\n");
+    folder.write("bad.cpp",
+                 "template <class T> int f(T t) { return t.none; }\nint g() { return f(1); }\n"
+                 "int f(int, int), f(char*);\nint h() { return f(1, 2, 3); }\n");
+    folder.write("words", "-Wall -Wextra notes.c");
+    struct {
+        std::vector<string> words;
+        bool is_failure;
+    } const cases[] = {
+        {{"-c", "prog.c", "-o", "x.o"}, false},
+        {{"-Wall", "-Wextra", "-fdiagnostics-color=always", "-c", "notes.c"}, false},
+        {{"-Wall", "-H", "-O2", "-c", "notes.c"}, false},
+        {{"-c", "@words"}, false},
+        {{"-Wno-such", "-Wall", "-c", "prog.c", "notes.c"}, false},
+        {{"-Werror", "-c", "prog.c"}, true},
+        {{"-c", "bad.c"}, true},
+        {{"-c", "none.c"}, true},
+        {{"-O2", "-c", "prog.c", "bad.c", "notes.c"}, true},
+        {{"-fmax-errors=1", "-c", "bad.c"}, true},
+        {{"-c", "-fno-such-option", "prog.c"}, true},
+        {{"-Wall", "-c", "notes.c", "-lm", "-Wl,-x"}, false},
+        {{"-Wall", "-S", "notes.c", "-Wa,--noexecstack"}, false},
+        {{"-c", "bad.cpp"}, true},
+    };
+    for (const string compiler : {"gcc", "clang"}) {
+        if (run_program({"sh", "-c", "command -v " + compiler}).status != 0) {
+            continue;
+        }
+        for (const auto& [words, is_failure] : cases) {
+            std::vector<string> command = words;
+            command.insert(command.begin(), compiler);
+            const Finished alone = run_program(command, in(folder));
+            const Finished run = clist(command, in(folder));
+            const string told = testing::PrintToString(command);
+            EXPECT_EQ(run.status, alone.status) << told;
+            EXPECT_EQ(alone.status != 0, is_failure) << told;
+            EXPECT_EQ(run.err, alone.err) << told;
+            EXPECT_NE(run.err, "") << told;
+            EXPECT_EQ(alone.out, "");
+            EXPECT_EQ(run.out.empty(), is_failure) << told;
+        }
+    }
 }
 
 TEST(Clist, TheCompilersFailureIsItsOwn) {

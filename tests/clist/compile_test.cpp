@@ -41,8 +41,9 @@ TEST(AssemblyCommand, IsTheCompileAsGivenButToAssemblyWithLines) {
         {"gcc a.o prog.c -lm libx.a -o prog", "gcc prog.c -lm -S -g -o OUT"},
         {"gcc -flto=auto -fwhole-program-vtables -c prog.c", "gcc -S prog.c -g -o OUT"},
         {"ccache gcc -c prog.c", "ccache gcc -S prog.c -g -o OUT"},
-        {"clang -c prog.c", "clang -S prog.c -g -Wno-unused-command-line-argument -o OUT"},
-        {"clang -c -- prog.c", "clang -S -g -Wno-unused-command-line-argument -o OUT -- prog.c"},
+        {"clang -c prog.c", "clang -S prog.c -g -o OUT"},
+        {"clang -c -- prog.c", "clang -S -g -o OUT -- prog.c"},
+        {"clang prog.c -lm", "clang prog.c -lm -S -g -Wno-unused-command-line-argument -o OUT"},
         {"gcc -MD -MF x.d -MT y -c prog.c", "gcc -MD -MF x.d -MT y -S prog.c -g -o OUT"},
         {"gcc -Wp,-MD,x.d -save-temps -c prog.c",
          "gcc -Wp,-MD,x.d -save-temps -S prog.c -g -o OUT"},
@@ -108,7 +109,7 @@ TEST(AssemblyCommand, ACompileBesideTheRealOneLeavesItsFilesAlone) {
         {"gcc -aux-info x -dumpdir d/ -fdiagnostics-format=json-file -c prog.c",
          "gcc -S prog.c -g -w -o OUT"},
         {"clang -MJ x.json -c prog.c --serialize-diagnostics x.dia",
-         "clang -S prog.c -g -w -Wno-unused-command-line-argument -o OUT"},
+         "clang -S prog.c -g -w -o OUT"},
         {"gcc -Wall -Werror -O2 -c prog.c -o x.o", "gcc -Wall -Werror -O2 -S prog.c -g -w -o OUT"},
     };
     for (const auto& [line, expected] : cases) {

@@ -102,12 +102,13 @@ TEST(ClistOptions, SayWhatAListingLooksLike) {
     EXPECT_EQ(plain.color, color_choice::when_terminal);
 
     const options given = read(
-        "--all --mangled --mca --intel --sources own --no-warnings --comment ;; "
+        "--all --mangled --intel --sources own --no-warnings --comment ;; "
         "--function a* --function 12 --context 3 --source-map /a=/b --source-map=x=y=z gcc");
     EXPECT_EQ(given.error, "");
-    EXPECT_TRUE(given.listing.all && given.listing.mangled && given.listing.mca &&
-                given.listing.own_sources && given.intel);
+    EXPECT_TRUE(given.listing.all && given.listing.mangled && given.listing.own_sources &&
+                given.intel);
     EXPECT_TRUE(read("--json gcc").listing.json);
+    EXPECT_TRUE(read("--mca gcc").listing.mca);
     EXPECT_FALSE(given.listing.warnings);
     EXPECT_EQ(given.listing.comment, ";;");
     EXPECT_EQ(joined(given.listing.functions), "a* 12");
@@ -158,14 +159,15 @@ TEST(ClistOptions, TheLauncherNamesItsListings) {
 }
 
 TEST(ClistOptions, AProjectHasAFolderJobsAndALauncher) {
-    const options given = read("-p build -j 3 -o out --through distcc --all --comment=# --html");
+    const options given =
+        read("-p build -j 3 -o out --through distcc --mangled --comment=# --html");
     EXPECT_EQ(given.error, "");
     EXPECT_EQ(given.what, work::project);
     EXPECT_EQ(given.build_dir, "build");
     EXPECT_EQ(given.jobs, "3");
     EXPECT_EQ(given.output, "out");
     EXPECT_EQ(joined(given.through), "distcc");
-    EXPECT_EQ(joined(given.form_words), "--all --comment=# --html");
+    EXPECT_EQ(joined(given.form_words), "--mangled --comment=# --html");
     EXPECT_EQ(joined(read_options({"-pbuild", "--through", " ccache  distcc "}, {}).through),
               "ccache distcc");
 }
@@ -181,6 +183,7 @@ TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
     const string classic = "--classic lists all code, in the one form that it has";
     const string order = ": the compiler's options stand behind its name";
     const string mca = "--mca is for the listing of code alone";
+    const string all = "--all is for the listing of code alone";
     const std::pair<string, string> cases[] = {
         {"", "nothing to list"},
         {"--all", "nothing to list"},
@@ -217,15 +220,16 @@ TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
         {"--stats --mca gcc", mca},
         {"--html --mca a.s", mca},
         {"--classic --mca gcc", mca},
-        {"--all --mca gcc", ""},
         {"--context 1 gcc", "--context is for --function and --lines"},
         {"--context 1 --list a.s", "--context is for --function and --lines"},
         {"-p build --context 1", "--context is for --function and --lines"},
         {"--context 0 gcc", ""},
         {"--context 1 --lines a.c:1 gcc", ""},
-        {"--all --list gcc", "--all is not for --list and --stats"},
-        {"--stats --all a.s", "--all is not for --list and --stats"},
-        {"--all --json gcc", ""},
+        {"--all --list gcc", all},
+        {"--stats --all a.s", all},
+        {"--all --html a.s", all},
+        {"--all --json gcc", all},
+        {"--all --mca gcc", all},
         {"- -", "standard input can be named but once"},
         {"- a.s -", "standard input can be named but once"},
         {"-- - -", "standard input can be named but once"},

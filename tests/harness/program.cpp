@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
@@ -64,6 +65,23 @@ namespace {
     _exit(127);
 }
 
+// A terminal: what it shows, and what a program writes to.
+bool open_terminal(std::array<int, 2>& ends) {
+    std::array<char, 64> name{};
+    ends[0] = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (ends[0] < 0 || grantpt(ends[0]) != 0 || unlockpt(ends[0]) != 0 ||
+        ptsname_r(ends[0], name.data(), name.size()) != 0) {
+        return false;
+    }
+    ends[1] = open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    termios modes{};
+    if (tcgetattr(ends[1], &modes) != 0) {
+        return false;
+    }
+    cfmakeraw(&modes);
+    return tcsetattr(ends[1], TCSANOW, &modes) == 0;
+}
+
 void close_if_open(int& fd) {
     if (fd >= 0) {
         close(fd);
@@ -88,9 +106,10 @@ Running start_program(const std::vector<std::string>& argv, const RunOptions& op
     std::array<int, 2> in{};
     std::array<int, 2> out{};
     std::array<int, 2> err{};
-    if (pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(out.data(), O_CLOEXEC) != 0 ||
-        pipe2(err.data(), O_CLOEXEC) != 0) {
-        ADD_FAILURE() << "no pipe";
+    const bool has_output =
+        options.output_is_terminal ? open_terminal(out) : pipe2(out.data(), O_CLOEXEC) == 0;
+    if (!has_output || pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(err.data(), O_CLOEXEC) != 0) {
+        ADD_FAILURE() << "no pipe or terminal";
         return {};
     }
     const pid_t pid = fork();

@@ -29,6 +29,7 @@ struct RunOptions {
     std::optional<std::string> output_to;            // a file to open as standard output
     std::optional<std::string> input_from;           // a file to open as standard input
     std::optional<std::size_t> address_space_limit;  // RLIMIT_AS in bytes
+    bool output_is_terminal = false;                 // standard output is one, line ends as written
     std::optional<std::string> argv0;                // invocation name, if not the path
     std::function<void()> before_start;              // runs in the child, last of all
 };
