@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <map>
+#include <regex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -130,41 +132,139 @@ TEST(Launcher, ABuildIsTheSameAsWithoutIt) {
         << folder.read("part/area.o.lst");
 }
 
+// A library of Debian's, in files of its own, with all that the compiler has to say of it.
+TEST(Launcher, ARealLibraryIsTheSameAsWithoutIt) {
+    if (!has_command("make") || !fs::exists("/usr/include/stb/stb_sprintf.h")) {
+        GTEST_SKIP() << "no make or no stb here";
+    }
+    const ScratchFolder folder;
+    string objects;
+    for (const string part : {"sprintf", "c_lexer", "rect_pack", "divide"}) {
+        string name = part;
+        std::transform(name.begin(), name.end(), name.begin(),
+                       [](unsigned char c) { return std::toupper(c); });
+        folder.write(part + ".c", "#include <assert.h>\n#define STB_" + name +
+                                      "_IMPLEMENTATION\n#define STB_" + name +
+                                      "_SELF_TEST\n#include \"stb_" + part + ".h\"\n");
+        objects += " " + part + ".o";
+    }
+    folder.write("Makefile", "libstb.a:" + objects +
+                                 "\n\t@ar rcD $@ $^\n%.o: %.c\n\t@$(CC) -O1 -g -Wall -Wextra "
+                                 "-Wconversion -MMD -MP -I/usr/include/stb -c -o $@ $<\n");
+    const Finished plain = make(folder, "");
+    ASSERT_EQ(plain.status, 0) << plain.err;
+    EXPECT_GT(plain.err.size(), 1000U);
+    const tree expected(folder.path());
+    run_program({"sh", "-c", "rm -f *.a *.o *.d"}, in(folder.path()));
+    const Finished built = make(folder, launcher_words);
+    EXPECT_EQ(built.status, 0);
+    EXPECT_EQ(sorted_lines(built.err), sorted_lines(plain.err));
+    EXPECT_EQ(built.out, plain.out);
+    const tree got(folder.path());
+    EXPECT_EQ(got.files, expected.files);
+    EXPECT_EQ(got.listings.size(), 4U);
+    EXPECT_TRUE(shows(folder.read("rect_pack.o.lst"), "\nstbrp_pack_rects:\n"));
+}
+
 TEST(Launcher, WhatMakesNoObjectPassesStraightThrough) {
     const ScratchFolder folder;
     folder.write("a.c", "int main(void) { return 0; }\n");
     folder.write("a.s", "\t.globl x\nx:\n");
-    ASSERT_EQ(run_program({"cc", "-c", "a.c", "-o", "given.o"}, in(folder.path())).status, 0);
-    for (const std::vector<string>& words : {
-             std::vector<string>{"cc", "given.o", "-o", "prog"},
-             {"cc", "a.c", "-o", "prog"},
-             {"cc", "-E", "a.c"},
-             {"cc", "-M", "a.c"},
-             {"cc", "-MM", "a.c"},
-             {"cc", "-fsyntax-only", "a.c"},
-             {"cc", "--version"},
-             {"cc", "-v"},
-             {"cc", "-dumpmachine"},
-             {"cc", "-print-search-dirs"},
-             {"cc", "-print-prog-name=ld"},
-             {"cc", "-c", "a.s", "-o", "s.o"},
-             {"cc", "-x", "c", "-c", "-", "-o", "in.o"},
-             {"cc", "-c", "a.c", "-o", "/dev/null"},
-             {"cc", "none.o"},
-             {"cc"},
-         }) {
-        const Finished alone = run_program(words, in(folder.path(), "int y;\n"));
-        const tree expected(folder.path());
-        const Finished run = run_program(launched(words), in(folder.path(), "int y;\n"));
-        EXPECT_EQ(run.status, alone.status) << words[1];
-        EXPECT_EQ(run.out, alone.out);
-        // Only the names of temporary files differ.
-        EXPECT_EQ(run.err.empty(), alone.err.empty());
-        const tree got(folder.path());
-        EXPECT_EQ(got.files, expected.files);
-        EXPECT_EQ(got.listings, std::vector<string>{});
+    folder.write("bad.s", "\tbogus\n");
+    folder.write("a.S", "#ifdef X\n\t.globl x\n#endif\n");
+    folder.write("a.h", "int h;\n");
+    ASSERT_EQ(run_program({"gcc", "-c", "a.c", "-o", "given.o"}, in(folder.path())).status, 0);
+    const std::vector<std::vector<string>> all = {
+        {"given.o", "-o", "prog"},
+        {"-v", "given.o", "-o", "prog"},
+        {"a.c", "-o", "prog"},
+        {"a.c", "given.o", "-o", "prog"},
+        {"-shared", "-fpic", "a.c", "-o", "a.so"},
+        {"-E", "a.c"},
+        {"-E", "a.c", "-o", "a.i"},
+        {"-M", "a.c"},
+        {"-MM", "a.c"},
+        {"-fsyntax-only", "a.c"},
+        {"-###", "-c", "a.c"},
+        {"--version"},
+        {"-v"},
+        {"--help"},
+        {"-dumpmachine"},
+        {"-dumpversion"},
+        {"-print-search-dirs"},
+        {"-print-prog-name=ld"},
+        {"-print-file-name=crt1.o"},
+        {"-print-libgcc-file-name"},
+        {"-c", "a.s", "-o", "s.o"},
+        {"-c", "bad.s", "-o", "s.o"},
+        {"-DX", "-c", "a.S", "-o", "s.o"},
+        {"-c", "-x", "assembler", "a.s", "-o", "s.o"},
+        {"-x", "c", "-c", "-", "-o", "in.o"},
+        {"-x", "c", "-S", "-", "-o", "-"},
+        {"-x", "c", "-E", "-"},
+        {"-c", "a.c", "-o", "/dev/null"},
+        {"a.h", "-o", "/dev/null"},
+        {"none.o"},
+        {"-lnone", "given.o"},
+        {},
+    };
+    // The only bytes that differ from one run to the next: names of temporary files.
+    const auto comparable = [](const string& text) {
+        return std::regex_replace(text, std::regex("/tmp/[A-Za-z0-9-]+"), "TEMPORARY");
+    };
+    for (const string compiler : {"gcc", "clang"}) {
+        if (!has_command(compiler)) {
+            continue;
+        }
+        for (std::vector<string> words : all) {
+            words.insert(words.begin(), compiler);
+            const string told = testing::PrintToString(words);
+            const auto clean = [&] {
+                for (const string name : {"prog", "a.so", "a.i", "s.o", "in.o"}) {
+                    fs::remove(folder / name);
+                }
+            };
+            const Finished alone = run_program(words, in(folder.path(), "int y;\n"));
+            const tree expected(folder.path());
+            clean();
+            const Finished run = run_program(launched(words), in(folder.path(), "int y;\n"));
+            EXPECT_EQ(run.status, alone.status) << told;
+            EXPECT_EQ(run.signal, alone.signal) << told;
+            EXPECT_EQ(comparable(run.out), comparable(alone.out)) << told;
+            EXPECT_EQ(comparable(run.err), comparable(alone.err)) << told;
+            const tree got(folder.path());
+            EXPECT_TRUE(got.files == expected.files) << told;
+            EXPECT_EQ(got.listings, std::vector<string>{}) << told;
+            clean();
+        }
     }
 }
+
+#if CLIST_HAS_PAGE
+TEST(Launcher, PagesStandBesideObjectsToo) {
+    const ScratchFolder folder;
+    folder.write("a.c", "int f(int n)\n{\n    return 3 * n;\n}\n");
+    RunOptions options = in(folder.path());
+    options.set["SOURCE_DATE_EPOCH"] = "1";  // the page tells when it was made
+    const std::vector<string> words{"cc", "-O2", "-c", "a.c", "-o", "x.o"};
+    ASSERT_EQ(run_program(words, options).status, 0);
+    const string object = folder.read("x.o");
+    fs::remove(folder / "x.o");
+    const Finished run = run_program(launched(words, {"--html"}), options);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out + run.err, "");
+    EXPECT_EQ(folder.read("x.o"), object);
+    EXPECT_FALSE(folder.has("x.o.lst"));
+    const string page = folder.read("x.o.html");
+    EXPECT_TRUE(page.starts_with("<!doctype html>")) << page.substr(0, 100);
+    EXPECT_TRUE(page.ends_with("</html>\n")) << page.substr(page.size() - 100);
+    std::vector<string> listed{CLIST, "--html"};
+    listed.insert(listed.end(), words.begin(), words.end());
+    const Finished alone = run_program(listed, options);
+    EXPECT_EQ(alone.err, "");
+    EXPECT_TRUE(alone.out == page);
+}
+#endif
 
 TEST(Launcher, ListingsAreNamedAsTold) {
     const ScratchFolder folder;
