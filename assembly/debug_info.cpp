@@ -356,4 +356,27 @@ debug_info read_debug_info(const assembly_file& assembly, const label_index& lab
     return result;
 }
 
+file_entry compiled_file(const assembly_file& assembly, const label_index& labels) {
+    section_set sections = find_sections(assembly, labels, false);
+    abbreviation_tables tables;
+    for (const debug_contents& contents : assembly.debug) {
+        if (!assembly.sections[contents.section].name.ends_with("debug_info")) {
+            continue;
+        }
+        sections.info = &contents;
+        for (std::size_t at = 0; at < contents.bytes.size();) {
+            std::optional<unit> it = read_header(sections, at, tables);
+            if (!it || it->end <= at) {
+                break;
+            }
+            at = it->end;
+            if (it->has_code) {
+                read_bases(*it, nullptr);
+                return {std::string(it->compilation_directory), std::string(it->name)};
+            }
+        }
+    }
+    return {};
+}
+
 }  // namespace assembly

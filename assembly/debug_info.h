@@ -41,4 +41,9 @@ struct debug_info {
 // Reads the debugging data of an assembly that was read with them.
 debug_info read_debug_info(const assembly_file& assembly, const label_index& labels);
 
+// The file that was compiled and the directory that the compiler ran in, by the first unit
+// of code alone: what file 0 tells from version 5 of the format on. Empty where it does not
+// tell.
+file_entry compiled_file(const assembly_file& assembly, const label_index& labels);
+
 }  // namespace assembly

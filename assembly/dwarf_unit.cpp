@@ -170,13 +170,15 @@ bool read_bases(unit& it, const unit* skeleton) {
     if (shape == nullptr) {
         return false;
     }
-    attribute_value directory;  // its text may need a base that comes later
+    attribute_value name;  // its text may need a base that comes later
+    attribute_value directory;
     const attribute_shape* const end = it.shapes->end(*shape);
     for (const attribute_shape* at = it.shapes->begin(*shape); at != end; ++at) {
         attribute_value value;
         if (!read_value(from, it, *at, value)) {
             return false;
         }
+        name = at->name == at_name ? value : name;
         directory = at->name == at_comp_dir ? value : directory;
         const auto base = [&] {
             return number_at(sections, sections.info, value.at, it.offset_size);
@@ -197,6 +199,7 @@ bool read_bases(unit& it, const unit* skeleton) {
                 break;
         }
     }
+    it.name = text_of(it, name);
     it.compilation_directory = text_of(it, directory);
     return true;
 }

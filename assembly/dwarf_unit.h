@@ -62,6 +62,7 @@ struct unit {
     std::uint64_t str_offsets_base = 0;
     std::uint64_t addr_base = 0;
     std::uint64_t ranges_base = 0;  // in the section that the version has
+    std::string_view name = {};     // of the source
     std::string_view compilation_directory = {};
 };
 
@@ -73,8 +74,8 @@ using abbreviation_tables =
 std::optional<unit> read_header(const section_set& sections, std::size_t begin,
                                 abbreviation_tables& tables);
 
-// Reads the unit's own entry: where its indexed values lie, and its directory. `skeleton` is the
-// unit in the object that stands for one beside it, else null. False when it cannot be read.
+// Reads the unit's own entry: where its indexed values lie, its name and directory. `skeleton` is
+// the unit in the object that stands for one beside it, else null. False when it cannot be read.
 bool read_bases(unit& it, const unit* skeleton);
 
 // An attribute's value as it lies in the section.

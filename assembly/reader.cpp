@@ -829,7 +829,9 @@ static bool is_read(std::string_view name) {
 // Takes the lines of a debugging section from `at` on that can be nothing else, and gives
 // where the first other one begins.
 static std::size_t take_debug_lines(text_reader& reader, std::size_t at) {
-    if (!reader.options.debug) {
+    const bool is_wanted =
+        reader.options.debug || (reader.options.compile && !reader.assembly.files.contains(0));
+    if (!is_wanted) {
         return skip_data(reader.text, at);
     }
     const std::uint32_t at_section = reader.track.current();

@@ -140,6 +140,7 @@ struct assembly_error {
 struct read_options {
     const dialect* language = nullptr;  // told from the text where it is not given
     bool debug = false;                 // whether debugging sections are wanted
+    bool compile = false;               // or only where no file 0 tells what was compiled
 };
 
 // Fills `assembly` from `text`, which must outlive it. On an error the contents of

@@ -88,11 +88,15 @@ static found_source look_for(const assembly_file& assembly, const file_entry& en
         if (is_absolute(name)) {
             continue;
         }
-        if (std::optional<text_file> file = access.read(name)) {
-            return {name, std::move(file),
-                    is_absolute(full)
-                        ? "found here, though it was compiled as " + full
-                        : "found here, though the assembly does not tell where it was compiled"};
+        found_source found = read_as(name, access);
+        if (found.file) {
+            found.doubt =
+                is_absolute(full)
+                    ? "found here, though it was compiled as " + full
+                    : "found here, though the assembly does not tell where it was compiled";
+        }
+        if (!found.doubt.empty()) {
+            return found;
         }
     }
     return {is_given ? full : written, std::nullopt, {}};

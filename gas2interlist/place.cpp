@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "assembly/debug_info.h"
 #include "assembly/line_information.h"
 #include "assembly/symbol.h"
 #include "gas2interlist/ascent.h"
@@ -256,6 +257,21 @@ static void place(placer& placer, const function_code& function) {
     }
 }
 
+// Older formats leave what was compiled, and where, to the debugging data.
+static void learn_compile(assembly_file& assembly) {
+    if (!assembly.debug.empty()) {
+        const auto [zero, is_new] =
+            assembly.files.try_emplace(0, compiled_file(assembly, label_index(assembly)));
+        if (!zero->second.directory.empty()) {
+            assembly.compilation_directory = zero->second.directory;
+        }
+    }
+    // By "." a compiler tells no directory either: what stands there is a guess.
+    if (assembly.compilation_directory.empty() && assembly.files.contains(0)) {
+        assembly.compilation_directory.assign(1, '.');
+    }
+}
+
 std::string merged(const interlisted_text& text) {
     std::string whole;
     whole.reserve(text.assembly.size() + text.added.size());
@@ -270,9 +286,11 @@ std::optional<assembly_error> place_directives(interlisted_text& result,
                                                const prefix_map& source_map,
                                                const source_access& access, std::int64_t modified) {
     assembly_file assembly;
-    if (std::optional<assembly_error> error = read_assembly(result.assembly, assembly)) {
+    if (std::optional<assembly_error> error =
+            read_assembly(result.assembly, assembly, {.compile = true})) {
         return error;
     }
+    learn_compile(assembly);
     result.added.clear();
     result.insertions.clear();
     result.warnings.clear();

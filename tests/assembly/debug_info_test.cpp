@@ -137,7 +137,13 @@ TEST(DebugInfo, TellsWhereAFunctionIsDeclared) {
 
 TEST(DebugInfo, TellsTheDirectoryThatTheCompilerRanIn) {
     for (const build& row : builds) {
-        EXPECT_EQ(read_build(row.name).debug.compilation_directory, "/src") << row.name;
+        const program it = read_build(row.name);
+        EXPECT_EQ(it.debug.compilation_directory, "/src") << row.name;
+        const file_entry main = compiled_file(it.code, label_index(it.code));
+        EXPECT_EQ(main.directory, "/src") << row.name;
+        // Where the data stand beside the object, what is left in it tells no name.
+        const bool is_split = std::string_view(row.name).ends_with("_split");
+        EXPECT_EQ(main.name, is_split ? "" : "inlined.c") << row.name;
     }
 }
 

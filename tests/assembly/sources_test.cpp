@@ -145,6 +145,7 @@ TEST(FindSource, AFileThatCannotBeReadIsNoMissingOne) {
     EXPECT_EQ(found({"/src"}, {"", "u.c"}, {{"u.c", broken}, {"/src/u.c", broken}}),
               "u.c" + reason);
     EXPECT_EQ(found({""}, {"", "u.c"}, {{"u.c", broken}}), "u.c" + reason);
+    EXPECT_EQ(found({"."}, {"", "u.c"}, {{"u.c", broken}}), "u.c" + reason);
     EXPECT_EQ(found({""}, {"", "u.c"}, {{"v.c", broken}}, {{"u", "v"}}), "v.c" + reason);
     EXPECT_EQ(found({""}, {"", "u.c"}, {{"u.c", {"", 0, 1, ENOTDIR}}}), "u.c (missing)");
 }

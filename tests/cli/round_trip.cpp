@@ -223,15 +223,12 @@ TEST(RoundTrip, TheNameOfASourceIsThatOfTheFileThatWasCompiled) {
         const ScratchFolder folder;
         folder.write("u.c", "int f(void)\n{\n    return 1;\n}\n");
         const std::string full = folder / "u.c";
-        for (const std::string version : {"-gdwarf-5", "-gdwarf-4"}) {
+        for (const std::string version : {"-gdwarf-5", "-gdwarf-4", "-gdwarf-2"}) {
             SCOPED_TRACE(testing::Message() << compiler << " " << version);
             const Finished brief = names_of(folder, {compiler, version, "u.c"});
             EXPECT_EQ(brief.out + brief.err, "\t.ifile\t\"u.c\"");
             const Finished absolute = names_of(folder, {compiler, version, full});
-            // The older format has the same names for both from one compiler.
-            const bool is_told = compiler != "clang" || version != "-gdwarf-4";
-            EXPECT_EQ(absolute.out + absolute.err,
-                      is_told ? "\t.ifile\t\"" + full + "\"" : "\t.ifile\t\"u.c\"");
+            EXPECT_EQ(absolute.out + absolute.err, "\t.ifile\t\"" + full + "\"");
         }
     }
 }
@@ -318,5 +315,61 @@ TEST(RoundTrip, MostAssemblersRefuseAListing) {
         EXPECT_EQ(code.status, 0) << assembler << code.err;
         const Finished listing = run_program({assembler, "f.cl", "-o", "f.o"}, in(folder.path()));
         EXPECT_NE(listing.status, 0) << assembler;
+    }
+}
+
+// Another folder's file of the same name is not taken for the one that was compiled, or not
+// without a word, whatever version of the debugging format tells where that was.
+TEST(RoundTrip, AnotherFileOfTheSameNameIsNeverTakenSilently) {
+    const ScratchFolder compiled;
+    const ScratchFolder elsewhere;
+    compiled.write("v.c", "int f(void)\n{\n\treturn 1;\n}\n");
+    elsewhere.write("v.c", "/* another */\nint other(void) { return 1; }\n");
+    const std::string full = compiled / "v.c";
+    const std::string assembly = compiled / "v.s";
+    const std::string map = "-fdebug-prefix-map=" + compiled.path() + "=";
+    const auto has_name = [](const Finished& run, const std::string& name) {
+        return run.out.find("\t.ifile\t\"" + name + "\"\n") != std::string::npos;
+    };
+    const auto place = [&](const ScratchFolder& from) {
+        return run_program({GAS2INTERLIST, assembly}, in(from.path()));
+    };
+    for (const std::string& compiler : installed({"gcc", "clang"})) {
+        for (const std::string version : {"-gdwarf-2", "-gdwarf-3", "-gdwarf-4", "-gdwarf-5"}) {
+            SCOPED_TRACE(testing::Message() << compiler << " " << version);
+            const auto compile = [&](const std::string& option, const std::string& name) {
+                const Finished made = run_program(
+                    {compiler, "-S", version, option, name, "-o", "v.s"}, in(compiled.path()));
+                EXPECT_EQ(made.status, 0) << made.err;
+            };
+            for (const std::string& name : {full, std::string("v.c")}) {
+                compile("-w", name);
+                EXPECT_EQ(place(compiled).err, "");
+                const Finished run = place(elsewhere);
+                EXPECT_EQ(run.err, "");
+                EXPECT_TRUE(has_name(run, full));
+            }
+            const bool has_checksum = compiler == "clang" && version == "-gdwarf-5";
+            const std::string not_told =
+                "found here, though the assembly does not tell where it was compiled";
+            for (const auto& [folder, doubt] : std::vector<std::pair<std::string, std::string>>{
+                     {"", not_told},
+                     {".", not_told},
+                     {"/nowhere", "found here, though it was compiled as /nowhere/v.c"}}) {
+                compile(map + folder, "v.c");
+                EXPECT_EQ(place(elsewhere).err,
+                          "gas2interlist: " + assembly + ": warning: v.c: " +
+                              (has_checksum ? "not the text that was compiled" : doubt) + "\n");
+            }
+            EXPECT_EQ(
+                run_program({GAS2INTERLIST, "--no-warnings", assembly}, in(elsewhere.path())).err,
+                "");
+            // What this leads to is another name, or the same one.
+            for (const std::string& name : {full, std::string("v.c")}) {
+                compile(map + "renamed", name);
+                const Finished run = place(elsewhere);
+                EXPECT_NE(has_name(run, "v.c"), run.err.empty()) << run.err;
+            }
+        }
     }
 }
