@@ -5,16 +5,13 @@ import { test } from "node:test";
 import type { Page } from "playwright-core";
 import { code, eventually, line, marked, source, useBrowser, withPage } from "./browser.ts";
 import { pageOf } from "./made_page.ts";
-import { long, other, sum } from "./samples.ts";
+import { long, loop, other, sum } from "./samples.ts";
 
 useBrowser();
 
 const sumPage = pageOf(sum);
-const status = (page: Page): Promise<string> =>
-    page
-        .locator("#status")
-        .innerText()
-        .then((text) => text.replace(/\s+/g, " "));
+const squeezed = (text: string): string => text.replace(/\s+/g, " ").trim();
+const status = (page: Page): Promise<string> => page.locator("#status").innerText().then(squeezed);
 
 test("pointing at a source line marks its code, wherever it lies", () =>
     withPage(sumPage, async (page) => {
@@ -265,14 +262,11 @@ test("a click on the strip goes there", () =>
 test("inlined code says what it is and where it was inlined", () =>
     withPage(sumPage, async (page) => {
         const notes = await code(page).locator(".inlined-note").allInnerTexts();
-        assert.deepEqual(
-            notes.map((note) => note.trim()),
-            [
-                "\u21b3 scale inlined at sum.c:11",
-                "\u21b3 clamp inlined at sum.c:4",
-                "\u21b3 clamp inlined at sum.c:4",
-            ],
-        );
+        assert.deepEqual(notes.map(squeezed), [
+            "\u21b3 scale inlined at sum.c:11",
+            "\u21b3 clamp inlined at sum.c:4",
+            "\u21b3 clamp inlined at sum.c:4",
+        ]);
         assert.deepEqual(await marked(code(page), "inlined-row"), [
             "leal (%rdx,%rdx,2), %edx \u21b3 scale inlined at sum.c:11",
             "cmpl $100, %edx \u21b3 clamp inlined at sum.c:4",
@@ -287,6 +281,80 @@ test("inlined code says what it is and where it was inlined", () =>
                 ),
             true,
         );
+    }));
+
+// Whether all of an element can be seen: nothing cuts it, and nothing lies on it.
+const isSeen = (element: ReturnType<Page["locator"]>): Promise<boolean> =>
+    element.evaluate((e) => {
+        const box = e.getBoundingClientRect();
+        const middle = (box.top + box.bottom) / 2;
+        return [box.left + 2, box.right - 2].every((x) =>
+            e.contains(document.elementFromPoint(x, middle)),
+        );
+    });
+
+for (const width of [1280, 1000, 420]) {
+    test(`deep inlining shows the project's own place, ${width} wide`, () =>
+        withPage(
+            pageOf(loop),
+            async (page) => {
+                // Behind each row, whatever the room.
+                const places = code(page).locator(".inlined-note .where");
+                assert.deepEqual(await places.allInnerTexts(), ["loop.cpp:5", "loop.cpp:4"]);
+                assert.deepEqual([await isSeen(places.nth(0)), await isSeen(places.nth(1))], [true, true]); // prettier-ignore
+                // In the line below, where the chain has eight steps.
+                await line(code(page), "8(%rsp)").click({ position: { x: 70, y: 8 } });
+                const sites = page.locator("#status .site");
+                await eventually(async () => (await sites.allInnerTexts()).length, 8);
+                const own = sites.filter({ hasText: "loop.cpp:5" });
+                await eventually(() => isSeen(own), true);
+                assert.equal(
+                    await page.locator("#status .chain").getAttribute("data-tip"),
+                    [
+                        "library::list_of::_M_finish list_of_shop.h:2",
+                        "shop::library::list_of::_M_next list_of_shop.h:5",
+                        "library::list_of::operator++ list_of_shop.h:8",
+                        "shop::library::list_of::begin list_of_shop.h:11",
+                        "shop::library::list_of::advance list_of_shop.h:14",
+                        "shop::library::list_of::at list_of_shop.h:17",
+                        "shop::library::list_of::value list_of_shop.h:20",
+                        "shop::total loop.cpp:5",
+                    ].join("\n  inlined into "),
+                );
+                await own.click();
+                await eventually(() => marked(source(page), "linked"), ["sum += it.value();"]);
+            },
+            { viewport: { width, height: 800 } },
+        ));
+}
+
+test("a note beside inlined code tells all of the way when pointed at", () =>
+    withPage(pageOf(loop), async (page) => {
+        const note = code(page).locator(".inlined-note .where").nth(1);
+        await note.hover();
+        await eventually(
+            async () => (await page.locator("#tip").innerText()).split("\n  inlined into ").length,
+            6,
+        );
+        assert.match(
+            await page.locator("#tip").innerText(),
+            /^library::list_of::operator\+\+ .*shop::total loop\.cpp:4$/s,
+        );
+        // And the numbers beside it which file they are of.
+        await code(page).locator(".source-line", { hasText: "8" }).hover();
+        await eventually(() => page.locator("#tip").innerText(), "list_of_shop.h:8");
+    }));
+
+test("beside a source line stands how much was inlined at it", () =>
+    withPage(pageOf(loop), async (page) => {
+        const signs = source(page).locator(".inlines");
+        assert.deepEqual(await signs.allInnerTexts(), ["\u21b41", "\u21b41"]);
+        await withPage(sumPage, async (of) => {
+            assert.deepEqual(await source(of).locator(".inlines").allInnerTexts(), [
+                "\u21b43",
+                "\u21b43",
+            ]);
+        });
     }));
 
 test("bars beside the code show how deep it was inlined", () =>

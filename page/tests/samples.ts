@@ -1,6 +1,6 @@
 // Code that the tests show. Small enough to know by heart.
 
-import type { MadeUnit } from "./made_page.ts";
+import type { MadeUnit, Place } from "./made_page.ts";
 
 // sum() has the code of its loop in two places, and scale() inlined in between; scale()
 // also stands by itself. The header's clamp() was inlined into scale(), both times.
@@ -121,6 +121,54 @@ export const other: MadeUnit = {
             rows: [
                 ["\tcmpl\t$100, %edi", ["clamp", clampH, 4], ["limit", "/src/demo/other.c", 3]],
                 ["\tret", ["limit", "/src/demo/other.c", 3]],
+            ],
+        },
+    ],
+};
+
+// A loop over a container, inlined through the library's own functions, whose names are as
+// long as such names are. The last of them stands by itself, too.
+const loopCpp = "/src/shop/loop.cpp";
+const listH = "/usr/include/c++/12/bits/list_of_shop.h";
+const of = "<shop::price<double, shop::currency>, std::allocator<shop::price<double> > >";
+const layers = ["_M_finish", "_M_next", "operator++", "begin", "advance", "at", "value"].map(
+    (name, i): Place => [`shop::library::list_of${of}::${name}() const`, listH, 3 * i + 2],
+);
+const loopFunction = `shop::total(shop::library::list_of${of} const&)`;
+
+export const loop: MadeUnit = {
+    name: "loop.cpp",
+    command: ["g++", "-O2", "-c", "loop.cpp"],
+    sources: {
+        [loopCpp]: `#include "list_of_shop.h"
+double shop::total(const list &all) {
+    double sum = 0;
+    for (const auto &it : all)
+        sum += it.value();
+    return sum;
+}
+`,
+        [listH]: Array.from({ length: 30 }, (_, i) => `// line ${i + 1}\n`).join(""),
+    },
+    system: [listH],
+    functions: [
+        {
+            name: loopFunction,
+            symbol: "_ZN4shop5totalE",
+            rows: [
+                ["\tmovsd\t.LC0(%rip), %xmm1", [loopFunction, loopCpp, 3]],
+                ["\tmovq\t8(%rsp), %rax", ...layers, [loopFunction, loopCpp, 5]],
+                ["\taddsd\t(%rax), %xmm0", [loopFunction, loopCpp, 5]],
+                ["\tcmpq\t%rax, %rdx", ...layers.slice(2), [loopFunction, loopCpp, 4]],
+                ["\tret", [loopFunction, loopCpp, 6]],
+            ],
+        },
+        {
+            name: layers[6][0],
+            symbol: "_ZNK4shop5value",
+            rows: [
+                ["\tmovsd\t(%rdi), %xmm0", layers[6]],
+                ["\tret", layers[6]],
             ],
         },
     ],

@@ -3,18 +3,19 @@
 
 import { Text } from "@codemirror/state";
 import { Decoration, gutter, GutterMarker, WidgetType } from "@codemirror/view";
+import { describeSteps, ownStep, stepsOf } from "../data/chain.ts";
 import { linesOf, takeChunk } from "../data/chunks.ts";
 import type { Link } from "../data/link.ts";
 import type { Project } from "../data/project.ts";
 import type { Unit } from "../data/unit.ts";
-import { h, visible } from "../dom.ts";
-import { cutName, shortName } from "../text/names.ts";
+import { h } from "../dom.ts";
+import { cutName } from "../text/names.ts";
 import { assemblyColours } from "../text/assembly_colours.ts";
 import { colouring } from "../text/colouring.ts";
 import { Pane, type PaneEvents } from "./pane.ts";
 import type { StripMark } from "./strip.ts";
 import { decorateVisibleLines, lineClass, redraw } from "./visible_lines.ts";
-import { widestOf, widthOf } from "./width.ts";
+import { mostWidth, tabSize, widthOf } from "./width.ts";
 
 // Where the rows stand in the text that is shown. Rows and lines count from 0 and 1.
 interface Placement {
@@ -80,16 +81,17 @@ class SourceLine extends GutterMarker {
     constructor(
         private readonly line: string,
         private readonly classes: string,
+        private readonly place = "",
     ) {
         super();
     }
 
     override eq(other: SourceLine): boolean {
-        return other.line === this.line && other.classes === this.classes;
+        return other.place === this.place && other.classes === this.classes;
     }
 
     override toDOM(): Node {
-        return h("div", { class: this.classes }, this.line);
+        return h("div", { class: this.classes, "data-tip": this.place || null }, this.line);
     }
 }
 
@@ -109,18 +111,20 @@ class InlineBars extends GutterMarker {
     }
 }
 
-// Behind the first row of inlined code: what it is and where it was inlined.
+// Behind the first row of inlined code: what it is and where it was inlined. Where the pane
+// has little room the note begins farther left, and the name is cut rather than the place.
 class InlinedNote extends WidgetType {
     constructor(
         private readonly what: string,
         private readonly where: string,
-        private readonly gap: number, // in letters
+        private readonly width: number, // of the row's text, in letters
+        private readonly chain: string,
     ) {
         super();
     }
 
     override eq(other: InlinedNote): boolean {
-        return other.what === this.what && other.where === this.where && other.gap === this.gap;
+        return other.what === this.what && other.chain === this.chain && other.width === this.width;
     }
 
     override toDOM(): HTMLElement {
@@ -128,9 +132,15 @@ class InlinedNote extends WidgetType {
             "span",
             { class: "inlined-note" },
             " ",
-            h("span", null, "\u21b3 ", h("b", null, this.what), ` inlined at ${this.where}`),
+            h(
+                "span",
+                { "data-tip": this.chain },
+                h("span", { class: "what" }, "\u21b3 ", h("b", null, this.what)),
+                h("span", { class: "words" }, h("span", null, " "), h("span", null, "inlined at ")),
+                h("span", { class: "where" }, this.where),
+            ),
         );
-        note.style.paddingLeft = `${this.gap}ch`;
+        note.style.setProperty("--width", `${this.width}ch`);
         return note;
     }
 
@@ -139,11 +149,9 @@ class InlinedNote extends WidgetType {
     }
 }
 
-// Notes stand in a column of their own, where the code leaves room.
-const noteColumn = 38;
-const longestNoted = 32;
-
-const noted = (name: string): string => visible(cutName(shortName(name), longestNoted));
+// So many letters are kept for a note behind its row, as style.css knows, too.
+const noteRoom = 26;
+const longestNoted = 24;
 
 const mostBars = 4;
 const barColours = 6;
@@ -172,8 +180,7 @@ export class CodePane extends Pane {
         this.unit = unit;
         this.all = all;
         this.placement = placement;
-        const width = Math.max(widestOf(placement.text), this.widestNote(unit));
-        this.show(placement.text, "Instructions", width, [
+        this.show(placement.text, "Instructions", this.widest(unit, placement), [
             this.sourceColumn(unit),
             this.barColumn(unit),
             decorateVisibleLines((line, set) => {
@@ -299,6 +306,7 @@ export class CodePane extends Pane {
                 return new SourceLine(
                     String(line),
                     unit.depth[frame] > 0 ? "source-line from-inlined" : "source-line",
+                    this.project.placeOf(unit.number, { file, line }),
                 );
             },
             initialSpacer: () => new SourceLine(spacer, "source-line"),
@@ -352,29 +360,23 @@ export class CodePane extends Pane {
                 return null; // the same goes on, or comes back from what was inlined in it
             }
         }
-        const site = unit.frame(parents[frame]);
-        const what = unit.frame(frame);
-        return new InlinedNote(
-            noted(what.function),
-            this.project.placeOf(unit.number, site),
-            Math.max(noteColumn - widthOf(text), 2),
-        );
+        const steps = stepsOf(this.project, unit, frame);
+        const site = steps[ownStep(steps, 1)];
+        const what = cutName(steps[0].name, longestNoted);
+        return new InlinedNote(what, site.place, widthOf(text), describeSteps(steps));
     }
 
-    // Of the notes that stand in their column; few instructions reach into it.
-    private widestNote(unit: Unit): number {
-        const { names, frame_function, frame_parent, frame_file, frame_line } = unit.rows;
-        const nameWidths = names.map((name) => noted(name).length);
-        const fileWidths = unit.head.files.map(
-            (_, file) => this.project.placeOf(unit.number, { file, line: 0 }).length,
-        );
-        return frame_parent.reduce((widest, parent, frame) => {
-            if (parent < 0) {
-                return widest;
+    // Of the rows, with room behind those that may have a note.
+    private widest(unit: Unit, placement: Placement): number {
+        let widest = 0;
+        let line = 0;
+        for (const text of placement.text.iterLines()) {
+            const row = placement.rowOf(++line);
+            const room = (unit.depth[unit.frameOfRow[row]] ?? 0) > 0 ? noteRoom : 0;
+            if (text.length * tabSize + room > widest) {
+                widest = Math.max(widest, widthOf(text) + room);
             }
-            const place = (fileWidths[frame_file[parent]] ?? 0) + String(frame_line[parent]).length;
-            const words = "\u21b3  inlined at ".length;
-            return Math.max(widest, noteColumn + words + nameWidths[frame_function[frame]] + place);
-        }, 0);
+        }
+        return Math.min(widest, mostWidth);
     }
 }

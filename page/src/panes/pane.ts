@@ -155,6 +155,7 @@ export class Pane {
                             this.events.move(this.cursorLine);
                         }
                         if (update.geometryChanged) {
+                            this.measureGutters();
                             this.strip.draw();
                         }
                     }),
@@ -165,6 +166,15 @@ export class Pane {
         this.pointed = null;
         this.isNew = true;
         this.view.requestMeasure({ read: () => (this.isNew = false) });
+    }
+
+    // For what is laid out by the room that the columns leave.
+    private measureGutters(): void {
+        this.view.requestMeasure({
+            key: this,
+            read: (view) => view.contentDOM.offsetLeft,
+            write: (width, view) => view.dom.style.setProperty("--gutters", `${width}px`),
+        });
     }
 
     get cursorLine(): number {

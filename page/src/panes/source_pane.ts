@@ -15,6 +15,8 @@ import { widestOf } from "./width.ts";
 
 const heatSteps = 9;
 
+const shortNumber = (n: number): string => (n < 10_000 ? String(n) : `${Math.round(n / 1000)}k`);
+
 class HeatCell extends GutterMarker {
     constructor(
         private readonly instructions: number,
@@ -35,9 +37,7 @@ class HeatCell extends GutterMarker {
                 "data-instructions": this.instructions,
                 "data-tip": count(this.instructions, "instruction"),
             },
-            this.instructions < 10_000
-                ? String(this.instructions)
-                : `${Math.round(this.instructions / 1000)}k`,
+            shortNumber(this.instructions),
         );
     }
 }
@@ -48,9 +48,10 @@ class HeatSpace extends GutterMarker {
     }
 }
 
-// Says that code was inlined at a line, or the line's code elsewhere.
+// Says that code was inlined at a line, and how much, or the line's code elsewhere.
 class InlinedSign extends GutterMarker {
     constructor(
+        private readonly instructions: number, // that were inlined at the line
         private readonly here: string,
         private readonly elsewhere: string,
     ) {
@@ -68,7 +69,7 @@ class InlinedSign extends GutterMarker {
                 class: "inlined-sign",
                 "data-tip": [this.here, this.elsewhere].filter(Boolean).join("\n"),
             },
-            this.here && h("span", { class: "inlines" }, "\u21b4"),
+            this.here && h("span", { class: "inlines" }, `\u21b4${shortNumber(this.instructions)}`),
             this.elsewhere && h("span", { class: "inlined" }, "\u2197"),
         );
     }
@@ -76,7 +77,7 @@ class InlinedSign extends GutterMarker {
 
 class InlinedSpace extends GutterMarker {
     override toDOM(): Node {
-        return h("div", { class: "inlined-sign" }, "\u21b4\u2197");
+        return h("div", { class: "inlined-sign" }, "\u21b40000\u2197");
     }
 }
 
@@ -223,6 +224,7 @@ export class SourcePane extends Pane {
         }
         return here.size + elsewhere.size > 0
             ? new InlinedSign(
+                  [...here.values()].reduce((sum, n) => sum + n, 0),
                   listed("Inlined here, with instructions:", here),
                   listed("Inlined into, with instructions:", elsewhere),
               )

@@ -6,7 +6,7 @@ import type { Text } from "@codemirror/state";
 export const tabSize = 8;
 
 // What is longer than that may widen the pane when it comes into view.
-const mostWidth = 2_000;
+export const mostWidth = 2_000;
 
 export function widthOf(text: string): number {
     let width = 0;

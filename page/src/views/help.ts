@@ -61,8 +61,8 @@ export function openHelp(keys: KeyRow[]): void {
                         null,
                         "instructions of a source line, copies and inlined ones included",
                     ),
-                    h("dt", null, h("span", { class: "inlines" }, "\u21b4")),
-                    h("dd", null, "code was inlined at this line"),
+                    h("dt", null, h("span", { class: "inlines" }, "\u21b412")),
+                    h("dd", null, "so many instructions were inlined at this line"),
                     h("dt", null, h("span", { class: "inlined" }, "\u2197")),
                     h("dd", null, "this line\u2019s code was inlined elsewhere"),
                     h(

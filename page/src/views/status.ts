@@ -1,6 +1,7 @@
 // The line at the bottom: what is marked, how much code that is and where, and the chain
 // of call sites, each of which can be gone to.
 
+import { describeSteps, ownStep, stepsOf } from "../data/chain.ts";
 import type { Link } from "../data/link.ts";
 import type { Project, SourceFile } from "../data/project.ts";
 import { count, h, visible } from "../dom.ts";
@@ -11,8 +12,10 @@ export interface StatusActions {
     line(file: SourceFile, line: number): void;
 }
 
-// So many functions or places stand in the line.
+// So many functions or places stand in the line,
 const mostNamed = 4;
+// and so many steps of inlining before the project's own one, and behind it.
+const mostSteps = 8;
 
 export class Status {
     private readonly summary = h("p", { class: "summary", role: "status" });
@@ -52,6 +55,7 @@ export class Status {
         this.place.textContent =
             places === 0 ? "\u2013" : `${place >= 0 ? place + 1 : "\u2013"} of ${places}`;
         this.summary.replaceChildren(...this.describe(link));
+        delete this.chain.dataset["tip"];
         this.chain.replaceChildren(...(link ? this.chainOf(link) : []));
     }
 
@@ -89,52 +93,79 @@ export class Status {
         );
     }
 
-    private chainOf(link: Link): (Node | string)[] {
-        const { unit } = link;
+    private chainOf(link: Link): HTMLElement[] {
         if (link.frame >= 0) {
-            const frames = unit.chain(link.frame);
-            return frames.flatMap((frame, i) => {
-                const file = this.project.fileOf(unit.number, frame.file);
-                const place = this.project.placeOf(unit.number, frame);
-                const name = visible(shortName(frame.function));
-                return [
-                    i === 0 ? "" : " inlined into ",
-                    h("span", { class: "function-name" }, name),
-                    ...(frames.length === 1
-                        ? []
-                        : [" ", file ? this.site(file, frame.line, place) : place]),
-                ];
-            });
+            return this.stepsOf(link);
         }
         return [
             ...this.sitesOf(
                 "inlines",
+                "steps",
                 link.inlinedFunctions.map((f) => ({ ...f, text: visible(shortName(f.name)) })),
             ),
             ...this.sitesOf(
                 "inlined at",
-                link.callSites.map((at) => ({
-                    ...at,
-                    text: `${visible(at.file.name)}:${at.line}`,
-                })),
+                "own",
+                link.callSites
+                    .toSorted((a, b) => Number(a.file.system) - Number(b.file.system))
+                    .map((at) => ({ ...at, text: `${visible(at.file.name)}:${at.line}` })),
             ),
         ];
     }
 
+    // From the innermost step outwards. Where the line has no room for all of them, the one
+    // in the project's own source is seen all the same.
+    private stepsOf(link: Link): HTMLElement[] {
+        const steps = stepsOf(this.project, link.unit, link.frame);
+        const own = ownStep(steps);
+        if (steps.length > 1) {
+            this.chain.dataset["tip"] = describeSteps(steps);
+        }
+        const part = (name: string, from: number, to: number): HTMLElement =>
+            h(
+                "span",
+                { class: name },
+                ...steps
+                    .slice(from, to)
+                    .flatMap((step, i) => [
+                        from + i === 0 ? "" : i === 0 ? "inlined into " : " inlined into ",
+                        h("span", { class: "function-name" }, step.name),
+                        ...(steps.length === 1
+                            ? []
+                            : [
+                                  " ",
+                                  step.file
+                                      ? this.site(step.file, step.line, step.place)
+                                      : step.place,
+                              ]),
+                    ]),
+            );
+        return [
+            part("steps", 0, Math.min(own, mostSteps)),
+            part("own", own, own + 1),
+            part("steps", own + 1, Math.min(steps.length, own + 1 + mostSteps)),
+        ].filter((made) => made.hasChildNodes());
+    }
+
     private sitesOf(
         title: string,
+        name: string,
         sites: { file: SourceFile; line: number; text: string }[],
-    ): (Node | string)[] {
+    ): HTMLElement[] {
         if (sites.length === 0) {
             return [];
         }
         const rest = sites.length - mostNamed;
         return [
-            ` ${title}`,
-            ...sites
-                .slice(0, mostNamed)
-                .flatMap(({ file, line, text }) => [" ", this.site(file, line, text)]),
-            rest > 0 ? ` and ${rest} more` : "",
+            h(
+                "span",
+                { class: name },
+                title,
+                ...sites
+                    .slice(0, mostNamed)
+                    .flatMap(({ file, line, text }) => [" ", this.site(file, line, text)]),
+                rest > 0 ? ` and ${rest} more` : "",
+            ),
         ];
     }
 }
