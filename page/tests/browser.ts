@@ -97,6 +97,16 @@ export async function marked(pane: ReturnType<Page["getByRole"]>, name: string):
     return texts.map((text) => text.replace(/\s+/g, " ").trim());
 }
 
+// Whether all of an element can be seen: nothing cuts it, and nothing lies on it.
+export const isSeen = (element: ReturnType<Page["locator"]>): Promise<boolean> =>
+    element.evaluate((e) => {
+        const box = e.getBoundingClientRect();
+        const middle = (box.top + box.bottom) / 2;
+        return [box.left + 2, box.right - 2].every((x) =>
+            e.contains(document.elementFromPoint(x, middle)),
+        );
+    });
+
 // Waits until `get` gives what is expected.
 export async function eventually<T>(get: () => Promise<T>, expected: T, what = ""): Promise<void> {
     for (let tries = 0; ; ++tries) {

@@ -5,7 +5,7 @@ import { test } from "node:test";
 import type { Page } from "playwright-core";
 import { code, eventually, line, marked, ready, source, useBrowser, withPage } from "./browser.ts";
 import { pageOf } from "./made_page.ts";
-import { box, long, other, sum } from "./samples.ts";
+import { box, long, loop, other, sum } from "./samples.ts";
 
 useBrowser();
 
@@ -134,6 +134,25 @@ test("the list of functions is chosen from with arrows or the mouse, and closed 
         await page.keyboard.press("Control+p");
         await page.getByRole("option", { name: "scale" }).click();
         await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "scale:");
+    }));
+
+test("the list of functions tells what each is called before all of its name", () =>
+    withPage(pageOf(loop), async (page) => {
+        await page.keyboard.press("f");
+        // Fits the beginning of one, and the other only by its arguments.
+        await page.keyboard.type("total");
+        const names = page.getByRole("option").locator(".choice-label");
+        await eventually(() => names.allInnerTexts(), [`shop::total ${loop.functions[0].name}`]);
+        await page.getByRole("combobox").fill("list");
+        await eventually(
+            () => names.allInnerTexts(),
+            [
+                `shop::library::list_of::value ${loop.functions[1].name}`,
+                `shop::total ${loop.functions[0].name}`,
+            ],
+        );
+        await names.first().hover();
+        await eventually(() => page.locator("#tip").innerText(), loop.functions[1].name);
     }));
 
 test("a file is gone to by a few letters", () =>

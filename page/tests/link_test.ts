@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import type { Page } from "playwright-core";
-import { code, eventually, line, marked, source, useBrowser, withPage } from "./browser.ts";
+import { code, eventually, isSeen, line, marked, source, useBrowser, withPage } from "./browser.ts";
 import { pageOf } from "./made_page.ts";
 import { long, loop, other, sum } from "./samples.ts";
 
@@ -282,16 +282,6 @@ test("inlined code says what it is and where it was inlined", () =>
             true,
         );
     }));
-
-// Whether all of an element can be seen: nothing cuts it, and nothing lies on it.
-const isSeen = (element: ReturnType<Page["locator"]>): Promise<boolean> =>
-    element.evaluate((e) => {
-        const box = e.getBoundingClientRect();
-        const middle = (box.top + box.bottom) / 2;
-        return [box.left + 2, box.right - 2].every((x) =>
-            e.contains(document.elementFromPoint(x, middle)),
-        );
-    });
 
 for (const width of [1280, 1000, 420]) {
     test(`deep inlining shows the project's own place, ${width} wide`, () =>

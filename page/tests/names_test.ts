@@ -76,17 +76,34 @@ const all = [
     "sqlite3Insert",
     "windowInit",
 ];
-const order: [letters: string, best: string[]][] = [
-    ["insert", ["Insert", "insertCell", "sqlite3Insert", "sqlite3BtreeInsert"]],
-    ["vdbe", ["sqlite3VdbeExec"]],
-    ["bti", ["btreeInit", "sqlite3BtreeInsert"]],
-    ["s3ve", ["sqlite3VdbeExec"]],
-    ["zzz", []],
+// From the best to the worst: what is called so, what begins so, what has a word that does,
+// what has it inside, what has it only in its arguments, what has its letters here and there.
+const sorts = [
+    "void std::sort<int *, shop::order>(int *, int *, shop::order)",
+    "shop::sorted(int)",
+    "shop::sort_tag::get() const",
+    "void std::__insertion_sort<int *>(int *, int *)",
+    "shop::resort()",
+    "f(shop::sort_tag)",
+    "shop::several_orders_there()",
+    "void std::vector<bool, std::allocator<bool>>::push_back(bool)",
 ];
-for (const [letters, best] of order) {
+const order: [names: string[], letters: string, best: string[]][] = [
+    [all, "insert", ["Insert", "insertCell", "sqlite3Insert", "sqlite3BtreeInsert"]],
+    [all, "vdbe", ["sqlite3VdbeExec"]],
+    [all, "bti", ["btreeInit", "sqlite3BtreeInsert"]],
+    [all, "s3ve", ["sqlite3VdbeExec"]],
+    [all, "zzz", []],
+    [sorts, "sort", sorts.slice(0, 7)],
+    [sorts, "std::sort", [sorts[0], sorts[3]]],
+    [sorts, sorts[5], [sorts[5]]],
+    [sorts, "tag get", [sorts[2]]],
+    [sorts, "bool push", [sorts[7]]],
+];
+for (const [names, letters, best] of order) {
     test(`${letters} finds ${best.join(", ") || "nothing"}`, () => {
-        const found = all
-            .map((name) => ({ name, score: fit(letters, name) }))
+        const found = names
+            .map((name) => ({ name, score: fit(letters, name, shortName(name)) }))
             .filter((entry) => entry.score >= 0)
             .sort((a, b) => b.score - a.score)
             .map((entry) => entry.name);

@@ -4,9 +4,19 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import type { Page } from "playwright-core";
 import { treemap } from "../src/views/chart.ts";
-import { code, eventually, line, marked, ready, source, useBrowser, withPage } from "./browser.ts";
-import { pageOf, startPageOf } from "./made_page.ts";
-import { box, long, other, sum } from "./samples.ts";
+import {
+    code,
+    eventually,
+    isSeen,
+    line,
+    marked,
+    ready,
+    source,
+    useBrowser,
+    withPage,
+} from "./browser.ts";
+import { type MadeUnit, pageOf, startPageOf } from "./made_page.ts";
+import { box, long, loop, other, sum } from "./samples.ts";
 
 useBrowser();
 
@@ -76,11 +86,78 @@ test("pointing at the chart says what it is", () =>
             await cells(page).first().hover();
             await eventually(
                 () => page.locator("#tip").innerText(),
-                "open(shop::box)\n4 instructions, 50\u202f% inlined\nbox.cpp:6",
+                "open\n4 instructions, 50\u202f% inlined\nbox.cpp:6\nopen(shop::box)",
             );
         },
         { hash: "#overview" },
     ));
+
+// As libraries of templates have them.
+function named(...names: string[]): MadeUnit {
+    const unit = structuredClone(loop);
+    unit.functions = names.map((name, i) => ({ ...unit.functions[0], name, symbol: `_Z${i}` }));
+    return unit;
+}
+const arguments_ = "<shop::price<double, shop::currency>, std::allocator<double> >".repeat(20);
+const templates = named(
+    `bool shop::parser${arguments_}::read(shop::list${arguments_} const&)`,
+    `shop::list${arguments_}::list()`,
+    "main",
+);
+
+for (const width of [1280, 420]) {
+    test(`long names leave the figures in sight, ${width} wide`, () =>
+        withPage(
+            pageOf(templates),
+            async (page) => {
+                const rows = page
+                    .getByRole("group", { name: "Functions", exact: true })
+                    .locator("tbody tr");
+                assert.equal(await rows.count(), 3);
+                for (let i = 0; i < 3; ++i) {
+                    const row = rows.nth(i);
+                    await row.scrollIntoViewIfNeeded();
+                    assert.ok((await row.boundingBox())!.height < 40);
+                    assert.ok((await row.locator("td").nth(0).boundingBox())!.width > 150);
+                    for (const [cell, text] of [
+                        [1, "5"],
+                        [2, "40\u202f%"],
+                    ] as const) {
+                        // prettier-ignore
+                        const figure = row.locator("td").nth(cell);
+                        assert.equal(await figure.innerText(), text);
+                        assert.ok(await isSeen(figure));
+                    }
+                }
+                const names = await column(page, "Functions", 1);
+                assert.deepEqual(
+                    names.map((name) => name.split(" ")[0]),
+                    ["shop::parser::read", "shop::list::list", "main"],
+                );
+                // Sorted by what is read first.
+                await page
+                    .getByRole("columnheader", { name: "Function" })
+                    .getByRole("button")
+                    .click();
+                assert.deepEqual(
+                    (await column(page, "Functions", 1)).map((name) => name.split(" ")[0]),
+                    ["main", "shop::list::list", "shop::parser::read"],
+                );
+                await rows.nth(2).getByRole("link").hover();
+                const told = (): Promise<string> => page.locator("#tip").innerText();
+                await eventually(async () => (await told()).slice(0, 12), "bool shop::p");
+                assert.ok((await told()).length <= 301);
+                // The chart's tip begins with what is short, and does not fill the window.
+                await cells(page).first().hover();
+                await eventually(
+                    async () => (await told()).split("\n").slice(0, 3),
+                    ["shop::parser::read", "5 instructions, 40\u202f% inlined", "loop.cpp:3"],
+                );
+                assert.ok((await page.locator("#tip").boundingBox())!.height < 200);
+            },
+            { hash: "#overview", viewport: { width, height: 800 } },
+        ));
+}
 
 test("areas of the chart fill it and do not overlap", () => {
     const areas = [60, 30, 20, 10, 5, 5, 1, 1, 1];

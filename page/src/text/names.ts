@@ -8,6 +8,9 @@ const bracketed = /^(?:<unnamed>|\(anonymous namespace\)|\{[^{}]*\}|\[lambda.*?\
 // The name without return type, parameters and template arguments. Nothing is lost of a
 // C function's name.
 export function shortName(name: string): string {
+    if (/^[\w$.]*$/.test(name)) {
+        return name;
+    }
     let short = "";
     let angles = 0; // how deep in template arguments, which are left out
     for (let i = 0; i < name.length; ++i) {
@@ -56,18 +59,75 @@ export function cutName(name: string, letters: number): string {
     return rest.length > letters ? rest.slice(0, Math.max(letters - 1, 0)) + "\u2026" : rest;
 }
 
-// How well `query`'s letters, in order, fit a name: higher is better, -1 is not at all.
-// Letters that stand together, begin a word or begin the name count more.
-export function fit(query: string, name: string): number {
-    const letters = query.toLowerCase();
-    const lower = name.toLowerCase();
-    const whole = lower.indexOf(letters);
-    if (whole >= 0) {
-        const begins = whole === 0 || !/[a-z0-9]/.test(lower[whole - 1]) ? 200 : 0;
-        const exact = lower.length === letters.length ? 500 : 0;
-        return 1000 + begins + exact + (whole === 0 ? 100 : 0) - Math.min(name.length, 99);
+const longestBrief = 40;
+const briefNames = new Map<string, string>();
+
+// What a function goes by in lists.
+export function briefName(name: string): string {
+    let brief = briefNames.get(name);
+    if (brief === undefined) {
+        brief = cutName(shortName(name), longestBrief);
+        briefNames.set(name, brief);
     }
-    let score = 0;
+    return brief;
+}
+
+function beginsWord(name: string, at: number): boolean {
+    return (
+        at === 0 ||
+        !/[A-Za-z0-9]/.test(name[at - 1]) ||
+        (/[A-Z]/.test(name[at]) && !/[A-Z]/.test(name[at - 1]))
+    );
+}
+
+// What a name has of a query, from the worst to the best.
+enum Fit {
+    none,
+    scattered, // its letters, in order
+    elsewhere, // all of its words, in the part that the short name leaves out
+    inside,
+    word, // at the beginning of one
+    beginning,
+    exact,
+}
+
+// How well a query fits a name: higher is better, -1 is not at all. `short` is the part of
+// the name that people say; its last component is what they say most.
+export function fit(query: string, name: string, short = name): number {
+    const letters = query.toLowerCase();
+    const lower = short.toLowerCase();
+    const last = lower.slice(Math.max(lower.lastIndexOf("::") + 2, lower.lastIndexOf("/") + 1, 0));
+    const kind = (): Fit => {
+        if ([last, lower, name.toLowerCase()].includes(letters)) {
+            return Fit.exact;
+        }
+        if (last.startsWith(letters) || lower.startsWith(letters)) {
+            return Fit.beginning;
+        }
+        let best = Fit.none;
+        for (let at = lower.indexOf(letters); at >= 0; at = lower.indexOf(letters, at + 1)) {
+            if (beginsWord(short, at)) {
+                return Fit.word;
+            }
+            best = Fit.inside;
+        }
+        const words = letters.split(/\s+/);
+        if (best === Fit.none && words.every((word) => name.toLowerCase().includes(word))) {
+            return Fit.elsewhere;
+        }
+        return best;
+    };
+    const found = kind();
+    const score = found === Fit.none ? scattered(letters, short) : 500;
+    return score < 0
+        ? -1
+        : 1000 * (found === Fit.none ? Fit.scattered : found) + score - Math.min(short.length, 99);
+}
+
+// Letters that stand together or begin a word count more; -1 if one is missing.
+function scattered(letters: string, name: string): number {
+    const lower = name.toLowerCase();
+    let score = 300;
     let at = -1;
     for (const letter of letters) {
         if (letter === " ") {
@@ -77,12 +137,8 @@ export function fit(query: string, name: string): number {
         if (next < 0) {
             return -1;
         }
-        const wordStart =
-            next === 0 ||
-            /[^a-z0-9]/.test(lower[next - 1]) ||
-            (name[next] !== lower[next] && name[next - 1] === lower[next - 1]);
-        score += next === at + 1 ? 8 : wordStart ? 10 : -Math.min(next - at, 5);
+        score += next === at + 1 ? 8 : beginsWord(name, next) ? 10 : -Math.min(next - at, 5);
         at = next;
     }
-    return Math.max(0, 300 + score - Math.min(name.length, 99));
+    return Math.min(Math.max(score, 100), 800);
 }

@@ -4,7 +4,8 @@
 
 import type { CodeFunction } from "../data/project.ts";
 import { count, h, number, percent, svg, visible } from "../dom.ts";
-import { cutName, shortName } from "../text/names.ts";
+import { briefName, cutName, shortName } from "../text/names.ts";
+import { toldName } from "./function_name.ts";
 
 interface Box {
     x: number;
@@ -66,11 +67,14 @@ export function treemap(areas: number[], box: Box): Box[] {
     return boxes;
 }
 
+// What is short first: a name may be longer than all of the rest.
 function describe(f: CodeFunction): string {
+    const brief = briefName(f.name);
     return (
-        `${visible(f.name)}\n${count(f.instructions, "instruction")}, ` +
+        `${visible(brief)}\n${count(f.instructions, "instruction")}, ` +
         `${percent(f.inlined, f.instructions)} inlined` +
-        (f.file ? `\n${visible(f.file.name)}:${f.line}` : "")
+        (f.file ? `\n${visible(f.file.name)}:${f.line}` : "") +
+        (brief === f.name ? "" : `\n${toldName(f.name)}`)
     );
 }
 

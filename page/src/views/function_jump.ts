@@ -2,19 +2,25 @@
 
 import type { CodeFunction, Project, SourceFile } from "../data/project.ts";
 import { count, h, visible } from "../dom.ts";
-import { fit } from "../text/names.ts";
+import { fit, shortName } from "../text/names.ts";
 import { type Choice, openChooser } from "./chooser.ts";
+import { nameLine } from "./function_name.ts";
 
 const mostShown = 60;
 
 // The best of `items` by how well `text` fits their names; all of them, in their order,
 // when there is no text.
-function best<T>(items: T[], text: string, nameOf: (item: T) => string): T[] {
+function best<T>(
+    items: T[],
+    text: string,
+    nameOf: (item: T) => string,
+    shortOf: (item: T) => string,
+): T[] {
     if (!text) {
         return items.slice(0, mostShown);
     }
     return items
-        .map((item) => ({ item, score: fit(text, nameOf(item)) }))
+        .map((item) => ({ item, score: fit(text, nameOf(item), shortOf(item)) }))
         .filter((entry) => entry.score >= 0)
         .sort((a, b) => b.score - a.score)
         .slice(0, mostShown)
@@ -28,10 +34,15 @@ export function openFunctionJump(project: Project, choose: (f: CodeFunction) => 
         placeholder: "Function: a few letters of its name",
         name: "function-jump",
         find(text, show) {
-            const found = best(bySize, text.trim(), (f) => f.name);
+            const found = best(
+                bySize,
+                text.trim(),
+                (f) => f.name,
+                (f) => shortName(f.name),
+            );
             show(
                 found.map((f): Choice => ({
-                    label: h("bdi", null, visible(f.name)),
+                    label: nameLine(f.name),
                     detail: `${f.file ? `${visible(f.file.name)}:${f.line} \u00b7 ` : ""}${count(f.instructions, "instruction")}`,
                     choose: () => choose(f),
                 })),
@@ -47,7 +58,12 @@ export function openFileJump(project: Project, choose: (file: SourceFile) => voi
         placeholder: "File: a few letters of its name",
         name: "file-jump",
         find(text, show) {
-            const found = best(project.files, text.trim(), (file) => file.path);
+            const found = best(
+                project.files,
+                text.trim(),
+                (file) => file.path,
+                (file) => file.path.slice(file.path.lastIndexOf("/") + 1),
+            );
             show(
                 found.map((file): Choice => ({
                     label: h("bdi", null, visible(file.name)),

@@ -4,7 +4,9 @@
 import type { CodeFunction, Project, SourceFile } from "../data/project.ts";
 import { count, h, number, percent, visible } from "../dom.ts";
 import { addressOfLine, addressOfRow } from "../address.ts";
+import { briefName } from "../text/names.ts";
 import { drawChart, legend } from "./chart.ts";
+import { nameLine } from "./function_name.ts";
 import { table } from "./table.ts";
 
 // A command as one would type it.
@@ -107,8 +109,8 @@ export class Overview {
             [
                 {
                     head: "Function",
-                    key: (f) => f.name,
-                    cell: (f) => h("a", { href: this.hrefOf(f) }, h("bdi", null, visible(f.name))),
+                    key: (f) => `${briefName(f.name)} ${f.name}`,
+                    cell: (f) => h("a", { href: this.hrefOf(f) }, nameLine(f.name)),
                 },
                 { head: "Instructions", key: (f) => f.instructions },
                 {
@@ -120,6 +122,7 @@ export class Overview {
                     head: "Place",
                     key: (f) => `${f.file?.name ?? ""}:${String(f.line).padStart(8, "0")}`,
                     cell: (f) => (f.file ? `${visible(f.file.name)}:${f.line}` : "\u2013"),
+                    roomy: true,
                 },
                 ...(many
                     ? [

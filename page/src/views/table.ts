@@ -6,6 +6,7 @@ export interface Column<T> {
     head: string;
     key: (row: T) => string | number; // sorts by it; numbers begin with the largest
     cell?: (row: T) => Node | string; // the key itself if left out
+    roomy?: boolean; // only where a window has room for it
 }
 
 const rowsAtOnce = 200;
@@ -23,10 +24,12 @@ export function table<T>(
         (column) => rows.length > 0 && typeof column.key(rows[0]) === "number",
     );
 
+    const classOf = (i: number): string | null =>
+        isNumber[i] ? "number" : columns[i].roomy ? "roomy" : null;
     const heads = columns.map((column, i) => {
         const button = h("button", { type: "button" }, column.head);
         button.addEventListener("click", () => sortBy(i));
-        return h("th", { scope: "col", class: isNumber[i] ? "number" : null }, button);
+        return h("th", { scope: "col", class: classOf(i) }, button);
     });
     const body = h("tbody");
     const told = h("p", { class: "muted", role: "status" });
@@ -60,7 +63,7 @@ export function table<T>(
                         const value = column.cell?.(row) ?? column.key(row);
                         return h(
                             "td",
-                            { class: isNumber[i] ? "number" : null },
+                            { class: classOf(i) },
                             typeof value === "number" ? formatted(value) : value,
                         );
                     }),
