@@ -157,14 +157,17 @@ static int refuse_without_source(const arguments& command) {
             say(name + ": " + std::strerror(errno));
             return exit_failure;
         }
-        if (&each == &command.all.front()) {
+        if (&each == &command.all.front() && S_ISDIR(status.st_mode)) {
+            say(name + " is a folder: -p lists the project that was built in one");
+        } else if (&each == &command.all.front()) {
             say(name + " is no program to run, no C or C++ source and no assembly (.s, .S, .asm)");
         } else {
             say("nothing to list: " + name + " is no C or C++ source");
         }
         return exit_usage;
     }
-    say("nothing to list: there is no C or C++ source to compile");
+    say("nothing to list: there is no C or C++ source to compile; whole builds are for --launcher "
+        "and -p");
     return exit_usage;
 }
 

@@ -312,7 +312,9 @@ std::string conflict(const options& given) {
     const usage_rule rules[] = {
         {is_launcher && !given.build_dir.empty(), "--launcher and -p exclude each other"},
         {is_project && !given.words.empty(), "-p takes no compiler and no files"},
-        {!is_project && given.words.empty(), "nothing to list"},
+        {is_launcher && given.words.empty(), "--launcher needs a compiler behind it"},
+        {!is_project && given.words.empty(),
+         "nothing to list: name a compiler with its arguments, a source or assembly"},
         {!is_project && !given.jobs.empty(), "-j is for -p"},
         {!is_project && !given.through.empty(), "--through is for -p"},
         {!is_launcher && !given.suffix.empty(), "--suffix is for --launcher"},

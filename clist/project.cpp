@@ -357,7 +357,10 @@ int list_project(const options& given) {
     std::string error;
     const std::optional<std::string> text = read_whole(file, error);
     if (!text) {
-        say(file.string() + ": " + error);
+        const bool is_missing =
+            !fs::exists(file, failure) && fs::exists(file.parent_path(), failure);
+        say(file.string() + ": " + error +
+            (is_missing ? "; CMake writes it with -DCMAKE_EXPORT_COMPILE_COMMANDS=ON" : ""));
         return exit_failure;
     }
     const database known = read_database(*text);

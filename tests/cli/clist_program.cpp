@@ -318,7 +318,9 @@ TEST(Clist, WhatMakesNoCodeIsWrongUsage) {
          {std::vector<string>{"cc"}, {"cc", "--version"}, {"cc", "-c", "-o", "x.o"}}) {
         const Finished run = clist(words, in(folder));
         EXPECT_EQ(run.status, 2);
-        EXPECT_EQ(run.err, "clist: nothing to list: there is no C or C++ source to compile\n");
+        EXPECT_EQ(run.err,
+                  "clist: nothing to list: there is no C or C++ source to compile; whole builds "
+                  "are for --launcher and -p\n");
     }
 }
 
@@ -331,6 +333,7 @@ TEST(Clist, WhatIsNoSourceIsNamed) {
     fs::create_directory(folder / "folder");
     const string no_program =
         " is no program to run, no C or C++ source and no assembly (.s, .S, .asm)\n";
+    const string folder_text = " is a folder: -p lists the project that was built in one\n";
     const string no_file = ": No such file or directory\n";
     struct {
         std::vector<string> words;
@@ -339,8 +342,8 @@ TEST(Clist, WhatIsNoSourceIsNamed) {
     } const cases[] = {
         {{"given.o"}, 2, "given.o" + no_program},
         {{"data.txt", "-O2"}, 2, "data.txt" + no_program},
-        {{"folder"}, 2, "folder" + no_program},
-        {{"./folder"}, 2, "./folder" + no_program},
+        {{"folder"}, 2, "folder" + folder_text},
+        {{"./folder"}, 2, "./folder" + folder_text},
         {{"none.o"}, 1, "none.o" + no_file},
         {{"--all", "none"}, 1, "none" + no_file},
         {{"cc", "none.o"}, 1, "none.o" + no_file},
@@ -372,7 +375,9 @@ TEST(Clist, WrongUsageIsToldWithAHint) {
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err, "clist: unknown option '--nonsense'\nTry 'clist --help'.\n");
     EXPECT_EQ(clist({}).status, 2);
-    EXPECT_EQ(clist({}).err, "clist: nothing to list\nTry 'clist --help'.\n");
+    EXPECT_EQ(clist({}).err,
+              "clist: nothing to list: name a compiler with its arguments, a source or "
+              "assembly\nTry 'clist --help'.\n");
 }
 
 TEST(Clist, AnOptionBehindTheCompilerIsPointedOutWhereItFails) {

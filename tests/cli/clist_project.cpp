@@ -1,6 +1,8 @@
 // clist -p: listings of all that a compile database names, by the real Ninja.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <set>
@@ -246,7 +248,11 @@ TEST(ClistProject, ABrokenDatabaseIsReportedWithItsPlace) {
     fs::remove(project.folder / "build/compile_commands.json");
     EXPECT_EQ(project.list().status, 1);
     EXPECT_EQ(project.list().err,
-              "clist: build/compile_commands.json: No such file or directory\n");
+              "clist: build/compile_commands.json: No such file or directory; CMake writes it with "
+              "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON\n");
+    fs::remove_all(project.folder / "build");
+    EXPECT_EQ(project.list().status, 1);
+    EXPECT_EQ(project.list().err, "clist: build: No such file or directory\n");
 }
 
 TEST(ClistProject, ListingsNeedAFolder) {
@@ -282,6 +288,50 @@ TEST(ClistProject, CompilesMayRunThroughAnotherProgram) {
     fs::permissions(wrapper, fs::perms::owner_all);
     EXPECT_EQ(project.made({"--through", wrapper, "-j", "1"}), both);
     EXPECT_EQ(project.folder.read("seen").size(), string("cc\nc++\n").size());
+}
+
+// Two compiles that wait for each other, and compiles that must not meet.
+TEST(ClistProject, AsManyCompilesRunAtOnceAsTold) {
+    const Project project;
+    ASSERT_EQ(mkfifo((project.folder / "meet").c_str(), 0600), 0);
+    const auto script = [&](const string& name, const string& text) {
+        const string file =
+            project.folder.write(name, "#!/bin/sh\n(cd " + project.folder.path() + " && " + text +
+                                           ") || exit 9\n\"$@\"\nstatus=$?\necho end >> " +
+                                           (project.folder / "log") + "\nexit $status\n");
+        fs::permissions(file, fs::perms::owner_all);
+        return file;
+    };
+    const string meeting =
+        script("meeting",
+               "case \"$*\" in *one.c*) timeout 20 sh -c 'echo > meet';; *) timeout 20 cat meet;; "
+               "esac");
+    EXPECT_EQ(project.made({"--through", meeting, "-j", "2"}), both);
+    const string counting = script("counting", "echo begin >> log");
+    project.folder.write("log", "");
+    EXPECT_EQ(project.made({"--through", counting, "-j", "1"}), both);
+    EXPECT_EQ(project.folder.read("log"), "begin\nend\nbegin\nend\n");
+}
+
+TEST(ClistProject, ProgressIsShownOnATerminalOnOneLine) {
+    const Project project;
+    RunOptions where;
+    where.directory = project.folder.path();
+    where.unset = {"NINJA_STATUS"};
+    where.set["TERM"] = "xterm";
+    where.output_is_terminal = true;
+    const Finished run = run_program({CLIST, "-p", "build", "-j", "1"}, where);
+    EXPECT_EQ(run.status, 0) << run.err;
+    for (const string step : {"\rclist: [1/2] ", "\rclist: [2/2] "}) {
+        EXPECT_TRUE(shows(run.out, step)) << run.out;
+    }
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1) << run.out;
+    EXPECT_EQ(run.err, "clist: 2 listings in " + (project.folder / "build/listings") + "\n");
+    // In the words that the environment has for it.
+    where.unset = {};
+    where.set["NINJA_STATUS"] = "<%f> ";
+    fs::remove_all(project.folder / "build/listings");
+    EXPECT_TRUE(shows(run_program({CLIST, "-p", "build"}, where).out, "\r<2> "));
 }
 
 TEST(ClistProject, NamesMayHoldBlanksAndTheLike) {

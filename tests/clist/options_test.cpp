@@ -182,12 +182,15 @@ TEST(ClistOptions, HelpAndVersionEndTheReading) {
 TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
     const string classic = "--classic lists all code, in the one form that it has";
     const string order = ": the compiler's options stand behind its name";
+    const string nothing =
+        "nothing to list: name a compiler with its arguments, a source or assembly";
     const string mca = "--mca is for the listing of code alone";
     const string all = "--all is for the listing of code alone";
     const std::pair<string, string> cases[] = {
-        {"", "nothing to list"},
-        {"--all", "nothing to list"},
-        {"--launcher", "nothing to list"},
+        {"", nothing},
+        {"--all", nothing},
+        {"--launcher", "--launcher needs a compiler behind it"},
+        {"--launcher --strict --", "--launcher needs a compiler behind it"},
         {"--nonsense gcc", "unknown option '--nonsense'"},
         {"-q gcc", "unknown option '-q'" + order},
         {"-O2 prog.c", "unknown option '-O2'" + order},
@@ -241,8 +244,8 @@ TEST(ClistOptions, WhatMakesNoSenseIsAnError) {
         {"--launcher -p build", "--launcher and -p exclude each other"},
         {"-p build gcc", "-p takes no compiler and no files"},
         {"-p build -- a.s", "-p takes no compiler and no files"},
-        {"--", "nothing to list"},
-        {"--all --", "nothing to list"},
+        {"--", nothing},
+        {"--all --", nothing},
         {"-p build a.s", "-p takes no compiler and no files"},
         {"-p build --function f", "--function and --lines are not for -p"},
         {"-p build -j 0", "--jobs needs a number from 1 on, not '0'"},

@@ -28,6 +28,20 @@ static const char* const compiler =
     "done\n"
     "cat in.s > \"$out\"\n";
 
+// Programs by these names are found in the folder of the run.
+static const std::map<std::string, std::string> here = {{"PATH", "./:/usr/bin:/bin"}};
+
+// What it is given to tell of stands behind what it tells.
+static const char* const analyzer =
+    "#!/bin/sh\nfor last; do :; done\necho Cycles:\ncat \"$last\"\n";
+
+// Makes the listing that the plan is for.
+static const char* const builder =
+    "#!/bin/sh\ncase \" $* \" in *' -n '*) exit;; esac\ncat listing > listings/a.c.lst\n";
+
+static const char* const database =
+    "[{\"directory\": \".\", \"file\": \"a.c\", \"command\": \"./cc -c a.c\"}]";
+
 static std::vector<scenario> scenarios() {
     const std::string head = "\t.file \"a.c\"\n\t.text\n\t.file 1 \"a.c\"\n";
     const std::string assembly = head + function("f", 1, 3) + function("g", 6, 3);
@@ -80,6 +94,29 @@ static std::vector<scenario> scenarios() {
          {{"a.c", source}, {"in.s", assembly}, {"cc", compiler}},
          "",
          {"a.o", "a.o.lst"}},
+        {"figures_of_the_machine",
+         {"--mca", "-o", "out", "in.s"},
+         {{"a.c", source}, {"in.s", assembly}, {"llvm-mca", analyzer}, {"out", "old\n"}},
+         "",
+         {"out"},
+         {},
+         here},
+        {"classic",
+         {"--classic", "-o", "out", "in.s"},
+         {{"a.c", source}, {"in.s", assembly}, {"out", "old\n"}},
+         "",
+         {"out"}},
+        {"a_project",
+         {"-p", "."},
+         {{"a.c", source},
+          {"compile_commands.json", database},
+          {"ninja", builder},
+          {"listing", "new\n"},
+          {"listings/a.c.lst", "old\n"}},
+         "",
+         {"listings/a.c.lst", "listings/.clist/build.ninja"},
+         {},
+         here},
         {"no_compiler", {"/none/cc", "-c", "a.c"}, {{"a.c", source}}, "", {}},
         {"help", {"--help"}, {}, "", {}},
         {"version", {"--version"}, {}, "", {}},
@@ -88,6 +125,15 @@ static std::vector<scenario> scenarios() {
         all.push_back(
             {form.substr(2), {form, "in.s"}, {{"a.c", source}, {"in.s", assembly}}, "", {}});
     }
+#if CLIST_HAS_PAGE
+    all.push_back({"page",
+                   {"--html", "-o", "out", "in.s"},
+                   {{"a.c", source}, {"in.s", assembly}, {"out", "old\n"}},
+                   "",
+                   {"out"},
+                   {},
+                   {{"SOURCE_DATE_EPOCH", "1"}}});
+#endif
     // A sanitized run takes several times as long: one of each way to work.
     if (!std::string_view(FAULTS_SANITIZED).empty()) {
         std::erase_if(all, [](const scenario& each) {

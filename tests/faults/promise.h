@@ -14,10 +14,11 @@
 struct scenario {
     std::string name;
     std::vector<std::string> arguments;
-    std::map<std::string, std::string> files;  // that are there before
-    std::string input;                         // on standard input
-    std::vector<std::string> outputs;          // files that the run writes
-    std::vector<int> closed = {};              // descriptors that it starts without
+    std::map<std::string, std::string> files;     // that are there before
+    std::string input;                            // on standard input
+    std::vector<std::string> outputs;             // files that the run writes
+    std::vector<int> closed = {};                 // descriptors that it starts without
+    std::map<std::string, std::string> set = {};  // variables of the environment
 };
 
 using snapshot = std::map<std::string, std::string>;  // all files of a folder

@@ -31,6 +31,7 @@ outcome run_once(const scenario& each, const fault* what, bool& hit, int& descri
     }
     RunOptions options;
     options.directory = folder.path();
+    options.set = each.set;
     options.set["TMPDIR"] = folder.path();
     options.input = each.input;
     options.before_start = [&each] {
