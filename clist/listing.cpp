@@ -40,7 +40,6 @@ struct listing::parts {
     name_table names;
     std::deque<annotation> models = {};
     selection shown = {};
-    bool is_complete = true;
 
     parts(std::span<const listing_input> from, const listing_options& how)
         : inputs(from),
@@ -75,21 +74,14 @@ bool listing::read() {
 }
 
 bool listing::write(output& out) {
-    return writer_of(parts_->options)({.models = parts_->models,
-                                       .shown = parts_->shown,
-                                       .options = parts_->options,
-                                       .is_complete = parts_->is_complete},
-                                      out);
-}
-
-bool listing::is_complete() const {
-    return parts_->is_complete;
+    return writer_of(parts_->options)(
+        {.models = parts_->models, .shown = parts_->shown, .options = parts_->options}, out);
 }
 
 int write_listing(std::span<const listing_input> inputs, const listing_options& options,
                   output& out) {
     listing it(inputs, options);
-    return it.read() && it.write(out) && it.is_complete() ? 0 : 1;
+    return it.read() && it.write(out) ? 0 : 1;
 }
 
 }  // namespace clist

@@ -67,8 +67,6 @@ class listing {
     bool read();
     // Writes what was read, once. False after an error of its own.
     bool write(output& out);
-    // Whether nothing that was asked for is missing from what was written. What is was said.
-    bool is_complete() const;
 
   private:
     struct parts;

@@ -91,7 +91,7 @@ static int write(inputs& from, const listing_options& options, const std::string
     };
     std::string error;
     if (gas2interlist::write_output(name.empty() ? "-" : name, {.write = write_to}, error)) {
-        return whole.is_complete() ? exit_success : exit_failure;
+        return exit_success;
     }
     if (is_whole) {
         say((name.empty() ? "standard output" : name) + ": " + error);

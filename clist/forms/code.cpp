@@ -23,13 +23,15 @@ struct model_writer {
     references used;
     comment_lines comments;
     std::vector<function_line> lines = {};
+    bool& has_all;  // false once something is missing, which was said
 
-    model_writer(const form_input& input, std::size_t at)
+    model_writer(const form_input& input, std::size_t at, bool& is_whole)
         : model(input.models[at]),
           from(input),
           index(at),
           used(model),
-          comments(model, input.options) {}
+          comments(model, input.options),
+          has_all(is_whole) {}
 };
 
 }  // namespace
@@ -56,7 +58,7 @@ static void write_function(model_writer& writer, const selected_function& chosen
         if (!figures.failure.empty()) {
             const std::string_view name = writer.model.name_of(function);
             say("no figures of " + std::string(name) + ": " + figures.failure);
-            writer.from.is_complete = false;
+            writer.has_all = false;
         }
     }
     keep_chosen_lines(writer.from.shown, writer.index, function.label, writer.lines);
@@ -76,10 +78,11 @@ static void write_function(model_writer& writer, const selected_function& chosen
 
 bool write_code(const form_input& from, output& to) {
     std::optional<model_writer> writer;
+    bool has_all = true;
     bool is_first = true;
     for (const selected_function& it : from.shown.functions) {
         if (!writer || writer->index != it.model) {
-            writer.emplace(from, it.model);
+            writer.emplace(from, it.model, has_all);
         }
         if (!is_first) {
             to.put('\n');
@@ -87,7 +90,7 @@ bool write_code(const form_input& from, output& to) {
         is_first = false;
         write_function(*writer, it, to);
     }
-    return true;
+    return has_all;
 }
 
 }  // namespace clist

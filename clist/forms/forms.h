@@ -16,7 +16,6 @@ struct form_input {
     const std::deque<annotation>& models;
     const selection& shown;
     const listing_options& options;
-    bool& is_complete;  // to be set to false where something is left out, after it was said
 };
 
 // False when it failed for a reason of its own, which it has said.

@@ -29,15 +29,15 @@ static const char* const compiler =
     "cat in.s > \"$out\"\n";
 
 // Programs by these names are found in the folder of the run.
-static const std::map<std::string, std::string> here = {{"PATH", "./:/usr/bin:/bin"}};
+static const std::map<std::string, std::string> here = {{"PATH", "."}};
 
 // What it is given to tell of stands behind what it tells.
 static const char* const analyzer =
-    "#!/bin/sh\nfor last; do :; done\necho Cycles:\ncat \"$last\"\n";
+    "#!/bin/sh\nfor last; do :; done\necho Cycles:\n/bin/cat \"$last\"\n";
 
 // Makes the listing that the plan is for.
 static const char* const builder =
-    "#!/bin/sh\ncase \" $* \" in *' -n '*) exit;; esac\ncat listing > listings/a.c.lst\n";
+    "#!/bin/sh\ncase \" $* \" in *' -n '*) exit;; esac\n/bin/cat listing > listings/a.c.lst\n";
 
 static const char* const database =
     "[{\"directory\": \".\", \"file\": \"a.c\", \"command\": \"./cc -c a.c\"}]";
@@ -149,6 +149,10 @@ static std::vector<scenario> scenarios() {
 static bool is_allowed(const scenario& each, const fault&, const outcome& whole,
                        const outcome& now) {
     const std::string& told = now.finished.err;
+    if (each.arguments.front() == "-p") {
+        // Where it does not find out what it is itself, it is clist.
+        return now.files.at("listings/a.c.lst") == "new\n";
+    }
     if (each.arguments.front() != "--launcher") {
         return told.starts_with("clist: a.c: ") || told.starts_with("clist: cannot remove ");
     }

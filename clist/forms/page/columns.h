@@ -17,13 +17,10 @@ inline std::int64_t index_or_none(std::uint32_t index) {
     return index == assembly::none ? -1 : std::int64_t{index};
 }
 
-// An object that is written to `text`, and ends where this does.
+// An object that is written to `text`, until its end().
 class object {
   public:
     explicit object(std::string& text) : text_(text) { text_ += '{'; }
-    ~object() { text_ += '}'; }
-    object(const object&) = delete;
-    object& operator=(const object&) = delete;
 
     // Begins a member; its value is for the caller to add to the text.
     void begin(std::string_view name) {
@@ -54,6 +51,8 @@ class object {
         }
         text_ += ']';
     }
+
+    void end() { text_ += '}'; }
 
   private:
     void append(const auto& value) {

@@ -113,6 +113,7 @@ static std::string start_of(const std::string& title, const std::vector<std::str
     page::object start(text);
     start.member("title", title);
     start.column("pages", pages, [](std::string_view it) { return it; });
+    start.end();
     return text;
 }
 

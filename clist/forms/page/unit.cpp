@@ -132,6 +132,7 @@ static void write_rows(const unit_rows& from, const unit_files& files, std::stri
         last += step;
         return step;
     });
+    rows.end();
 }
 
 static void write_files(const source_list& sources, const unit_files& files,
@@ -160,6 +161,7 @@ static void write_files(const source_list& sources, const unit_files& files,
         file.column("heat_line", own,
                     [&last](const heat& it) { return it.line - std::exchange(last, it.line); });
         file.column("heat_count", own, [](const heat& it) { return it.count; });
+        file.end();
         next = end;
     }
     text += ']';
@@ -185,6 +187,7 @@ static void write_functions(const annotation& model, const unit_rows& from, cons
     write("rows", [](const function_row& it) { return it.rows; });
     write("instructions", [](const function_row& it) { return it.instructions; });
     write("inlined", [](const function_row& it) { return it.inlined; });
+    columns.end();
 }
 
 // What the compiler calls itself, which it writes behind the code.
@@ -205,24 +208,23 @@ unit make_unit(const form_input& from, std::size_t model_index, source_texts& te
     const unit_files files(rows.frames, model.sources().size());
     unit out;
     write_rows(rows, files, out.rows);
-    {
-        object head(out.head);
-        head.member("format", 1);
-        head.member("name", model.input().name);
-        head.column("command", model.input().command, [](const std::string& it) { return it; });
-        head.member("compiler", compiler_of(model.code().text));
-        head.member("target", model.input().target);
-        head.member("comment", model.comment());
-        head.member("program", "clist " CLIST_VERSION);
-        head.member("made", made);
-        head.member("rows", rows.rows.size());
-        head.member("instructions", std::count_if(rows.rows.begin(), rows.rows.end(),
-                                                  [](const row& it) { return it.kind == 'i'; }));
-        head.begin("files");
-        write_files(model.sources(), files, heat_of(rows, files), texts, out.head);
-        head.begin("functions");
-        write_functions(model, rows, files, out.head);
-    }
+    object head(out.head);
+    head.member("format", 1);
+    head.member("name", model.input().name);
+    head.column("command", model.input().command, [](const std::string& it) { return it; });
+    head.member("compiler", compiler_of(model.code().text));
+    head.member("target", model.input().target);
+    head.member("comment", model.comment());
+    head.member("program", "clist " CLIST_VERSION);
+    head.member("made", made);
+    head.member("rows", rows.rows.size());
+    head.member("instructions", std::count_if(rows.rows.begin(), rows.rows.end(),
+                                              [](const row& it) { return it.kind == 'i'; }));
+    head.begin("files");
+    write_files(model.sources(), files, heat_of(rows, files), texts, out.head);
+    head.begin("functions");
+    write_functions(model, rows, files, out.head);
+    head.end();
     out.code = std::move(rows.code);
     out.hidden = std::move(rows.hidden);
     return out;
