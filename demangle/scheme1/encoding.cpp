@@ -132,7 +132,7 @@ OUT_OF_LINE static void move_to_front(std::uint64_t start, std::uint64_t middle,
     if (state->overflowed != 0) {
         state->rotation_missed = true;
     } else {
-        std::array<char, 128> moved;  // NOLINT(*-member-init): only what is copied is read
+        std::array<char, 512> moved;  // NOLINT(*-member-init): only what is copied is read
         const std::size_t length = end - middle;
         char* const text = state->out_buf;
         if (length <= moved.size()) {

@@ -8,6 +8,7 @@
 // name is decoded once more in the order of the text.
 #include "demangle/scheme1/entry.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
@@ -161,16 +162,17 @@ IN_PLACE eabi_decode_state::eabi_decode_state(bool extended_names, std::span<cha
     : attempt_state(buffer.data(), buffer.size(), 0, first_entries), extended(extended_names) {}
 
 IN_PLACE void eabi_decode_state::give(std::string_view name) {
-    if (name.size() + copy_step <= sizeof padded) {
-        std::memcpy(padded, name.data(), name.size());
-        std::memset(padded + name.size(), 0, copy_step);
-        input = padded;
-        input_end = padded + name.size();
-        steps_end = input_end;
+    input = name.data();
+    input_end = input + name.size();
+    const std::size_t held = std::min(name.size(), copy_step);
+    parts[0] = {input, input};
+    parts[1] = {input_end - held, tail};
+    if (held == copy_step) [[likely]] {
+        copy_one_step(tail, input_end - copy_step);
+        std::memset(tail + copy_step, 0, copy_step);
     } else {
-        input = name.data();
-        input_end = name.data() + name.size();
-        steps_end = input_end - copy_step;
+        std::memset(tail, 0, sizeof tail);
+        copy_text(tail, input, name.size());
     }
 }
 

@@ -264,7 +264,14 @@ static const char* unscoped_name(const char* at, name_record* record, last_compo
         emit_text("std::", state);
         at += 2;
     }
-    at = unqualified_name(at, component, state);
+    const plain_name name = *at >= '1' && *at <= '9' ? read_plain_name(at, state) : plain_name{};
+    if (name.text != nullptr && count_step(state)) {
+        *component = {.last_name = last_name_at(at, state)};
+        emit_plain_name(name, 0, state);
+        at = name.text + name.length;
+    } else {
+        at = unqualified_name(at, component, state);
+    }
     if (*at == 'I') {
         eabi_add_substitution(start, subst_name, start, *component, text_at, state);
         at = template_args(at, wants_blank(*component, at, state), state);

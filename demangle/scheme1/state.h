@@ -104,6 +104,13 @@ struct one_class_answers {
     std::uint8_t yes[512];
 };
 
+// What texts of the input from `start` on are copied from: behind its last bytes there is room
+// for a step.
+struct input_part {
+    const char* start;
+    const char* bytes;
+};
+
 // Where compilers disagree on how something is written and entered. The first reading is
 // tried; where the name goes wrong with it, the other one.
 enum doubt : unsigned {
@@ -149,8 +156,8 @@ struct attempt_state : output_state {
 struct eabi_decode_state : scheme1::attempt_state {
     // What the call was given.
     const char* input;
-    const char* input_end;  // its NUL
-    const char* steps_end;  // a text that ends here, or before, may be copied in steps
+    const char* input_end;         // its NUL
+    scheme1::input_part parts[2];  // all of it, and its end, which lies in `tail`
     bool extended;
 
     // What the attempts are told, beside `retrying`, and what they have together.
@@ -161,7 +168,7 @@ struct eabi_decode_state : scheme1::attempt_state {
     // Memory of an attempt, which says what of it is in use: clearing it would cost more
     // than most names, and so would the entries' initial values, from which the union
     // keeps them.
-    char padded[512];                      // the input, where there is room for a step behind it
+    char tail[2 * copy_step];              // a step of the input, and room for another
     scheme1::skip_record skipped[64];      // by the low bits of start, the last one stays
     scheme1::one_class_answers one_class;  // by position
     union {

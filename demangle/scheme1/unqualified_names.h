@@ -30,8 +30,8 @@ const constructor_kind* find_constructor_kind(char kind, const eabi_decode_state
 // may: of one or two digits, without ABI tags, no unnamed namespace. Null where it is another.
 // The first digit is not 0.
 struct plain_name {
-    const char* text;
-    std::size_t length;
+    const char* text = nullptr;
+    std::size_t length = 0;
 };
 
 inline plain_name read_plain_name(const char* at, const eabi_decode_state* state) {
@@ -40,7 +40,7 @@ inline plain_name read_plain_name(const char* at, const eabi_decode_state* state
     std::size_t length = static_cast<unsigned char>(at[0]) - std::size_t{'0'};
     length += (length * 9 + second) & (0 - two_digits);
     const char* const text = at + 1 + two_digits;
-    const bool plain = static_cast<std::ptrdiff_t>(length) <= state->steps_end - text &&
+    const bool plain = static_cast<std::ptrdiff_t>(length) <= state->input_end - text &&
                        text[length] != 'B' && static_cast<unsigned char>(text[0]) > '9' &&
                        (text[0] != '_' || text[1] != 'G') && state->suppress_depth == 0 &&
                        state->out_len + length + copy_step + 2 < state->out_size;
@@ -52,7 +52,13 @@ inline void emit_plain_name(plain_name name, std::size_t scope, eabi_decode_stat
     char* const to = state->out_buf + state->out_len;
     to[0] = ':';
     to[1] = ':';
-    copy_in_steps(to + scope, name.text, name.length);
+    if (name.length <= copy_step) [[likely]] {
+        // No branch: every name gets to its end somewhere.
+        const input_part& part = state->parts[name.text >= state->parts[1].start ? 1 : 0];
+        copy_one_step(to + scope, part.bytes + (name.text - part.start));
+    } else {
+        std::memcpy(to + scope, name.text, name.length);
+    }
     state->out_len += name.length + scope;
 }
 

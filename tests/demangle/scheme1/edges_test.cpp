@@ -270,3 +270,35 @@ TEST(Scheme1Edges, NamesOfOneCharacterAndOfMany) {
     };
     expect_rows(rows);
 }
+
+// Where the name's end is near, and where it is not.
+TEST(Scheme1Edges, TextsOfAllLengthsAtTheEndOfAName) {
+    static constexpr Row rows[] = {
+        {"_Z1x", "x"},
+        {"_ZN1x1yE", "x::y"},
+        {"_Z26abcdefghijklmnopqrstuvwxyz", "abcdefghijklmnopqrstuvwxyz"},
+        {"_Z27abcdefghijklmnopqrstuvwxyzA", "abcdefghijklmnopqrstuvwxyzA"},
+        {"_Z28abcdefghijklmnopqrstuvwxyzAB", "abcdefghijklmnopqrstuvwxyzAB"},
+        {"_Z29abcdefghijklmnopqrstuvwxyzABC", "abcdefghijklmnopqrstuvwxyzABC"},
+        {"_Z31abcdefghijklmnopqrstuvwxyzABCDE", "abcdefghijklmnopqrstuvwxyzABCDE"},
+        {"_Z32abcdefghijklmnopqrstuvwxyzABCDEF", "abcdefghijklmnopqrstuvwxyzABCDEF"},
+        {"_Z33abcdefghijklmnopqrstuvwxyzABCDEFG", "abcdefghijklmnopqrstuvwxyzABCDEFG"},
+        {"_Z34abcdefghijklmnopqrstuvwxyzABCDEFGH", "abcdefghijklmnopqrstuvwxyzABCDEFGH"},
+        {"_ZN31abcdefghijklmnopqrstuvwxyzABCDE1xEv", "abcdefghijklmnopqrstuvwxyzABCDE::x()"},
+        {"_ZN1x31abcdefghijklmnopqrstuvwxyzABCDEEv", "x::abcdefghijklmnopqrstuvwxyzABCDE()"},
+        {"_ZN1x31abcdefghijklmnopqrstuvwxyzABCDEEPKcS1_S1_S1_S1_S1_S1_S1_S1_",
+         "x::abcdefghijklmnopqrstuvwxyzABCDE(const char *, const char *, const char *, const char "
+         "*, const char *, const char *, const char *, const char *, const char *)"},
+        {"_ZN32abcdefghijklmnopqrstuvwxyzABCDEF1xEv", "abcdefghijklmnopqrstuvwxyzABCDEF::x()"},
+        {"_ZN1x32abcdefghijklmnopqrstuvwxyzABCDEFEv", "x::abcdefghijklmnopqrstuvwxyzABCDEF()"},
+        {"_ZN1x32abcdefghijklmnopqrstuvwxyzABCDEFEPKcS1_S1_S1_S1_S1_S1_S1_S1_",
+         "x::abcdefghijklmnopqrstuvwxyzABCDEF(const char *, const char *, const char *, const char "
+         "*, const char *, const char *, const char *, const char *, const char *)"},
+        {"_ZN33abcdefghijklmnopqrstuvwxyzABCDEFG1xEv", "abcdefghijklmnopqrstuvwxyzABCDEFG::x()"},
+        {"_ZN1x33abcdefghijklmnopqrstuvwxyzABCDEFGEv", "x::abcdefghijklmnopqrstuvwxyzABCDEFG()"},
+        {"_ZN1x33abcdefghijklmnopqrstuvwxyzABCDEFGEPKcS1_S1_S1_S1_S1_S1_S1_S1_",
+         "x::abcdefghijklmnopqrstuvwxyzABCDEFG(const char *, const char *, const char *, const "
+         "char *, const char *, const char *, const char *, const char *, const char *)"},
+    };
+    expect_rows(rows);
+}
