@@ -208,16 +208,22 @@ static std::size_t find_special(const char* window, std::size_t from, std::size_
     const block carriage_return = all_equal_to('\r');
     const block control_z = all_equal_to('\x1a');
     const block all_ones = all_equal_to('\xff');
+    const auto special_in = [&](std::size_t at) {
+        const block bytes = block_at(window + at);
+        return block((bytes == block{}) | (bytes == carriage_return) | (bytes == control_z) |
+                     (bytes == all_ones));
+    };
     for (; to - from >= block_count * sizeof(block); from += block_count * sizeof(block)) {
-        auto found = block{} != block{};
+        block found{};
         for (std::size_t i = 0; i < block_count; ++i) {
-            const block bytes = block_at(window + from + i * sizeof(block));
-            found |= (bytes == block{}) | (bytes == carriage_return) | (bytes == control_z) |
-                     (bytes == all_ones);
+            found |= special_in(from + i * sizeof(block));
         }
-        if (!is_zero(block(found))) {
+        if (!is_zero(found)) {
             break;
         }
+    }
+    while (to - from >= sizeof(block) && is_zero(special_in(from))) {
+        from += sizeof(block);
     }
     return static_cast<std::size_t>(std::find_if(window + from, window + to, is_special) - window);
 }
