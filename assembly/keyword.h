@@ -83,10 +83,20 @@ inline constexpr auto first_known_word = [] {
     return first;
 }();
 
+// By first character: bit N is set where a known word has N characters. Few names pass.
+inline constexpr auto known_lengths = [] {
+    std::array<std::uint32_t, 'z' + 1> lengths{};
+    for (const known_word& it : known_words) {
+        lengths[static_cast<unsigned char>(it.text[0])] |= std::uint32_t{1} << it.text.size();
+    }
+    return lengths;
+}();
+
 // Every kind that a word is of; 0 for a name.
 inline std::uint16_t kinds_of(std::string_view word) {
     const auto c = static_cast<unsigned char>(word[0]);
-    if (c < '_' || c > 'z') {
+    constexpr std::size_t all_lengths = 32;
+    if (c > 'z' || word.size() >= all_lengths || (known_lengths[c] >> word.size() & 1U) == 0) {
         return 0;
     }
     for (std::size_t i = first_known_word[c]; i < first_known_word[c + 1U]; ++i) {

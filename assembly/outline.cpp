@@ -46,6 +46,16 @@ struct statement_state {
     std::size_t capture_depth = 0;
 };
 
+// What is known of a block beside what its outline tells.
+struct block_state {
+    std::size_t depth;
+    std::size_t twin;         // the block that stands for it in the other branch of a conditional
+    std::size_t suspended;    // index of the statement to go on with; at_new_statement for none
+    std::size_t paren_depth;  // to go on with
+};
+
+constexpr std::size_t at_new_statement = static_cast<std::size_t>(-1);
+
 // One `#if` that is open.
 struct conditional_state {
     std::size_t block;  // the state at its beginning, for its other branches
@@ -71,13 +81,9 @@ struct outline_reader {
     std::size_t paren_depth = 0;
     std::size_t bracket_depth = 0;
 
-    std::size_t block = no_block;  // innermost open one
-    // Beside each block: the statement and depth to go on with, the block that stands
-    // for it in the other branch of a conditional, and how deep it lies.
-    std::vector<statement_state> resume;
-    std::vector<std::size_t> resume_depth;
-    std::vector<std::size_t> twin;
-    std::vector<std::size_t> depth;
+    std::size_t block = no_block;            // innermost open one
+    std::vector<block_state> states;         // beside each block
+    std::vector<statement_state> suspended;  // those in whose midst a block stands
     std::vector<conditional_state> conditionals;
 };
 
@@ -180,6 +186,10 @@ block_kind kind_of_block(const outline_reader& reader) {
                                                                         : block_kind::scope;
 }
 
+std::size_t depth_of(const outline_reader& reader, std::size_t block) {
+    return block == no_block ? 0 : reader.states[block].depth;
+}
+
 void open_block(outline_reader& reader) {
     // A brace in the first column begins a body, whatever parentheses a conditional left open.
     if (!is_in_body(reader) && reader.at > 0 && reader.text[reader.at - 1] == '\n') {
@@ -203,13 +213,18 @@ void open_block(outline_reader& reader) {
                                      .open_at = reader.at,
                                      .parent = reader.block,
                                      .kind = kind});
-    reader.depth.push_back(reader.block == no_block ? 1 : reader.depth[reader.block] + 1);
-    reader.twin.push_back(no_block);
+    block_state state{.depth = depth_of(reader, reader.block) + 1,
+                      .twin = no_block,
+                      .suspended = at_new_statement,
+                      .paren_depth = 0};
     // A braced list or a lambda in the midst of a statement: the statement goes on.
-    const bool goes_on = kind == block_kind::initializer || reader.statement.capture_line != 0;
-    reader.resume.push_back(goes_on ? reader.statement : statement_state());
-    reader.resume.back().capture_line = 0;
-    reader.resume_depth.push_back(goes_on ? reader.paren_depth : 0);
+    if (kind == block_kind::initializer || reader.statement.capture_line != 0) {
+        state.suspended = reader.suspended.size();
+        state.paren_depth = reader.paren_depth;
+        reader.suspended.push_back(reader.statement);
+        reader.suspended.back().capture_line = 0;
+    }
+    reader.states.push_back(state);
     reader.block = reader.outline.blocks.size() - 1;
     reader.paren_depth = 0;
     reader.old_style = statement_state();
@@ -232,14 +247,18 @@ void close_block(outline_reader& reader) {
         mark_statement_end(reader);
     }
     reader.outline.blocks[closed].close_line = reader.line;
-    for (std::size_t one = reader.twin[closed];
-         one != no_block && reader.outline.blocks[one].close_line == 0; one = reader.twin[one]) {
+    const block_state& state = reader.states[closed];
+    for (std::size_t one = state.twin;
+         one != no_block && reader.outline.blocks[one].close_line == 0;
+         one = reader.states[one].twin) {
         reader.outline.blocks[one].close_line = reader.line;
     }
-    reader.statement = reader.resume[closed];
-    reader.paren_depth = reader.resume_depth[closed];
-    if (reader.statement.line != 0) {
-        reader.previous = token_kind::closed_initializer;
+    reader.paren_depth = state.paren_depth;
+    if (state.suspended != at_new_statement) {
+        reader.statement = reader.suspended[state.suspended];
+        if (reader.statement.line != 0) {
+            reader.previous = token_kind::closed_initializer;
+        }
     }
     reader.block = reader.outline.blocks[closed].parent;
     ++reader.at;
@@ -377,10 +396,6 @@ void skip_disabled(outline_reader& reader) {
     }
 }
 
-std::size_t depth_of(const outline_reader& reader, std::size_t block) {
-    return block == no_block ? 0 : reader.depth[block];
-}
-
 // At an `#endif`, the blocks that both branches left open stand for each other.
 void join_branches(outline_reader& reader, std::size_t first, std::size_t second) {
     const std::size_t first_depth = depth_of(reader, first);
@@ -390,8 +405,8 @@ void join_branches(outline_reader& reader, std::size_t first, std::size_t second
         return;
     }
     while (first != second && first != no_block && second != no_block) {
-        if (reader.twin[second] == no_block && first < second) {
-            reader.twin[second] = first;
+        if (reader.states[second].twin == no_block && first < second) {
+            reader.states[second].twin = first;
         }
         first = reader.outline.blocks[first].parent;
         second = reader.outline.blocks[second].parent;

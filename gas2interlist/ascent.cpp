@@ -77,14 +77,12 @@ std::vector<std::size_t> best_ascent(std::span<const line_run> runs, const line_
         const auto code = static_cast<std::int64_t>(runs[i].code);
         const auto loss = static_cast<std::int64_t>(runs[i].loss);
         const auto [lower, ended] = places[i];
-        const prefix_maximum::maximum statement = by_statement.worth.below(ended);
-        const prefix_maximum::maximum line = by_line.worth.below(lower);
+        const prefix_maximum::maximum statement = by_statement.worth.take_below(ended, -loss);
+        const prefix_maximum::maximum line = by_line.worth.take_below(lower, -loss);
         before[i] = statement.value >= line.value ? by_statement.last[statement.place]
                                                   : by_line.last[line.place];
         // Of two with as much code the one with more runs wins.
         const std::int64_t value = std::max(statement.value, line.value) + code + 1;
-        by_statement.worth.add_below(ended, -loss);
-        by_line.worth.add_below(lower, -loss);
         by_statement.enter(lower, value, i);
         by_line.enter(lower, value, i);
         if (value >= greatest) {

@@ -294,6 +294,9 @@ std::optional<assembly_error> place_directives(interlisted_text& result,
     result.added.clear();
     result.insertions.clear();
     result.warnings.clear();
+    // Room for what most texts get, taken but not touched, saves moving it about.
+    result.added.reserve(assembly.positions.size() * 8);
+    result.insertions.reserve(assembly.positions.size() / 2);
     if (const std::string_view missing = missing_lines(assembly, result.assembly);
         !missing.empty()) {
         result.warnings.emplace_back(missing);

@@ -26,26 +26,25 @@ class prefix_maximum {
         }
     }
 
-    // The greatest number in the first `count` places, one of which has one.
-    maximum below(std::size_t count) const {
+    // The greatest number in the first `count` places, one of which has one. Then `value` is
+    // added to each of them.
+    maximum take_below(std::size_t count, std::int64_t value) {
+        std::size_t at = leaves_ + count;
+        std::int64_t within = nodes_[at].added;  // what is added behind, as far as it was met
+        std::int64_t behind = 0;
         maximum best{least, 0};
-        std::int64_t added = nodes_[leaves_ + count].added + added_behind(count);
-        for (std::size_t at = leaves_ + count; at > 1; at /= 2) {
-            if (at % 2 != 0) {
-                const node& left = nodes_[at - 1];
-                if (left.value + added > best.value) {
-                    best = {left.value + added, left.place};
-                }
-                added += left.added;
-            }
+        nodes_[at].added += value;
+        for (; at > 1; at /= 2) {
+            const node& other = nodes_[at ^ 1U];
+            const bool is_right = at % 2 != 0;
+            const bool is_better = is_right && other.value + within > best.value;
+            best = is_better ? maximum{other.value + within, other.place} : best;
+            within += is_right ? other.added : 0;
+            behind += is_right ? 0 : other.added;
+            update(at / 2);
         }
+        best.value += behind;
         return best;
-    }
-
-    // Adds to each number in the first `count` places.
-    void add_below(std::size_t count, std::int64_t value) {
-        nodes_[leaves_ + count].added += value;
-        update(leaves_ + count);
     }
 
     // Puts a number in a place unless a greater one, or the same, is there. Tells whether
@@ -57,7 +56,9 @@ class prefix_maximum {
             return false;
         }
         leaf.value = own;
-        update(leaves_ + place);
+        for (std::size_t at = (leaves_ + place) / 2; at > 0; at /= 2) {
+            update(at);
+        }
         return true;
     }
 
@@ -81,14 +82,11 @@ class prefix_maximum {
     }
 
     void update(std::size_t at) {
-        for (at /= 2; at > 0; at /= 2) {
-            const node& left = nodes_[2 * at];
-            const node& right = nodes_[2 * at + 1];
-            const bool is_left = left.value + right.added > right.value;
-            nodes_[at] = {left.added + right.added,
-                          is_left ? left.value + right.added : right.value,
-                          is_left ? left.place : right.place};
-        }
+        const node& left = nodes_[2 * at];
+        const node& right = nodes_[2 * at + 1];
+        const bool is_left = left.value + right.added > right.value;
+        nodes_[at] = {left.added + right.added, is_left ? left.value + right.added : right.value,
+                      is_left ? left.place : right.place};
     }
 
     std::size_t leaves_;
