@@ -1,11 +1,12 @@
 // The place in the page's address: #FILE:LINE, or #FUNCTION with +N behind it for its
 // Nth row. A function's symbol that several units have stands behind its unit's file.
 
-import type { CodeFunction, Project, SourceFile } from "./data/project.ts";
+import type { CodeFunction, InlinedFunction, Project, SourceFile } from "./data/project.ts";
 
 export type Target =
     | { file: SourceFile; line: number }
     | { function: CodeFunction; row: number } // counted from the function's first
+    | { inlined: InlinedFunction }
     | "overview";
 
 function encode(text: string): string {
@@ -33,14 +34,18 @@ function functionOf(project: Project, name: string): CodeFunction | null {
     return project.bySymbol.get(symbol)?.find((f) => f.unit === unit) ?? null;
 }
 
+export function addressText(hash: string): string {
+    const text = hash.replace(/^#/, "");
+    try {
+        return decodeURIComponent(text);
+    } catch {
+        return text;
+    }
+}
+
 // What an address shows; null when it names nothing on this page.
 export function targetOf(project: Project, hash: string): Target | null {
-    let text = hash.replace(/^#/, "");
-    try {
-        text = decodeURIComponent(text);
-    } catch {
-        // Taken as it stands.
-    }
+    const text = addressText(hash);
     if (text === "") {
         return null;
     }
@@ -59,7 +64,11 @@ export function targetOf(project: Project, hash: string): Target | null {
     const within = /^(.+)\+(\d+)$/.exec(text);
     const inner = within && functionOf(project, within[1]);
     if (within && inner) {
-        return { function: inner, row: Number(within[2]) };
+        return { function: inner, row: Math.min(Number(within[2]), inner.rows - 1) };
+    }
+    const inlined = project.inlinedNamed(text);
+    if (inlined) {
+        return { inlined };
     }
     const named = project.fileNamed(text);
     return named ? { file: named, line: 1 } : null;

@@ -2,8 +2,8 @@
 // and the address, and says when it can be used.
 
 import "./style_sheets.ts";
-import { addressOfLine, addressOfRow, setAddress, targetOf } from "./address.ts";
-import type { CodeFunction, Project, SourceFile } from "./data/project.ts";
+import { addressOfLine, addressOfRow, addressText, setAddress, targetOf } from "./address.ts";
+import type { CodeFunction, InlinedFunction, Project, SourceFile } from "./data/project.ts";
 import { loadProject } from "./data/project.ts";
 import { count, h, percent, visible } from "./dom.ts";
 import { type KeyRow, startKeys } from "./keys.ts";
@@ -82,6 +82,19 @@ async function start(): Promise<void> {
         show("reader");
         void reader.showFunction(f).then(() => reader.code.focus());
     };
+    const pageOfInlined = (f: InlinedFunction): string | null => {
+        const page = project.pageOf(f.units[0]);
+        return page === null ? null : `${encodeURI(page)}#${encodeURIComponent(f.name)}`;
+    };
+    const openInlined = (f: InlinedFunction): void => {
+        const away = pageOfInlined(f);
+        if (away !== null) {
+            location.href = away;
+            return;
+        }
+        show("reader");
+        void reader.showInlined(f).then(() => reader.source.focus());
+    };
     const openLine = (file: SourceFile, line: number): void => {
         const away = pageOfLine(file, line);
         if (away !== null) {
@@ -157,7 +170,9 @@ async function start(): Promise<void> {
                 ? null
                 : "file" in target
                   ? pageOfLine(target.file, target.line)
-                  : pageOfRow(target.function, target.row);
+                  : "inlined" in target
+                    ? pageOfInlined(target.inlined)
+                    : pageOfRow(target.function, target.row);
         if (away !== null) {
             location.replace(away); // Back shall not lead here and on again
         } else if (target === "overview") {
@@ -165,11 +180,20 @@ async function start(): Promise<void> {
         } else if (target && "file" in target) {
             show("reader");
             await reader.showLine(target.file, target.line, false);
+        } else if (target && "inlined" in target) {
+            show("reader");
+            await reader.showInlined(target.inlined, false);
         } else if (target) {
             show("reader");
             await reader.showRow(target.function.unit, target.function.row + target.row, false);
         }
         return target !== null;
+    };
+
+    const tellUnknown = (): void => {
+        if (location.hash.length > 1) {
+            status.tell(`Nothing here is called ${visible(addressText(location.hash))}.`);
+        }
     };
 
     const pane = (): Pane => lastPane ?? reader.source;
@@ -202,7 +226,7 @@ async function start(): Promise<void> {
         allButton.setAttribute("aria-pressed", String(all));
         void reader.showAll(all);
     };
-    const jump = (): void => openFunctionJump(project, openFunction);
+    const jump = (): void => openFunctionJump(project, openFunction, openInlined);
     const everywhere = (): void => {
         const { state } = pane().view;
         const { from, to } = state.selection.main;
@@ -370,10 +394,11 @@ async function start(): Promise<void> {
             show("reader");
             await showFirst(project, reader);
         }
+        tellUnknown();
     }
     addEventListener("popstate", () => {
         if (location.hash) {
-            void goToAddress();
+            void goToAddress().then((found) => found || tellUnknown());
         } else if (project.heads.length > 1) {
             show("overview");
         } else {

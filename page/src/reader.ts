@@ -1,8 +1,8 @@
 // The two panes and what joins them: marks what belongs to the line that is pointed at,
 // goes to the other side, and walks the places of a line's code.
 
-import { type Link, linkOfLine, linkOfRow } from "./data/link.ts";
-import type { CodeFunction, Project, SourceFile } from "./data/project.ts";
+import { type Link, linkOfInlined, linkOfLine, linkOfRow } from "./data/link.ts";
+import type { CodeFunction, InlinedFunction, Project, SourceFile } from "./data/project.ts";
 import { CodePane } from "./panes/code_pane.ts";
 import { SourcePane } from "./panes/source_pane.ts";
 
@@ -167,11 +167,9 @@ export class Reader {
         await this.showFile(file);
         this.source.goTo(line);
         const link = this.linkOfSource(line);
-        const place = link && link.places.length > 0 ? 0 : -1;
-        if (link && place >= 0) {
-            this.code.goToRow(link.places[place].start);
+        if (link) {
+            this.goToPlace(link, 0);
         }
-        this.setLink(link, place);
         this.tellMove("source", far);
     }
 
@@ -203,6 +201,19 @@ export class Reader {
         this.code.goToRow(f.row, "start");
         this.setLink(f.file ? this.linkOfSource(f.line) : null);
         this.tellMove("code", far);
+    }
+
+    // Shows the first line of a function that stands nowhere by itself, and the first place
+    // where its code was inlined.
+    async showInlined(f: InlinedFunction, far = true): Promise<void> {
+        const { unit } = this.code;
+        if (!unit || !f.units.includes(unit.number)) {
+            await this.showUnit(f.units[0]);
+        }
+        await this.showFile(f.file);
+        this.source.goTo(f.line);
+        this.goToPlace(linkOfInlined(this.project, this.code.unit!, f), 0);
+        this.tellMove("source", far);
     }
 
     // Where a page opens that has no place in its address.
@@ -283,6 +294,7 @@ export class Reader {
         }
         if (place >= 0 && place < link.places.length) {
             this.goToPlace(link, place);
+            this.tellMove("code", false);
             return;
         }
         const unit = link.file ? this.unitWith(link.file, link.line, link.unit.number, step) : -1;
@@ -293,14 +305,15 @@ export class Reader {
         } else {
             this.goToPlace(link, (place + link.places.length) % link.places.length);
         }
+        this.tellMove("code", false);
     }
 
     private goToPlace(link: Link, place: number): void {
-        if (place >= 0) {
-            this.code.goToRow(link.places[place].start);
+        const at = link.places.at(place);
+        if (at) {
+            this.code.goToRow(at.start);
         }
-        this.setLink(link, place);
-        this.tellMove("code", false);
+        this.setLink(link, at ? place : -1);
     }
 
     // From inlined code to the line that it was inlined at.

@@ -122,7 +122,7 @@ for (const [letters, name] of [
 test("the list of functions is chosen from with arrows or the mouse, and closed with Escape", () =>
     withPage(sumPage, async (page) => {
         await page.getByRole("button", { name: "Function" }).click();
-        await eventually(() => choices(page), ["sum", "scale"]);
+        await eventually(() => choices(page), ["sum", "scale", "clamp"]);
         await page.keyboard.press("ArrowDown");
         assert.equal(
             await page.getByRole("option", { name: "scale" }).getAttribute("aria-selected"),
@@ -143,13 +143,10 @@ test("the list of functions tells what each is called before all of its name", (
         await page.keyboard.type("total");
         const names = page.getByRole("option").locator(".choice-label");
         await eventually(() => names.allInnerTexts(), [`shop::total ${loop.functions[0].name}`]);
-        await page.getByRole("combobox").fill("list");
+        await page.getByRole("combobox").fill("val");
         await eventually(
-            () => names.allInnerTexts(),
-            [
-                `shop::library::list_of::value ${loop.functions[1].name}`,
-                `shop::total ${loop.functions[0].name}`,
-            ],
+            async () => (await names.allInnerTexts())[0],
+            `shop::library::list_of::value ${loop.functions[1].name}`,
         );
         await names.first().hover();
         await eventually(() => page.locator("#tip").innerText(), loop.functions[1].name);
@@ -246,6 +243,7 @@ const addresses: [hash: string, marks: string[], cursor: string][] = [
     ["#/src/demo/sum.c:10", ["for (int i = 0; i < n; i++)"], "testl %esi, %esi"],
     ["#demo/sum.c:10", ["for (int i = 0; i < n; i++)"], "testl %esi, %esi"],
     ["#clamp.h:4", ["return x < 100 ? x : 100;"], "cmpl $100, %edx"],
+    ["#clamp", ["return x < 100 ? x : 100;"], "cmpl $100, %edx"],
     ["#scale", ["return clamp(x * 3);"], "scale:"],
     ["#scale+1", ["return clamp(x * 3);"], "leal (%rdi,%rdi,2), %eax"],
 ];
@@ -261,6 +259,54 @@ for (const [hash, marks, cursor] of addresses) {
             { hash },
         ));
 }
+
+test("a row that a function does not have is its last, and the address says so", () =>
+    withPage(
+        sumPage,
+        async (page) => {
+            const at = await code(page).locator(".cm-activeLine").first().innerText();
+            assert.equal(at.trim(), "ret");
+            await eventually(() => hashOf(page), "#sum+13");
+        },
+        { hash: "#sum+9999" },
+    ));
+
+test("what an address names and the page has not is said", () =>
+    withPage(
+        sumPage,
+        async (page) => {
+            const told = page.locator("#status").getByRole("status");
+            await eventually(() => told.innerText(), "sum.c:9999, which the file does not have");
+            assert.equal(
+                await source(page).locator(".cm-activeLine").first().innerText(),
+                "}",
+                "the last line",
+            );
+            for (const name of ["no_such_function", "nothing.c:7", "<b>x</b>"]) {
+                await page.evaluate((to) => (location.hash = to), name);
+                await eventually(() => told.innerText(), `Nothing here is called ${name}.`);
+            }
+        },
+        { hash: "#sum.c:9999" },
+    ));
+
+test("a function inlined everywhere is found: its line, and where it was inlined", () =>
+    withPage(sumPage, async (page) => {
+        await page.keyboard.press("f");
+        await page.keyboard.type("clamp");
+        await page.getByText("inlined, clamp.h:4 \u00b7 3 instructions").waitFor();
+        await page.keyboard.press("Enter");
+        await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
+        assert.deepEqual(
+            (await marked(code(page), "linked")).map((text) => text.split(" ")[0]),
+            ["cmpl", "cmovg", "cmpl"],
+        );
+        await eventually(
+            async () => (await page.locator("#status").innerText()).replace(/\s+/g, " "),
+            "\u2039 1 of 2 \u203a clamp clamp.h:4 3 instructions in 2 places inlined at sum.c:4 sum.c:11",
+        );
+        await eventually(() => hashOf(page), "#clamp.h:4");
+    }));
 
 test("an address of code without a line shows the function's source all the same", () =>
     withPage(

@@ -140,6 +140,25 @@ export function chunksOf(unit: MadeUnit, number = 0): Chunks {
         };
     });
 
+    // Functions whose frames all stand below others.
+    const standing = new Set(frame.filter((at) => at[3] < 0).map((at) => at[0]));
+    const inlined = names.names.flatMap((name, f) => {
+        const own = frame.filter((at) => at[0] === f && at[1] >= 0);
+        const within = (at: number): boolean =>
+            at >= 0 && (frame[at][0] === f || within(frame[at][3]));
+        return own.length === 0 || standing.has(f)
+            ? []
+            : [
+                  {
+                      name,
+                      file: own[0][1],
+                      line: Math.min(...own.map((at) => at[2])),
+                      instructions: frameOfRow.filter((at, i) => kinds[i] === "i" && within(at))
+                          .length,
+                  },
+              ];
+    });
+
     const runs: { rows: number; frame: number }[] = [];
     for (const at of frameOfRow) {
         if (runs.at(-1)?.frame === at) {
@@ -152,7 +171,7 @@ export function chunksOf(unit: MadeUnit, number = 0): Chunks {
         format: 1,
         name: unit.name,
         command: unit.command ?? ["gcc", "-O2", "-c", unit.name],
-        compiler: "GNU C17 12.2.0",
+        compiler: "GCC: (Debian 12.2.0-14+deb12u1) 12.2.0",
         target: "x86_64-linux-gnu",
         comment: unit.comment ?? "#",
         program: "clist 1.2.3",
@@ -161,6 +180,12 @@ export function chunksOf(unit: MadeUnit, number = 0): Chunks {
         instructions: functions.instructions.reduce((a, b) => a + b, 0),
         files: fileHeads,
         functions,
+        inlined: {
+            name: inlined.map((f) => f.name),
+            file: inlined.map((f) => f.file),
+            line: inlined.map((f) => f.line),
+            instructions: inlined.map((f) => f.instructions),
+        },
     };
     const rows: UnitRows = {
         kinds,

@@ -264,7 +264,7 @@ test("the page says how and when it was made", () =>
             assert.match(made, /g\+\+ -O2 -std=c\+\+20 '-DNAME=a b' -c box\.cpp/);
             assert.match(
                 made,
-                /GNU C17 12\.2\.0 \u00b7 x86_64-linux-gnu \u00b7 clist 1\.2\.3, 4 May 2026/,
+                /GCC: \(Debian 12\.2\.0-14\+deb12u1\) 12\.2\.0 \u00b7 x86_64-linux-gnu \u00b7 clist 1\.2\.3, 4 May 2026/,
             );
         },
         { hash: "#overview" },
@@ -304,6 +304,16 @@ test("from the start page a function is found by a few letters", () =>
             () => marked(source(page), "linked"),
             ["int limit(int x) { return clamp(x); }"],
         );
+    }));
+
+test("from the start page a function inlined everywhere is found, too", () =>
+    withPage(startPageOf("demo", [sum, other]), async (page) => {
+        await page.keyboard.press("f");
+        await page.keyboard.type("clamp");
+        await page.keyboard.press("Enter");
+        await eventually(() => page.title(), "sum.c \u2013 clist");
+        await ready(page);
+        await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
     }));
 
 for (const [letters, title, shown] of [

@@ -183,6 +183,10 @@ test("inlined code says where from and where to, in both directions", () =>
         await eventually(async () => /inlined here.* inlines clamp/.test(await told(page)), true);
         await page.evaluate(() => (location.hash = "#clamp.h:4"));
         await eventually(async () => /inlined at.* sum\.c:7/.test(await told(page)), true);
+        // By its name alone, though it stands nowhere by itself.
+        await page.evaluate(() => (location.hash = "#clamp"));
+        await eventually(async () => /clamp clamp\.h:4 /.test(await told(page)), true);
+        await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
         assert.match(await told(page), /inlined at.* sum\.c:13/);
     }));
 

@@ -248,7 +248,9 @@ TEST(Page, TellsOfTheUnitInItsHead) {
               R"("files":[{"path":"inlined.c","text":"text/5fc23a8730f34ccf133857d4efcf0f3e",)"
               R"("lines":13,"system":false,"heat_line":[2,9,1,1],"heat_count":[2,1,1,1]}],)"
               R"("functions":{"name":["outer"],"symbol":["outer"],"file":[0],"line":[11],)"
-              R"("row":[0],"rows":[6],"instructions":[5],"inlined":[2]}})");
+              R"("row":[0],"rows":[6],"instructions":[5],"inlined":[2]},)"
+              R"("inlined":{"name":["square","sum_of_squares"],"file":[0,0],"line":[2,6],)"
+              R"("instructions":[2,2]}})");
 }
 
 TEST(Page, TellsWhereEachRowCameFrom) {

@@ -190,6 +190,68 @@ static void write_functions(const annotation& model, const unit_rows& from, cons
     columns.end();
 }
 
+namespace {
+
+// A function that stands nowhere by itself: all of its code was inlined.
+struct inlined_function {
+    std::uint32_t name = none;
+    std::uint32_t source = none;
+    std::uint32_t line = 0;          // the first of that source that code comes from
+    std::uint32_t instructions = 0;  // in all places, with those that were inlined in it
+};
+
+}  // namespace
+
+static std::vector<inlined_function> inlined_functions(const unit_rows& from) {
+    const std::vector<frame_row>& frames = from.frames.rows();
+    std::vector<std::uint32_t> instructions(frames.size());
+    for (const row& it : from.rows) {
+        if (it.frame != none && it.kind == 'i') {
+            ++instructions[it.frame];
+        }
+    }
+    // A parent stands before its children.
+    for (std::size_t i = frames.size(); i-- > 0;) {
+        if (frames[i].parent != none) {
+            instructions[frames[i].parent] += instructions[i];
+        }
+    }
+    std::vector<inlined_function> by_name(from.frames.names().size());
+    std::vector<bool> stands(by_name.size());
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        const frame_row& it = frames[i];
+        inlined_function& function = by_name[it.function];
+        stands[it.function] = stands[it.function] || it.parent == none;
+        if (it.parent == none || frames[it.parent].function != it.function) {
+            function.instructions += instructions[i];
+        }
+        if (it.source == none) {
+            continue;
+        }
+        if (function.source == none) {
+            function = {it.function, it.source, it.line, function.instructions};
+        } else if (function.source == it.source) {
+            function.line = std::min(function.line, it.line);
+        }
+    }
+    std::erase_if(by_name,
+                  [&](const inlined_function& it) { return it.name == none || stands[it.name]; });
+    return by_name;
+}
+
+static void write_inlined(const unit_rows& from, const unit_files& files, std::string& text) {
+    const std::vector<inlined_function> functions = inlined_functions(from);
+    object columns(text);
+    columns.column("name", functions,
+                   [&](const inlined_function& it) { return from.frames.names()[it.name]; });
+    columns.column("file", functions,
+                   [&](const inlined_function& it) { return files.number(it.source); });
+    columns.column("line", functions, [](const inlined_function& it) { return it.line; });
+    columns.column("instructions", functions,
+                   [](const inlined_function& it) { return it.instructions; });
+    columns.end();
+}
+
 // What the compiler calls itself, which it writes behind the code.
 static std::string_view compiler_of(std::string_view assembly) {
     constexpr std::string_view directive = "\t.ident\t\"";
@@ -224,6 +286,8 @@ unit make_unit(const form_input& from, std::size_t model_index, source_texts& te
     write_files(model.sources(), files, heat_of(rows, files), texts, out.head);
     head.begin("functions");
     write_functions(model, rows, files, out.head);
+    head.begin("inlined");
+    write_inlined(rows, files, out.head);
     head.end();
     out.code = std::move(rows.code);
     out.hidden = std::move(rows.hidden);

@@ -13,6 +13,14 @@ export interface FunctionColumns {
     inlined: number[]; // how many of these were inlined
 }
 
+// Columns of functions that stand nowhere by themselves: all of their code was inlined.
+export interface InlinedColumns {
+    name: string[]; // readable
+    file: number[]; // index into UnitHead.files
+    line: number[]; // the first that code comes from
+    instructions: number[]; // in all places, with what was inlined in them
+}
+
 export interface FileHead {
     path: string; // as the compiler recorded it
     text: string | null; // the chunk with its text
@@ -36,6 +44,7 @@ export interface UnitHead {
     instructions: number;
     files: FileHead[];
     functions: FunctionColumns;
+    inlined?: InlinedColumns; // pages of earlier versions, which may be joined, have none
 }
 
 // Chunk N/rows: what each row of chunk N/code is and where it comes from.

@@ -1,7 +1,7 @@
 // What belongs together: for a line of a source or a row of the code, the rows and lines
 // to mark on both sides, and the places that "next" and "previous" go through.
 
-import type { Project, SourceFile } from "./project.ts";
+import type { InlinedFunction, Project, SourceFile } from "./project.ts";
 import type { RowRange, Unit } from "./unit.ts";
 
 export interface Link {
@@ -15,6 +15,7 @@ export interface Link {
     inlinedRows: RowRange[]; // code that was inlined at the line
     inlinedFunctions: { name: string; file: SourceFile; line: number }[]; // whose code that is
     callSites: { file: SourceFile; line: number }[]; // lines where the line's code was inlined
+    inlined: string | null; // the function, where the link is of all of its inlined code
     places: RowRange[]; // both kinds of rows, in order
     instructions: number; // in rows
     inlinedInstructions: number; // in inlinedRows
@@ -24,6 +25,16 @@ export function linkOfLine(project: Project, unit: Unit, file: SourceFile, line:
     const number = file.numberIn(unit.number);
     const frames = number < 0 ? [] : [...unit.framesAt(number, line)];
     return makeLink(project, unit, "source", file, line, frames);
+}
+
+// Of a function's inlined code, wherever it was inlined.
+export function linkOfInlined(project: Project, unit: Unit, f: InlinedFunction): Link {
+    const { frame_function, frame_parent } = unit.rows;
+    const name = unit.rows.names.indexOf(f.name);
+    const frames = Array.from(frame_function.keys()).filter(
+        (frame) => frame_function[frame] === name && frame_parent[frame] >= 0,
+    );
+    return { ...makeLink(project, unit, "source", f.file, f.line, frames), inlined: f.name };
 }
 
 export function linkOfRow(project: Project, unit: Unit, row: number): Link {
@@ -63,6 +74,7 @@ function makeLink(
         inlinedRows,
         inlinedFunctions: inlined(project, unit, frames),
         callSites: sites(project, unit, frames),
+        inlined: null,
         places: joined(unit, [...rows, ...inlinedRows]),
         instructions: instructions(unit, rows),
         inlinedInstructions: instructions(unit, inlinedRows),

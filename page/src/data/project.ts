@@ -85,9 +85,19 @@ export interface CodeFunction {
     inlined: number;
 }
 
+// A function whose code stands only where it was inlined.
+export interface InlinedFunction {
+    units: number[];
+    name: string;
+    file: SourceFile;
+    line: number;
+    instructions: number; // in all units
+}
+
 export class Project {
     readonly files: SourceFile[] = []; // those with most code first
     readonly functions: CodeFunction[] = [];
+    readonly inlined: InlinedFunction[] = []; // none that stands by itself in another unit
     readonly instructions: number;
     readonly bySymbol = new Map<string, CodeFunction[]>();
     private readonly fileOfUnit: SourceFile[][] = [];
@@ -100,6 +110,7 @@ export class Project {
         this.instructions = heads.reduce((sum, head) => sum + head.instructions, 0);
         this.addFiles();
         heads.forEach((head, unit) => this.addFunctions(head, unit));
+        this.addInlined();
     }
 
     private addFiles(): void {
@@ -155,6 +166,27 @@ export class Project {
         }
     }
 
+    private addInlined(): void {
+        const names = new Set(this.functions.map((f) => f.name));
+        const known = new Map<string, InlinedFunction>();
+        this.heads.forEach(({ inlined }, unit) =>
+            inlined?.name.forEach((name, i) => {
+                const file = this.fileOf(unit, inlined.file[i]);
+                if (!file || names.has(name)) {
+                    return;
+                }
+                const line = inlined.line[i];
+                const key = `${file.number}:${name}`;
+                const at = known.get(key) ?? { units: [], name, file, line, instructions: 0 };
+                at.units.push(unit);
+                at.line = Math.min(at.line, line);
+                at.instructions += inlined.instructions[i];
+                known.set(key, at);
+            }),
+        );
+        this.inlined.push(...known.values());
+    }
+
     fileOf(unit: number, file: number): SourceFile | null {
         return this.fileOfUnit[unit][file] ?? null;
     }
@@ -191,13 +223,20 @@ export class Project {
     }
 
     functionNamed(name: string): CodeFunction | null {
-        return (
-            this.bySymbol.get(name)?.[0] ??
-            this.functions.find((f) => f.name === name) ??
-            this.functions.find((f) => f.name.startsWith(name + "(")) ??
-            null
-        );
+        return this.bySymbol.get(name)?.[0] ?? named(this.functions, name);
     }
+
+    inlinedNamed(name: string): InlinedFunction | null {
+        return named(this.inlined, name);
+    }
+}
+
+function named<T extends { name: string }>(functions: T[], name: string): T | null {
+    return (
+        functions.find((f) => f.name === name) ??
+        functions.find((f) => f.name.startsWith(name + "(")) ??
+        null
+    );
 }
 
 export function compare(a: string, b: string): number {

@@ -1,6 +1,6 @@
 // Goes to a function by a few letters of its name, or to a file.
 
-import type { CodeFunction, Project, SourceFile } from "../data/project.ts";
+import type { CodeFunction, InlinedFunction, Project, SourceFile } from "../data/project.ts";
 import { count, h, visible } from "../dom.ts";
 import { fit, shortName } from "../text/names.ts";
 import { type Choice, openChooser } from "./chooser.ts";
@@ -27,15 +27,35 @@ function best<T>(
         .map((entry) => entry.item);
 }
 
-export function openFunctionJump(project: Project, choose: (f: CodeFunction) => void): void {
-    const bySize = project.functions.toSorted((a, b) => b.instructions - a.instructions);
+// Functions that stand nowhere by themselves come behind others that fit as well.
+export function openFunctionJump(
+    project: Project,
+    choose: (f: CodeFunction) => void,
+    chooseInlined: (f: InlinedFunction) => void,
+): void {
+    const more = (a: { instructions: number }, b: { instructions: number }): number =>
+        b.instructions - a.instructions;
+    const candidates = [
+        ...project.functions.toSorted(more).map((f) => ({
+            name: f.name,
+            where: f.file ? `${visible(f.file.name)}:${f.line} \u00b7 ` : "",
+            instructions: f.instructions,
+            choose: () => choose(f),
+        })),
+        ...project.inlined.toSorted(more).map((f) => ({
+            name: f.name,
+            where: `inlined, ${visible(f.file.name)}:${f.line} \u00b7 `,
+            instructions: f.instructions,
+            choose: () => chooseInlined(f),
+        })),
+    ];
     openChooser({
         label: "Go to a function",
         placeholder: "Function: a few letters of its name",
         name: "function-jump",
         find(text, show) {
             const found = best(
-                bySize,
+                candidates,
                 text.trim(),
                 (f) => f.name,
                 (f) => shortName(f.name),
@@ -43,8 +63,8 @@ export function openFunctionJump(project: Project, choose: (f: CodeFunction) => 
             show(
                 found.map((f): Choice => ({
                     label: nameLine(f.name),
-                    detail: `${f.file ? `${visible(f.file.name)}:${f.line} \u00b7 ` : ""}${count(f.instructions, "instruction")}`,
-                    choose: () => choose(f),
+                    detail: f.where + count(f.instructions, "instruction"),
+                    choose: f.choose,
                 })),
                 found.length === 0 ? "No function fits." : "",
             );

@@ -5,7 +5,7 @@ import { describeSteps, ownStep, stepsOf } from "../data/chain.ts";
 import type { Link } from "../data/link.ts";
 import type { Project, SourceFile } from "../data/project.ts";
 import { count, h, visible } from "../dom.ts";
-import { shortName } from "../text/names.ts";
+import { briefName, shortName } from "../text/names.ts";
 
 export interface StatusActions {
     walk(step: 1 | -1): void;
@@ -59,6 +59,11 @@ export class Status {
         this.chain.replaceChildren(...(link ? this.chainOf(link) : []));
     }
 
+    // Until something is marked.
+    tell(text: string): void {
+        this.summary.replaceChildren(text);
+    }
+
     private describe(link: Link | null): (Node | string)[] {
         if (!link) {
             return ["Point at a line to see what belongs to it; ? shows the keys."];
@@ -66,9 +71,15 @@ export class Status {
         if (!link.file) {
             return ["no line"];
         }
-        const place = h("b", null, `${visible(link.file.name)}:${link.line}`);
+        const name = link.inlined === null ? "" : `${visible(briefName(link.inlined))} `;
+        const place = h("b", null, `${name}${visible(link.file.name)}:${link.line}`);
         if (link.places.length === 0) {
-            return [place, link.frame < 0 ? " has no code here" : ", which the file does not have"];
+            return [
+                place,
+                link.frame >= 0 || link.line > link.file.lines
+                    ? ", which the file does not have"
+                    : " has no code here",
+            ];
         }
         const parts = [];
         if (link.instructions > 0) {
