@@ -23,7 +23,7 @@ void usage() {
 
 [[noreturn]] static void show_usage() {
     usage();
-    end_program(0);
+    end_report();
 }
 
 static void take_long_option(std::string_view option) {

@@ -36,6 +36,13 @@ void file_error(const char* message, const char* name) {
     end_program(1);
 }
 
+void end_report() {
+    if (std::ferror(stdout) != 0) {
+        file_error("Cannot write", "standard output");
+    }
+    end_program(0);
+}
+
 void file_warn(const char* message, const char* name) {
     if (no_warnings == 0) {
         report_file_problem(message, name);

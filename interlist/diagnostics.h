@@ -14,7 +14,11 @@
 // --no_warnings has no say here.
 [[noreturn]] void file_error(const char* message, const char* name);
 
-// The same line, but the run goes on. Silent under --no_warnings.
+// Ends the program behind what was asked for on standard output: with status 0, or like
+// file_error() when it could not be written.
+[[noreturn]] void end_report();
+
+// The same line as file_error's, but the run goes on. Silent under --no_warnings.
 void file_warn(const char* message, const char* name);
 
 // Says on standard output that a text exceeds the buffers' limit and ends the

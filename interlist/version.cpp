@@ -18,5 +18,5 @@ int print_banner(FILE* stream) {
 void report_version() {
     print_banner(stdout);
     buildid(stdout, "Build Number ");
-    end_program(0);
+    end_report();
 }

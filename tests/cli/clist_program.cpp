@@ -410,8 +410,11 @@ TEST(Clist, HelpAndVersionGoToStandardOutput) {
     EXPECT_EQ(version.out, "clist " PROJECT_VERSION "\n");
     RunOptions full;
     full.output_to = "/dev/full";
-    EXPECT_EQ(clist({"--help"}, full).status, 1);
-    EXPECT_EQ(clist({"--help"}, full).err, "clist: standard output: No space left on device\n");
+    for (const string option : {"--help", "--version"}) {
+        const Finished lost = clist({option}, full);
+        EXPECT_EQ(lost.status, 1);
+        EXPECT_EQ(lost.err, "clist: standard output: No space left on device\n");
+    }
 }
 
 TEST(Clist, UnreadableInputIsReported) {

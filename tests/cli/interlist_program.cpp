@@ -136,6 +136,18 @@ TEST_F(Program, ReportsItsVersion) {
     EXPECT_EQ(files(), 0);
 }
 
+TEST_F(Program, WhatIsAskedForMustReachStandardOutput) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {"-q"}, {"--help"}, {"--toolversion"}}) {
+        RunOptions full;
+        full.output_to = "/dev/full";
+        const Finished finished = run(arguments, full);
+        EXPECT_EQ(finished.status, 1);
+        EXPECT_EQ(finished.err,
+                  ">> WARNING: Cannot write 'standard output': No space left on device\n");
+    }
+}
+
 TEST_F(Program, RefusesThreeNames) {
     expect({"a", "b", "c"}, 1, "\n>> ERROR - Garbage on command line", "");
     EXPECT_EQ(files(), 0);
