@@ -60,33 +60,48 @@ static block load(const char* at) {
     return bytes;
 }
 
-// Whether a full stop stands among the sixteen bytes with a letter behind it by which a
-// directive may begin that matters. Hardly any line of data has one.
-static bool may_hold_directive(const char* at) {
+// Marks the full stops among sixteen bytes with a letter behind it by which a directive may
+// begin that matters: from "c" to "t", or ".bs". Hardly any line of data has one.
+static auto mark_directives(const char* at) {
+    using letters [[gnu::vector_size(16)]] = unsigned char;
     const block stop = load(at);
     const block first = load(at + 1);
     const block second = load(at + 2);
-    const auto found =
-        (stop == '.') &
-        ((first == 's') | (first == 't') | (first == 'd') | (first == 'p') | (first == 'r') |
-         (first == 'c') | (first == 'f') | (first == 'i') | ((first == 'b') & (second == 's')));
+    const letters behind_c = reinterpret_cast<letters>(first) - static_cast<unsigned char>('c');
+    const auto is_within = behind_c <= static_cast<unsigned char>('t' - 'c');
+    return (stop == '.') &
+           ((is_within & (first != 'q') & (first != 'l')) | ((first == 'b') & (second == 's')));
+}
+
+static bool is_any(const auto& marks) {
     std::array<std::uint64_t, 2> halves{};
-    std::memcpy(halves.data(), &found, sizeof found);
+    std::memcpy(halves.data(), &marks, sizeof marks);
     return (halves[0] | halves[1]) != 0;
 }
 
 std::size_t skip_data(std::string_view text, std::size_t at) {
+    constexpr std::size_t size = sizeof(block);
+    constexpr std::size_t step = 4 * size;
+    const char* const begin = text.data();
     while (at < text.size()) {
-        if (at + sizeof(block) + 2 <= text.size() && !may_hold_directive(text.data() + at)) {
-            at += sizeof(block);
-            continue;
+        if (at + step + 2 <= text.size()) {
+            prefetch(text, at);
+            const char* const from = begin + at;
+            if (!is_any(mark_directives(from) | mark_directives(from + size) |
+                        mark_directives(from + 2 * size) | mark_directives(from + 3 * size))) {
+                at += step;
+                continue;
+            }
         }
-        const std::size_t end = std::min(at + sizeof(block), text.size());
+        const std::size_t end = std::min(at + size, text.size());
+        if (end + 2 <= text.size() && !is_any(mark_directives(begin + at))) {
+            at = end;
+        }
         for (; at < end; ++at) {
-            std::size_t begin = 0;
+            std::size_t line = 0;
             if (text[at] == '.' && at + 2 < text.size() && may_matter(text[at + 1], text[at + 2]) &&
-                is_first(text, at, begin)) {
-                return begin;
+                is_first(text, at, line)) {
+                return line;
             }
         }
     }
@@ -360,7 +375,8 @@ static bool read_common_line(data_reader& reader) {
     const char* at = begin;
     if (!is_digit(*at)) {
         const char* const last = reader.at + longest;
-        while (at != last && is_symbol_character(*at)) {
+        // "f-g" has one value, too; what begins with a sign may be a number.
+        while (at != last && (is_symbol_character(*at) || (*at == '-' && at != begin))) {
             ++at;
         }
         if (at == begin || at == last || *at != '\n') {
@@ -413,6 +429,7 @@ std::size_t read_data(assembly_file& assembly, std::size_t index, std::size_t at
     while (at < text.size() && bytes.size() < most_bytes) {
         data_reader reader{text.data() + at, text.data() + text.size(), text.data(), bytes,
                            contents.expressions};
+        prefetch(text, at);
         if (read_common_line(reader)) {
             at = static_cast<std::size_t>(reader.at - text.data());
             continue;

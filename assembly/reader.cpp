@@ -31,7 +31,7 @@ namespace {
 class special_places {
   public:
     special_places(std::string_view text, char parting)
-        : text_(text), marks_{std::string(1, parting), "/*", "=", ":"} {}
+        : text_(text), marks_{parting, '/', '=', ':'} {}
 
     // Looks for those that stand in the stretch from `from` to `to`; stretches follow each
     // other.
@@ -48,13 +48,13 @@ class special_places {
     }
     bool needs_parting() const { return at_[separator] < to_ || at_[comment] < to_; }
 
+    // How far it looks ahead. What is read next has then just come into the processor's
+    // cache. Further on there may be none of some, and debugging data, which need none.
+    static constexpr std::size_t far = std::size_t{1} << 14;
+
   private:
     enum mark : std::uint8_t { separator, comment, equals, colon };
     static constexpr std::size_t nowhere = std::string_view::npos;
-
-    // What is read next has then just come into the processor's cache. Far ahead there may
-    // be none of some, and debugging data, which need none.
-    static constexpr std::size_t far = std::size_t{1} << 14;
 
     void look(std::size_t from) {
         const bool is_further = to_ > horizon_;
@@ -65,14 +65,14 @@ class special_places {
         nearest_ = nowhere;
         for (std::size_t i = 0; i < marks_.size(); ++i) {
             if (at_[i] < from || (is_further && at_[i] == nowhere)) {
-                at_[i] = near.find(marks_[i], from);
+                at_[i] = i == comment ? near.find("/*", from) : near.find(marks_[i], from);
             }
             nearest_ = std::min(nearest_, at_[i]);
         }
     }
 
     std::string_view text_;
-    std::array<std::string, 4> marks_;
+    std::array<char, 4> marks_;
     std::array<std::size_t, 4> at_{};  // behind the stretch, or in it, or nowhere up to the horizon
     std::size_t horizon_ = 0;
     std::size_t nearest_ = 0;
@@ -89,6 +89,7 @@ struct text_reader {
     std::optional<assembly_error> error = {};
 
     std::uint32_t line_at = 0;
+    std::uint32_t line_end = 0;
     std::uint32_t next_line_at = 0;
     bool in_comment = false;            // a block comment that an earlier line began
     std::size_t macro_depth = 0;        // of .macro and .endm
@@ -241,7 +242,7 @@ static void code(text_reader& reader) {
         ++assembly.positions[position].code;
     }
     ++assembly.sections[at].instruction_count;
-    assembly.instructions.push_back({reader.line_at, position, at});
+    assembly.instructions.push_back({reader.line_at, reader.line_end, position, at});
     reader.pending_leads = false;
     reader.lead = none;
     reader.preamble = none;
@@ -755,6 +756,21 @@ static void read_macro_line(text_reader& reader, std::string_view line) {
     }
 }
 
+// Reads a line that tells how to unwind the stack in between a procedure's ends, which
+// nothing else depends on.
+static bool read_unwinding(text_reader& reader, std::string_view line) {
+    constexpr std::string_view unwinding = "\t.cfi_";
+    constexpr std::string_view first_letters = "dor";  // .cfi_def_cfa, .cfi_offset, .cfi_restore
+    if (line.size() <= unwinding.size() || !line.starts_with(unwinding) ||
+        first_letters.find(line[unwinding.size()]) == std::string_view::npos) {
+        return false;
+    }
+    reader.preamble = none;
+    reader.may_be_procedure = false;
+    trails(reader);
+    return true;
+}
+
 // Reads a line when it is of one of the kinds that most are, as compilers write them: an
 // instruction, a position, a local label alone. False, with nothing read, when it is not.
 static bool read_common_line(text_reader& reader, std::string_view line) {
@@ -771,7 +787,7 @@ static bool read_common_line(text_reader& reader, std::string_view line) {
             read_loc(reader, line.substr(loc.size()));
             return true;
         }
-        return false;
+        return read_unwinding(reader, line);
     }
     const std::string_view name = line.substr(0, line.size() - 1);
     if (line[0] != '.' || line.back() != ':' || reader.special.more_than_colon() ||
@@ -877,9 +893,11 @@ std::optional<assembly_error> read_assembly(std::string_view text, assembly_file
                 break;
             }
         }
+        prefetch(text, at + special_places::far);
         const std::size_t end = end_of_line(text, at);
         const std::size_t next = std::min(end + 1, text.size());
         reader.line_at = static_cast<std::uint32_t>(at);
+        reader.line_end = static_cast<std::uint32_t>(end);
         // Without a line end of its own, the last line must stay the last.
         reader.next_line_at = static_cast<std::uint32_t>(end < text.size() ? next : at);
         const bool has_return = end != at && text[end - 1] == '\r';

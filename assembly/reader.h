@@ -47,6 +47,7 @@ struct code_position {
 // A line of code. Its place is how many lines of code its section has before it.
 struct instruction {
     std::uint32_t at;        // start of the line
+    std::uint32_t end;       // where its newline is, or the text ends
     std::uint32_t position;  // index of the position that it has in the object, or none
     std::uint32_t section;
 };
@@ -125,6 +126,9 @@ struct assembly_file {
 
     std::string_view name_of(const label& it) const {
         return text.substr(it.name_at, it.name_size);
+    }
+    std::string_view line_of(const instruction& it) const {
+        return text.substr(it.at, it.end - it.at);
     }
 };
 

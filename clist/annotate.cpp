@@ -2,6 +2,7 @@
 #include "clist/annotate.h"
 
 #include <algorithm>
+#include <future>
 
 #include "assembly/line_information.h"
 #include "clist/messages.h"
@@ -39,7 +40,7 @@ bool annotation::read() {
         missing = "no line information; compile with -g";
     }
     labels_.emplace(code_);
-    debug_ = assembly::read_debug_info(code_, *labels_);
+    read_names();
     comment_ = options_.comment.empty() ? code_.language->comment : options_.comment;
     if (!debug_.compilation_directory.empty()) {
         code_.compilation_directory = debug_.compilation_directory;
@@ -60,6 +61,28 @@ bool annotation::read() {
         }
     }
     return true;
+}
+
+static bool shows_used_only(const listing_options& options) {
+    return options.form == listing_form::page ||
+           (options.form == listing_form::code && !options.all && !options.json);
+}
+
+// What is referred to and what the debugging data tell are found without each other, in a
+// large text at the same time.
+void annotation::read_names() {
+    constexpr std::size_t large = std::size_t{1} << 20;
+    std::future<std::unique_ptr<references>> used;
+    if (shows_used_only(options_)) {
+        // Where no thread is to be had, it is done when it is asked for.
+        used = std::async(input_.text.size() < large ? std::launch::deferred
+                                                     : std::launch::async | std::launch::deferred,
+                          [this] { return std::make_unique<references>(code_, *labels_); });
+    }
+    debug_ = assembly::read_debug_info(code_, *labels_);
+    if (used.valid()) {
+        used_ = used.get();
+    }
 }
 
 void annotation::collect_sources() {
@@ -117,8 +140,7 @@ origin annotation::origin_of(std::uint32_t instruction) const {
 }
 
 std::string_view annotation::text_of(std::uint32_t instruction) const {
-    std::string_view line = code_.text.substr(code_.instructions[instruction].at);
-    line = line.substr(0, line.find('\n'));
+    std::string_view line = code_.line_of(code_.instructions[instruction]);
     constexpr std::string_view blanks = " \t\r";
     line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
     return line.substr(0, line.find_last_not_of(blanks) + 1);

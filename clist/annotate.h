@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include "assembly/reader.h"
 #include "clist/listing.h"
 #include "clist/names.h"
+#include "clist/references.h"
 #include "clist/source_list.h"
 
 namespace clist {
@@ -55,6 +57,7 @@ class annotation {
     const assembly::assembly_file& code() const { return code_; }
     const assembly::debug_info& debug() const { return debug_; }
     const assembly::label_index& labels() const { return *labels_; }
+    references& used() const { return *used_; }  // where the form shows only what is
     source_list& sources() const { return sources_; }
     name_table& names() const { return names_; }
     // What starts a comment in the listing.
@@ -79,6 +82,7 @@ class annotation {
     std::string_view name_of(const assembly::function_code& function) const;
 
   private:
+    void read_names();
     void collect_sources();
 
     const listing_input& input_;
@@ -88,6 +92,7 @@ class annotation {
     assembly::assembly_file code_;
     assembly::debug_info debug_;
     std::optional<assembly::label_index> labels_;
+    std::unique_ptr<references> used_;
     std::string_view comment_;
     std::vector<std::uint32_t> source_of_file_;  // by file number
 };

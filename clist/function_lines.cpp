@@ -74,12 +74,13 @@ class lane {
 
 }  // namespace
 
-// The indices of the elements whose place, which ascends, lies within a function.
-static auto lane_within(const function_code& function, const auto& all, auto place_of) {
+// The indices of the elements that lie within a function: `offset_of` gives the offset of an
+// element, which ascends, `place_of` that of its line by the element's index.
+static auto lane_within(const function_code& function, const auto& all, auto offset_of,
+                        auto place_of) {
     const auto from = [&](std::uint32_t place) {
-        const auto found = std::partition_point(all.begin(), all.end(), [&](const auto& it) {
-            return place_of(static_cast<std::size_t>(&it - all.data())) < place;
-        });
+        const auto found = std::partition_point(
+            all.begin(), all.end(), [&](const auto& it) { return offset_of(it) < place; });
         return static_cast<std::size_t>(found - all.begin());
     };
     return lane(from(function.begin), from(function.end), place_of);
@@ -115,13 +116,15 @@ void read_function_lines(const annotation& model, const references& used,
     auto codes =
         lane(function.first_instruction, function.first_instruction + function.instruction_count,
              [&](std::size_t i) { return code.instructions[i].at; });
-    auto labels = lane_within(function, code.labels, [&](std::size_t i) {
-        return line_begin(code.text, code.labels[i].name_at);
-    });
-    auto data =
-        lane_within(function, code.data_lines, [&](std::size_t i) { return code.data_lines[i]; });
-    auto inlined = lane_within(function, code.inline_assembly,
-                               [&](std::size_t i) { return code.inline_assembly[i].begin; });
+    auto labels = lane_within(
+        function, code.labels, [](const assembly::label& it) { return it.name_at; },
+        [&](std::size_t i) { return line_begin(code.text, code.labels[i].name_at); });
+    auto data = lane_within(
+        function, code.data_lines, [](std::uint32_t at) { return at; },
+        [&](std::size_t i) { return code.data_lines[i]; });
+    auto inlined = lane_within(
+        function, code.inline_assembly, [](const text_range& it) { return it.begin; },
+        [&](std::size_t i) { return code.inline_assembly[i].begin; });
     lines.clear();
     bool is_led_to = false;  // a label that is shown was the last thing before
     while (true) {
@@ -130,6 +133,7 @@ void read_function_lines(const annotation& model, const references& used,
         if (at == nowhere) {
             return;
         }
+        assembly::prefetch(code.text, at);
         if (inlined.place() == at) {
             const text_range range = code.inline_assembly[inlined.take()];
             for (std::size_t line = range.begin; line < range.end;) {
@@ -222,7 +226,10 @@ void append_line(const annotation& model, const function_line& line, std::string
         text += model.names().readable(code.name_of(code.labels[line.index]));
         text += ':';
     } else {
-        model.names().append_operands(without_return(line_at(code.text, line.at)), text);
+        const std::string_view whole = line.kind == line_kind::code
+                                           ? code.line_of(code.instructions[line.index])
+                                           : line_at(code.text, line.at);
+        model.names().append_operands(without_return(whole), text);
     }
 }
 

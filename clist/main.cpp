@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <deque>
@@ -20,6 +21,7 @@
 #include "clist/compile.h"
 #include "clist/launcher.h"
 #include "clist/listing.h"
+#include "clist/memory.h"
 #include "clist/messages.h"
 #include "clist/options.h"
 #include "clist/output.h"
@@ -79,6 +81,11 @@ static int write(inputs& from, const listing_options& options, const std::string
     if (!name.empty() && stat(name.c_str(), &old) == 0) {
         from.keep(old);
     }
+    std::size_t size = 0;
+    for (const listing_input& it : from.all) {
+        size += it.text.size();
+    }
+    expect_text(size);
     listing whole(from.all, options);
     if (!whole.read()) {
         return exit_failure;

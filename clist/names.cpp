@@ -60,13 +60,20 @@ std::string name_table::plain(std::string_view symbol) {
     return text.empty() ? std::string(symbol) : text;
 }
 
-void name_table::append_operands(std::string_view text, std::string& line) {
-    if (is_mangled_) {
-        line += text;
-        return;
+// Of the two letters the second is by far the rarer one.
+std::size_t name_table::find_mangled(std::string_view text, std::size_t from) {
+    for (std::size_t at = text.find('Z', from + 1); at != std::string_view::npos;
+         at = text.find('Z', at + 1)) {
+        if (text[at - 1] == '_') {
+            return at - 1;
+        }
     }
+    return std::string_view::npos;
+}
+
+void name_table::append_readable(std::string_view text, std::size_t first, std::string& line) {
     std::size_t copied = 0;
-    for (std::size_t at = text.find("_Z"); at != std::string_view::npos; at = text.find("_Z", at)) {
+    for (std::size_t at = first; at != std::string_view::npos; at = find_mangled(text, at)) {
         std::size_t begin = at;
         while (begin > copied && assembly::is_symbol_character(text[begin - 1]) &&
                text[begin - 1] != '$') {

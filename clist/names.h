@@ -1,6 +1,7 @@
 // Symbols as people read them: demangled, alone and within operands.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -20,9 +21,19 @@ class name_table {
     static std::string plain(std::string_view symbol);
 
     // Adds the text of an assembly line to `line` with the symbols in it demangled.
-    void append_operands(std::string_view text, std::string& line);
+    void append_operands(std::string_view text, std::string& line) {
+        const std::size_t first = is_mangled_ ? std::string_view::npos : find_mangled(text, 0);
+        if (first == std::string_view::npos) {
+            line += text;
+        } else {
+            append_readable(text, first, line);
+        }
+    }
 
   private:
+    static std::size_t find_mangled(std::string_view text, std::size_t from);
+    void append_readable(std::string_view text, std::size_t first, std::string& line);
+
     bool is_mangled_;
     std::unordered_map<std::string_view, std::string> known_;  // those that are mangled
 };

@@ -13,46 +13,52 @@ using assembly::function_code;
 using assembly::label;
 using assembly::text_range;
 
-// Calls `visit` with the index of each label that a stretch of assembly refers to.
-static void for_each_index(const annotation& model, std::string_view text, const auto& visit) {
-    for_each_label(model.labels(), text, [&](const label& it) {
-        visit(static_cast<std::uint32_t>(&it - model.code().labels.data()));
+// What a line of data has but for the directive that it begins with.
+static std::string_view behind_directive(std::string_view line) {
+    std::string_view rest = line;
+    const bool is_directive = line.starts_with('.') && !assembly::take_symbol(rest).empty();
+    return is_directive && !rest.starts_with(':') ? rest : line;
+}
+
+void references::visit(std::string_view text, const auto& use) const {
+    for_each_label(labels_, text, [&](const label& it) {
+        use(static_cast<std::uint32_t>(&it - code_.labels.data()));
     });
 }
 
 // Strings refer to nothing.
-static void for_each_index(const annotation& model, const text_range& range, const auto& visit) {
+void references::visit_data(const text_range& range, const auto& use) const {
     for (std::size_t at = range.begin; at < range.end;) {
-        const std::string_view line = line_at(model.code().text, at);
+        const std::string_view line = line_at(code_.text, at);
         at += line.size() + 1;
         std::string_view operands = line;
         assembly::skip_blanks(operands);
         if (!operands.starts_with(".string") && !operands.starts_with(".asci")) {
-            for_each_index(model, line, visit);
+            visit(behind_directive(operands), use);
         }
     }
 }
 
-static void read_function(const annotation& model, const function_code& function,
-                          const auto& visit) {
-    const assembly::assembly_file& code = model.code();
-    const auto first = code.instructions.begin() + function.first_instruction;
+void references::visit_function(const function_code& function, const auto& use) const {
+    const auto first = code_.instructions.begin() + function.first_instruction;
     for (auto it = first; it != first + function.instruction_count; ++it) {
-        for_each_index(model, operands_of(line_at(code.text, it->at)), visit);
+        assembly::prefetch(code_.text, it->at);
+        if (may_have_names(code_.text, it->at, it->end)) {
+            visit(operands_of(code_.line_of(*it)), use);
+        }
     }
-    auto data = std::lower_bound(code.data_lines.begin(), code.data_lines.end(), function.begin);
-    for (; data != code.data_lines.end() && *data < function.end; ++data) {
-        for_each_index(model, line_at(code.text, *data), visit);
+    auto data = std::lower_bound(code_.data_lines.begin(), code_.data_lines.end(), function.begin);
+    for (; data != code_.data_lines.end() && *data < function.end; ++data) {
+        visit(line_at(code_.text, *data), use);
     }
 }
 
 bool references::is_data(std::uint32_t index) const {
-    const assembly::assembly_file& code = model_.code();
-    return code.sections[code.labels[index].section].kind == assembly::section_kind::data;
+    return code_.sections[code_.labels[index].section].kind == assembly::section_kind::data;
 }
 
-references::references(const annotation& model)
-    : model_(model), is_used_(model.code().labels.size()), is_taken_(model.code().labels.size()) {
+references::references(const assembly::assembly_file& code, const assembly::label_index& labels)
+    : code_(code), labels_(labels), is_used_(code.labels.size()), is_taken_(code.labels.size()) {
     std::vector<std::uint32_t> data;
     const auto use = [&](std::uint32_t found) {
         if (!is_used_[found] && is_data(found)) {
@@ -60,9 +66,9 @@ references::references(const annotation& model)
         }
         is_used_[found] = true;
     };
-    for (const function_code& it : model.code().functions) {
+    for (const function_code& it : code.functions) {
         data_begin_.push_back(static_cast<std::uint32_t>(data_.size()));
-        read_function(model, it, [&](std::uint32_t found) {
+        visit_function(it, [&](std::uint32_t found) {
             if (is_data(found)) {
                 data_.push_back(found);
             }
@@ -74,7 +80,7 @@ references::references(const annotation& model)
     for (std::size_t i = 0; i < data.size(); ++i) {
         stretch& it = stretches_[data[i]];
         it.extent = find_extent(data[i]);
-        for_each_index(model, it.extent, [&](std::uint32_t found) {
+        visit_data(it.extent, [&](std::uint32_t found) {
             if (is_data(found)) {
                 it.data.push_back(found);
             }
@@ -93,7 +99,7 @@ std::vector<std::uint32_t> references::take_data_of(std::uint32_t function) {
     };
     std::for_each(data_.begin() + data_begin_[function], data_.begin() + data_begin_[function + 1],
                   take);
-    const std::vector<label>& labels = model_.code().labels;
+    const std::vector<label>& labels = code_.labels;
     for (std::size_t i = 0; i < data.size(); ++i) {
         const stretch& it = stretches_.at(data[i]);
         // Other labels of the same lines need not be shown again.
@@ -136,16 +142,15 @@ data_line read_data_line(std::string_view line) {
 text_range references::find_extent(std::uint32_t index) const {
     // More labels than this for one place are nobody's.
     constexpr int most_names = 16;
-    const assembly::assembly_file& code = model_.code();
-    const std::size_t before = code.text.rfind('\n', code.labels[index].name_at);
+    const std::size_t before = code_.text.rfind('\n', code_.labels[index].name_at);
     const auto begin =
         static_cast<std::uint32_t>(before == std::string_view::npos ? 0 : before + 1);
     text_range range{begin, begin};
     bool is_anchor = false;  // it stands for all data behind it, up to the next of its kind
     bool has_data = false;
     int names = 0;
-    for (std::size_t at = begin; at < code.text.size();) {
-        const std::string_view line = line_at(code.text, static_cast<std::uint32_t>(at));
+    for (std::size_t at = begin; at < code_.text.size();) {
+        const std::string_view line = line_at(code_.text, static_cast<std::uint32_t>(at));
         const data_line it = read_data_line(line);
         is_anchor = is_anchor || (at == begin && it.is_anchor);
         const bool is_next = it.has_label && at != begin &&
@@ -153,7 +158,7 @@ text_range references::find_extent(std::uint32_t index) const {
         if (it.is_foreign || is_next) {
             break;
         }
-        at = std::min(at + line.size() + 1, code.text.size());
+        at = std::min(at + line.size() + 1, code_.text.size());
         has_data = has_data || it.has_data;
         if (it.has_label || it.has_data) {
             range.end = static_cast<std::uint32_t>(at);

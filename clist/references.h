@@ -7,7 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "clist/annotate.h"
+#include "assembly/label_index.h"
+#include "assembly/reader.h"
 
 namespace clist {
 
@@ -22,7 +23,8 @@ data_line read_data_line(std::string_view line);
 
 class references {
   public:
-    explicit references(const annotation& model);
+    // Both must outlive it.
+    references(const assembly::assembly_file& code, const assembly::label_index& labels);
 
     bool is_used(std::uint32_t label) const { return is_used_[label]; }
 
@@ -43,10 +45,16 @@ class references {
         std::vector<std::uint32_t> data;  // other ones that they refer to
     };
 
+    // Call `use` with the index of each label that is named.
+    void visit(std::string_view text, const auto& use) const;
+    void visit_data(const assembly::text_range& range, const auto& use) const;
+    void visit_function(const assembly::function_code& function, const auto& use) const;
+
     bool is_data(std::uint32_t label) const;
     assembly::text_range find_extent(std::uint32_t label) const;
 
-    const annotation& model_;
+    const assembly::assembly_file& code_;
+    const assembly::label_index& labels_;
     std::vector<bool> is_used_;                             // by index of a label
     std::vector<bool> is_taken_;                            // the same, of data
     std::unordered_map<std::uint32_t, stretch> stretches_;  // by label: data that code leads to

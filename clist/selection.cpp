@@ -311,8 +311,7 @@ static void add_called(const std::deque<annotation>& models, const function_labe
         if (!shown.has_line(from.model, instruction)) {
             continue;
         }
-        const std::string_view line =
-            line_at(model.code().text, model.code().instructions[instruction].at);
+        const std::string_view line = model.code().line_of(model.code().instructions[instruction]);
         for_each_label(model.labels(), operands_of(line), [&](const assembly::label& it) {
             const auto index = static_cast<std::size_t>(&it - model.code().labels.data());
             if (const std::uint32_t called = by_label[from.model][index]; called != none) {

@@ -7,6 +7,10 @@
 #include <cstring>
 #include <utility>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 #include "assembly/operand.h"
 #include "clist/messages.h"
 
@@ -107,29 +111,50 @@ std::string_view source_list::text(std::uint32_t index) {
     return file.found.file ? file.found.file->text() : std::string_view();
 }
 
-// Where each line begins, and behind the last one where that ends. Eight characters at once:
-// large sources have very many lines.
+// A bit for each of 16 characters that is a newline, the first one lowest.
+static std::uint64_t newlines_among(const char* characters) {
+#ifdef __SSE2__
+    __m128i some;
+    std::memcpy(&some, characters, sizeof some);
+    const int bits = _mm_movemask_epi8(_mm_cmpeq_epi8(some, _mm_set1_epi8('\n')));
+    return static_cast<unsigned>(bits);
+#else
+    std::uint64_t bits = 0;
+    for (unsigned i = 0; i < 16; ++i) {
+        bits |= std::uint64_t{characters[i] == '\n'} << i;
+    }
+    return bits;
+#endif
+}
+
+// Where each line begins, and behind the last one where that ends. Large sources have very
+// many lines, and how many of the next 64 characters end one is nothing that the processor
+// foresees: room for a few is always filled.
 static std::vector<std::uint32_t> find_line_starts(std::string_view text) {
-    constexpr std::size_t step = sizeof(std::uint64_t);
-    constexpr std::uint64_t each = 0x0101010101010101;
+    constexpr std::size_t step = 64;
+    constexpr std::size_t few = 4;
     constexpr std::size_t about = 32;  // characters in a line
-    std::vector<std::uint32_t> starts;
-    starts.reserve(text.size() / about);
-    starts.push_back(0);
+    std::vector<std::uint32_t> starts(text.size() / about + step + 1);
+    std::size_t count = 1;
     std::size_t at = 0;
     for (; at + step <= text.size(); at += step) {
-        std::uint64_t characters = 0;
-        std::memcpy(&characters, text.data() + at, step);
-        if constexpr (std::endian::native == std::endian::big) {
-            characters = __builtin_bswap64(characters);
+        const char* const from = text.data() + at;
+        assembly::prefetch(text, at);
+        std::uint64_t newlines = newlines_among(from) | newlines_among(from + 16) << 16 |
+                                 newlines_among(from + 32) << 32 | newlines_among(from + 48) << 48;
+        const auto found = static_cast<std::size_t>(std::popcount(newlines));
+        if (starts.size() - count < step) {
+            starts.resize(starts.size() + starts.size() / 2);
         }
-        const std::uint64_t other = characters ^ each * '\n';  // 0 where there is a newline
-        std::uint64_t newlines = ~(((other & each * 0x7f) + each * 0x7f) | other | each * 0x7f);
-        for (; newlines != 0; newlines &= newlines - 1) {
-            const auto place = static_cast<unsigned>(std::countr_zero(newlines)) / 8;
-            starts.push_back(static_cast<std::uint32_t>(at + place + 1));
+        std::uint32_t* const next = &starts[count];
+        count += found;
+        for (std::size_t i = 0; i < few || i < found; ++i) {
+            next[i] = static_cast<std::uint32_t>(at + 1) +
+                      static_cast<std::uint32_t>(std::countr_zero(newlines));
+            newlines &= newlines - 1;
         }
     }
+    starts.resize(count);
     for (; at < text.size(); ++at) {
         if (text[at] == '\n') {
             starts.push_back(static_cast<std::uint32_t>(at + 1));

@@ -20,7 +20,7 @@ struct model_writer {
     const annotation& model;
     const form_input& from;
     std::size_t index;
-    references used;
+    references& used;
     comment_lines comments;
     std::vector<function_line> lines = {};
     bool& has_all;  // false once something is missing, which was said
@@ -29,7 +29,7 @@ struct model_writer {
         : model(input.models[at]),
           from(input),
           index(at),
-          used(model),
+          used(model.used()),
           comments(model, input.options),
           has_all(is_whole) {}
 };

@@ -145,6 +145,35 @@ TEST(DebugData, EndsWhereTheSectionDoes) {
     }
 }
 
+// Wherever in the text it stands, and whatever stands before it.
+TEST(DebugData, ThatIsNotReadEndsAtEveryDirectiveThatMatters) {
+    const char* const rows[] = {
+        "\t.section\t.text",
+        "\t.text",
+        "\t.text 1",
+        "\t.subsection 1\n.text",
+        "\t.data\n.text",
+        "\t.bss\n.text",
+        "\t.rdata\n.text",
+        "\t.sdata\n.text",
+        "\t.sbss\n.text",
+        "\t.cstring\n.text",
+        "\t.const\n.text",
+        "\t.previous",
+        "\t.pushsection .text",
+        "\t.file 7 \"a.c\"\n.text",
+    };
+    for (const char* row : rows) {
+        for (std::size_t letters = 0; letters < 140; ++letters) {
+            const std::string text = "\t.section .debug_loclists\n\t.quad\t.L" +
+                                     std::string(letters, 'x') + "\n" + row + "\n\tnop\n";
+            const assembly_file assembly = read(text);
+            ASSERT_EQ(assembly.instructions.size(), 1U) << row << " " << letters;
+            ASSERT_EQ(assembly.files.count(7), std::string(row).find("file") != std::string::npos);
+        }
+    }
+}
+
 TEST(DebugData, ReturnsToASectionThatWasLeft) {
     const assembly_file assembly = read(
         "\t.section .debug_info\n\t.byte 1\n\t.section .debug_abbrev\n\t.byte 2\n"

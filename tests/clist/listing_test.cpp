@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -192,6 +195,81 @@ TEST(CodeListing, KeepsWhatIsCodeAndWhatCodeRefersTo) {
               "# no line\n"
               "\tcall\tf\n"
               "\tleaq\t.LC0(%rip), %rdi\n");
+}
+
+// A label is shown where an operand names it, however long the line and wherever in it.
+TEST(CodeListing, ShowsTheLabelsThatOperandsName) {
+    const struct {
+        const char* word;
+        const char* before;
+        const char* behind;
+        bool is_named;
+    } rows[] = {
+        {"jmp", "", "", true},
+        {"jmp", "*", "(,%rax,8)", true},
+        {"movl", "$", ", %eax", true},
+        {"leaq", "-8+", "(%rip), %rax", true},
+        {"movq", "%fs:", "@tpoff, %rax", true},
+        {"lock addl", "$1, ", "(%rip)", true},
+        {"movl", "%eax, (%rbx,%rcx,8), ", "", true},
+        {"add", "x0, x0, :lo12:", "", true},
+        {"ldr", "w0, [x1,#", "]", true},
+        {"call", "\"", "\"", true},
+        {"b.eq", "", "", true},
+        {"movl", "%", ", %eax", false},
+        {"movl", "$1", ", %eax", false},
+        {"jmp", "x", "", false},
+        {"jmp", "", "x", false},
+        {"movl", "%ebx", ", %eax", false},
+    };
+    for (const auto& row : rows) {
+        for (std::size_t blanks = 0; blanks < 40; ++blanks) {
+            std::string line = "\t";
+            line.append(row.word).append("\t").append(blanks, ' ');
+            line.append(row.before).append(".L7").append(row.behind).append("\n");
+            EXPECT_EQ(list({{"t.s", function("f", line + ".L7:\n\tret\n")}}, quiet).text,
+                      "f:\n# no line\n" + line + (row.is_named ? ".L7:\n" : "") + "\tret\n");
+        }
+    }
+}
+
+// What a large text has is looked through in several pieces and at the same time.
+TEST(CodeListing, OfALargeTextHasAllThatASmallOneHas) {
+    std::string text;
+    std::string expected;
+    for (unsigned i = 0; text.size() < (std::size_t{3} << 19); ++i) {
+        const std::string number = std::to_string(i);
+        text += "\t.section\t.rodata\n.LC" + number + ":\n\t.string\t\"" + number + "\"\n";
+        text += function("f" + number, "\tmovl\t$.LC" + number + ", %edi\n\tjne\t.L" + number +
+                                           "\n.LVL" + number + ":\n\tnop\n.L" + number +
+                                           ":\n\tjmp\tputs\n");
+        expected += (i == 0 ? "f" : "\nf") + number + ":\n# no line\n\tmovl\t$.LC" + number +
+                    ", %edi\n\tjne\t.L" + number + "\n\tnop\n.L" + number + ":\n\tjmp\tputs\n.LC" +
+                    number + ":\n\t.string\t\"" + number + "\"\n";
+    }
+    EXPECT_EQ(list({{"t.s", text}}, quiet).text, expected);
+}
+
+// Sources have lines of any length, many of them empty.
+TEST(CodeListing, ShowsTheLinesOfLargeSources) {
+    std::string source;
+    std::string body;
+    std::string expected = "f:\n";
+    for (unsigned i = 1; i <= 3000; ++i) {
+        const std::string line(i % 50 < 20 ? 0 : i * 7 % 150, static_cast<char>('a' + i % 26));
+        const std::string end = i % 3 == 0 ? "\r\n" : "\n";
+        source += line + (i == 3000 ? "" : end);
+        body += "\t.loc 1 " + std::to_string(i) + "\n\tnop\n";
+        expected += "# lines.c:" + std::to_string(i) + " | " + line + "\n\tnop\n";
+    }
+    const std::string folder = testing::TempDir();
+    std::ofstream(folder + "/lines.c") << source;
+    EXPECT_EQ(code("\t.file 1 \"/src/lines.c\"\n" + function("f", body),
+                   [&](listing_options& options) {
+                       options.source_map = {{"/src", folder}};
+                   }),
+              expected);
+    std::filesystem::remove(folder + "/lines.c");
 }
 
 TEST(CodeListing, DataLeadToFurtherData) {

@@ -21,7 +21,7 @@ class row_maker {
         : from_(from),
           index_(index),
           model_(from.models[index]),
-          used_(model_),
+          used_(model_.used()),
           made_{.rows = {},
                 .functions = {},
                 .tails = {},
@@ -45,7 +45,7 @@ class row_maker {
     const form_input& from_;
     std::size_t index_;
     const annotation& model_;
-    references used_;
+    references& used_;
     unit_rows made_;
     std::vector<function_line> lines_;
 };
