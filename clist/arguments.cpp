@@ -488,8 +488,10 @@ std::vector<std::string> system_folders(const arguments& given, std::size_t sour
             folders.push_back(part.empty() ? "." : part);
         }
     }
+    // Empty where there is no folder any more that it starts from.
     const auto whole = [](const std::string& name) {
-        return fs::absolute(name).lexically_normal();
+        std::error_code failure;
+        return fs::absolute(name, failure).lexically_normal();
     };
     const fs::path file = whole(given.all[source].option);
     std::erase_if(folders, [&](const std::string& folder) {

@@ -173,8 +173,8 @@ static int refuse_without_source(const arguments& command) {
         }
         return exit_usage;
     }
-    say("nothing to list: there is no C or C++ source to compile; whole builds are for --launcher "
-        "and -p");
+    say("nothing to list: there is no C or C++ source to compile; for a whole build there are "
+        "--launcher and -p");
     return exit_usage;
 }
 

@@ -357,8 +357,7 @@ int list_project(const options& given) {
     std::string error;
     const std::optional<std::string> text = read_whole(file, error);
     if (!text) {
-        const bool is_missing =
-            !fs::exists(file, failure) && fs::exists(file.parent_path(), failure);
+        const bool is_missing = file.string() != given.build_dir && !fs::exists(file, failure);
         say(file.string() + ": " + error +
             (is_missing ? "; CMake writes it with -DCMAKE_EXPORT_COMPILE_COMMANDS=ON" : ""));
         return exit_failure;

@@ -319,8 +319,8 @@ TEST(Clist, WhatMakesNoCodeIsWrongUsage) {
         const Finished run = clist(words, in(folder));
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(run.err,
-                  "clist: nothing to list: there is no C or C++ source to compile; whole builds "
-                  "are for --launcher and -p\n");
+                  "clist: nothing to list: there is no C or C++ source to compile; for a whole "
+                  "build there are --launcher and -p\n");
     }
 }
 
@@ -505,6 +505,19 @@ TEST(Clist, TellsMakeWhatAListingDependsOn) {
     EXPECT_TRUE(shows(rule, "\\\n  " + folder.path() + "/a\\ b.h")) << rule;
     EXPECT_FALSE(folder.has("sub/real.d"));
     EXPECT_FALSE(folder.has("sub/prog.o"));
+}
+
+TEST(Clist, NeedsNoFolderToRunIn) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    fs::create_directory(folder / "gone");
+    RunOptions options = in(folder);
+    options.directory = folder / "gone";
+    options.set["C_INCLUDE_PATH"] = "include:/include";
+    options.before_start = [&] { fs::remove(folder / "gone"); };
+    const Finished run = clist({"cc", "-O2", "-c", folder / "prog.c"}, options);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_TRUE(shows(run.out, line_of_source)) << run.out;
 }
 
 // Without --depfile warnings pass; with it they are the real compile's to give.

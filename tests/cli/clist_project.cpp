@@ -253,6 +253,9 @@ TEST(ClistProject, ABrokenDatabaseIsReportedWithItsPlace) {
     fs::remove_all(project.folder / "build");
     EXPECT_EQ(project.list().status, 1);
     EXPECT_EQ(project.list().err, "clist: build: No such file or directory\n");
+    const string none = project.folder / "none";
+    EXPECT_EQ(run_program({CLIST, "-p", none}).err,
+              "clist: " + none + ": No such file or directory\n");
 }
 
 TEST(ClistProject, ListingsNeedAFolder) {
