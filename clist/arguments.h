@@ -83,7 +83,7 @@ bool is_clang(const std::string& compiler);
 
 // The folders that the compiler takes for a system's when it compiles a source: by options, and
 // by the variables of the environment for the source's language. Those that hold the source
-// itself are left out: it is no system's.
+// itself are left out: it is no system's. First as given, then by their real names.
 std::vector<std::string> system_folders(const arguments& given, std::size_t source);
 
 }  // namespace clist

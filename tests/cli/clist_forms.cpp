@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -228,6 +229,31 @@ TEST(ClistForms, OwnSourcesAreThoseThatTheCompilerTakesForNoSystems) {
                           string::npos)
                     << listing;
             }
+        }
+    }
+}
+
+// A folder by any name that leads there: compilers record some by another.
+TEST(ClistForms, FoldersOfTheSystemAreKnownByAnyName) {
+    const ScratchFolder folder;
+    folder.write("a/src/prog.c",
+                 "#include <part.h>\nint whole(int n)\n{\n    return part(n) + 1;\n}\n");
+    folder.write("vendor/part.h", "static inline int part(int n)\n{\n    return 77 * n;\n}\n");
+    std::filesystem::create_directory_symlink("vendor", folder / "link");
+    RunOptions options = in(folder);
+    options.directory = folder / "a";
+    for (const string compiler : {"gcc", "clang"}) {
+        if (run_program({"sh", "-c", "command -v " + compiler}).status != 0) {
+            continue;
+        }
+        for (const string& name :
+             {string("../vendor"), string("./../vendor/"), string("src/../../vendor"),
+              folder / "vendor", folder / "a/../vendor", folder / "link", string("../link")}) {
+            const string listing = output_of(
+                {CLIST, "--sources", "own", compiler, "-O2", "-isystem", name, "-c", "src/prog.c"},
+                options);
+            EXPECT_EQ(listing.find("part.h"), string::npos) << compiler << " " << name;
+            EXPECT_NE(listing.find("# prog.c:4 |     return part(n) + 1;\n"), string::npos);
         }
     }
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "tests/clist/words.h"
 #include "tests/harness/program.h"
@@ -124,8 +125,9 @@ TEST(Arguments, FoldersAreTheSystemsByOptionsAndByTheEnvironment) {
         setenv(name, (string("/") + name + ":rel:").c_str(), 1);
     }
     setenv("CPATH", "/cpath", 1);
-    const string c = "/C_INCLUDE_PATH rel .";
-    const string cpp = "/CPLUS_INCLUDE_PATH rel .";
+    const string here = string(" ").append(std::filesystem::current_path());
+    const string c = "/C_INCLUDE_PATH rel ." + here;
+    const string cpp = "/CPLUS_INCLUDE_PATH rel ." + here;
     struct {
         string line;
         string folders;
@@ -137,8 +139,8 @@ TEST(Arguments, FoldersAreTheSystemsByOptionsAndByTheEnvironment) {
          "/r a b c " + c},
         {"g++ -c /x.cc", cpp},
         {"gcc -x c++ -c /x.c", cpp},
-        {"gcc -c /x.m", "/OBJC_INCLUDE_PATH rel ."},
-        {"gcc -c /x.mm", "/OBJCPLUS_INCLUDE_PATH rel ."},
+        {"gcc -c /x.m", "/OBJC_INCLUDE_PATH rel ." + here},
+        {"gcc -c /x.mm", "/OBJCPLUS_INCLUDE_PATH rel ." + here},
         {"gcc -c /x.i", ""},
         // The source's own folder, and those around it.
         {"gcc -isystem /a/b -isystem /a/b/ -isystem /a -isystem /a/c -isystem / -c /a/b/x.cc",
