@@ -64,9 +64,13 @@ async function start(): Promise<void> {
         }
     };
     // Where a place is shown that only another page has; null for one of this page.
-    const pageOfLine = (file: SourceFile, line: number): string | null => {
-        const page = project.pageOf(file.unitsWith(line)[0] ?? file.units[0]?.unit ?? 0);
-        return page === null ? null : encodeURI(page) + addressOfLine(file, line);
+    const pageOfLine = (
+        file: SourceFile,
+        line: number,
+        unit = file.unitOf(line),
+    ): string | null => {
+        const page = project.pageOf(unit);
+        return page === null ? null : encodeURI(page) + addressOfLine(project, file, line);
     };
     const pageOfRow = (f: CodeFunction, row: number): string | null => {
         const page = project.pageOf(f.unit);
@@ -142,7 +146,8 @@ async function start(): Promise<void> {
             const write = (): void => {
                 const f = place.side === "code" ? reader.functionAt(place.unit, place.row) : null;
                 if (place.side === "source") {
-                    setAddress(addressOfLine(place.file, place.line), far);
+                    const unit = reader.code.unit?.number;
+                    setAddress(addressOfLine(project, place.file, place.line, unit), far);
                 } else if (f) {
                     setAddress(addressOfRow(project, f, place.row), far);
                 }
@@ -169,7 +174,7 @@ async function start(): Promise<void> {
             target === null || target === "overview"
                 ? null
                 : "file" in target
-                  ? pageOfLine(target.file, target.line)
+                  ? pageOfLine(target.file, target.line, target.unit)
                   : "inlined" in target
                     ? pageOfInlined(target.inlined)
                     : pageOfRow(target.function, target.row);
@@ -179,7 +184,7 @@ async function start(): Promise<void> {
             show("overview");
         } else if (target && "file" in target) {
             show("reader");
-            await reader.showLine(target.file, target.line, false);
+            await reader.showLine(target.file, target.line, false, target.unit);
         } else if (target && "inlined" in target) {
             show("reader");
             await reader.showInlined(target.inlined, false);
@@ -449,14 +454,14 @@ function unitSelect(project: Project): HTMLSelectElement {
     return h(
         "select",
         { "aria-label": "Unit" },
-        ...project.heads.map((head, i) => h("option", { value: i }, visible(head.name))),
+        ...project.unitLabels.map((label, i) => h("option", { value: i }, visible(label))),
     );
 }
 
 function describeFile(file: SourceFile): (Node | string)[] {
     return [
         h("bdi", { class: "name", "data-tip": visible(file.path) }, visible(file.name)),
-        h("span", { class: "muted" }, count(file.instructions, "instruction")),
+        h("span", { class: "muted" }, count(file.instructions, "instruction") + file.ofAll),
         file.missing ? h("span", { class: "warning" }, "source not found") : "",
     ];
 }

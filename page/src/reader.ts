@@ -159,11 +159,10 @@ export class Reader {
     }
 
     // Shows a line of a source, and the first of its code where it has some.
-    async showLine(file: SourceFile, line: number, far = true): Promise<void> {
-        const { unit } = this.code;
-        if (!unit || file.numberIn(unit.number) < 0) {
-            await this.showUnit(file.unitsWith(line)[0] ?? file.units[0]?.unit ?? 0);
-        }
+    // Without a unit, the one that is shown already if it has the file.
+    async showLine(file: SourceFile, line: number, far = true, unit?: number): Promise<void> {
+        const shown = this.code.unit?.number ?? -1;
+        await this.showUnit(unit ?? (file.numberIn(shown) >= 0 ? shown : file.unitOf(line)));
         await this.showFile(file);
         this.source.goTo(line);
         const link = this.linkOfSource(line);

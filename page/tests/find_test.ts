@@ -377,6 +377,49 @@ test("Back returns from a jump", () =>
         await eventually(() => marked(source(page), "linked"), ["int line_3(void);"]);
     }));
 
+test("one source compiled two ways is two units, told apart by name, label and address", () => {
+    const [first, second] = ["-O1", "-O3"].map((level) => ({
+        ...other,
+        command: ["gcc", level, "-c", "other.c"],
+    }));
+    return withPage(
+        pageOf(first, second),
+        async (page) => {
+            const unit = page.getByRole("combobox", { name: "Unit" });
+            assert.deepEqual(await unit.locator("option").allInnerTexts(), [
+                "other.c: -O1",
+                "other.c (2): -O3",
+            ]);
+            assert.equal(await unit.inputValue(), "1");
+            await line(code(page), "cmpl").click();
+            await eventually(() => hashOf(page), "#other.c%20(2):limit+1");
+            // Lines, too, of the source itself and of its header.
+            await line(source(page), "return x < 100").click();
+            await eventually(() => hashOf(page), "#other.c%20(2):clamp.h:4");
+            await page.reload();
+            await ready(page);
+            assert.equal(await unit.inputValue(), "1");
+            await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
+            for (const [hash, value] of [
+                ["#other.c:3", "0"],
+                ["#other.c (2):other.c:3", "1"],
+                ["#other.c:limit", "0"],
+                ["#other.c (2):limit", "1"],
+                ["#clamp.h:4", "0"],
+            ]) {
+                await page.evaluate((to) => (location.hash = to), hash);
+                await eventually(() => unit.inputValue(), value, hash);
+            }
+            await page.keyboard.press("o");
+            const column = page
+                .getByRole("group", { name: "Functions", exact: true })
+                .locator("tbody td:nth-child(5)");
+            assert.deepEqual(await column.allInnerTexts(), ["other.c: -O1", "other.c (2): -O3"]);
+        },
+        { hash: "#other.c%20(2):limit" },
+    );
+});
+
 test("a function that several units have is told apart in the address", () => {
     const first = { ...other, name: "a.c" };
     const second = { ...other, name: "b.c" };

@@ -450,16 +450,50 @@ test("in a project the heat counts all units, and places go on in the next one",
             const place = page.locator(".place-number");
             assert.equal(await unit.inputValue(), "0");
             await eventually(() => place.innerText(), "1 of 2");
+            // Which of the two each number counts is said.
+            assert.match(
+                await status(page),
+                /clamp\.h:4 3 instructions in 2 places in this unit, 4 in all /,
+            );
+            await source(page).getByText("4 instructions in all units").waitFor();
+            await source(page).locator("[data-instructions]").hover();
+            await eventually(() => page.locator("#tip").innerText(), "4 instructions in all units");
             await page.keyboard.press("n");
             await eventually(() => place.innerText(), "2 of 2");
             await page.keyboard.press("n");
             await eventually(() => unit.inputValue(), "1");
             await eventually(() => marked(code(page), "linked").then((rows) => rows.length), 1);
+            assert.match(
+                await status(page),
+                /clamp\.h:4 1 instruction in 1 place in this unit, 4 in all /,
+            );
+            await line(source(page), "static inline").hover();
+            await eventually(
+                async () => /clamp\.h:3 has no code here$/.test(await status(page)),
+                true,
+            );
             await page.keyboard.press("n");
             await eventually(() => unit.inputValue(), "0");
         },
         { hash: "#clamp.h:4" },
     ));
+
+test("a line whose code is all in other units says so", () => {
+    const unit = structuredClone(other);
+    unit.functions[0].rows[0][1][2] = 3;
+    return withPage(
+        pageOf(sum, unit),
+        async (page) => {
+            await line(code(page), "cmpl").click();
+            await line(source(page), "return x < 100").hover();
+            await eventually(
+                async () => /clamp\.h:4 has no code in this unit, 3 instructions in others$/.test(await status(page)), // prettier-ignore
+                true,
+            );
+        },
+        { hash: "#limit" },
+    );
+});
 
 test("a call site that nobody knows is said to be unknown; the others still lead on", () => {
     const unit = structuredClone(sum);

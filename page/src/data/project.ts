@@ -52,6 +52,16 @@ export class SourceFile {
             .sort((a, b) => a - b);
     }
 
+    // The unit to show a line with, where none is asked for.
+    unitOf(line: number): number {
+        return this.unitsWith(line)[0] ?? this.units[0]?.unit ?? 0;
+    }
+
+    // What counts of its lines are of, where that is not plain.
+    get ofAll(): string {
+        return this.units.length > 1 ? " in all units" : "";
+    }
+
     // By line, how many instructions it has in all units; lines count from 1.
     heatByLine(): Uint32Array {
         if (!this.heat) {
@@ -99,6 +109,8 @@ export class Project {
     readonly functions: CodeFunction[] = [];
     readonly inlined: InlinedFunction[] = []; // none that stands by itself in another unit
     readonly instructions: number;
+    readonly unitNames: string[]; // each another
+    readonly unitLabels: string[]; // with what tells units of one source apart
     readonly bySymbol = new Map<string, CodeFunction[]>();
     private readonly fileOfUnit: SourceFile[][] = [];
     private readonly units = new Map<number, Promise<Unit>>();
@@ -108,6 +120,11 @@ export class Project {
         readonly start: StartHead | null,
     ) {
         this.instructions = heads.reduce((sum, head) => sum + head.instructions, 0);
+        this.unitNames = unitNames(heads);
+        this.unitLabels = heads.map((head, unit) => {
+            const words = ownWords(head, heads);
+            return this.unitNames[unit] + (words === "" ? "" : `: ${words}`);
+        });
         this.addFiles();
         heads.forEach((head, unit) => this.addFunctions(head, unit));
         this.addInlined();
@@ -214,10 +231,13 @@ export class Project {
     }
 
     // The file that a name in an address stands for: its name, its path or an end of it.
-    fileNamed(name: string): SourceFile | null {
+    // Of any unit, or of one.
+    fileNamed(name: string, unit: number | null): SourceFile | null {
+        const files =
+            unit === null ? this.files : this.files.filter((file) => file.numberIn(unit) >= 0);
         return (
-            this.files.find((file) => file.name === name || file.path === name) ??
-            this.files.find((file) => file.path.endsWith("/" + name)) ??
+            files.find((file) => file.name === name || file.path === name) ??
+            files.find((file) => file.path.endsWith("/" + name)) ??
             null
         );
     }
@@ -229,6 +249,24 @@ export class Project {
     inlinedNamed(name: string): InlinedFunction | null {
         return named(this.inlined, name);
     }
+}
+
+// A source may be compiled more than once: "util.c", "util.c (2)".
+function unitNames(heads: UnitHead[]): string[] {
+    const seen = new Map<string, number>();
+    return heads.map(({ name }) => {
+        const nth = (seen.get(name) ?? 0) + 1;
+        seen.set(name, nth);
+        return nth === 1 ? name : `${name} (${nth})`;
+    });
+}
+
+// The arguments of a compile that not all of the same source have.
+function ownWords(head: UnitHead, heads: UnitHead[]): string {
+    const others = heads.filter((other) => other !== head && other.name === head.name);
+    return head.command
+        .filter((word) => others.some((other) => !other.command.includes(word)))
+        .join(" ");
 }
 
 function named<T extends { name: string }>(functions: T[], name: string): T | null {

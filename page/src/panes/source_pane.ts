@@ -21,6 +21,7 @@ class HeatCell extends GutterMarker {
     constructor(
         private readonly instructions: number,
         private readonly step: number,
+        private readonly ofAll: string,
     ) {
         super();
     }
@@ -35,7 +36,7 @@ class HeatCell extends GutterMarker {
             {
                 class: `heat heat-${this.step}`,
                 "data-instructions": this.instructions,
-                "data-tip": count(this.instructions, "instruction"),
+                "data-tip": count(this.instructions, "instruction") + this.ofAll,
             },
             shortNumber(this.instructions),
         );
@@ -178,7 +179,11 @@ export class SourcePane extends Pane {
             lineMarker: (view, block) => {
                 const instructions = heat[view.state.doc.lineAt(block.from).number];
                 return instructions
-                    ? new HeatCell(instructions, 1 + Math.round(Math.log(instructions) * scale))
+                    ? new HeatCell(
+                          instructions,
+                          1 + Math.round(Math.log(instructions) * scale),
+                          file.ofAll,
+                      )
                     : null;
             },
             initialSpacer: () => new HeatSpace(),
@@ -201,6 +206,7 @@ export class SourcePane extends Pane {
         if (!unit || file < 0) {
             return null;
         }
+        const within = this.file!.units.length > 1 ? " in this unit" : "";
         const here = new Map<string, number>();
         const elsewhere = new Map<string, number>();
         const add = (sums: Map<string, number>, name: string, instructions: number): void => {
@@ -225,8 +231,8 @@ export class SourcePane extends Pane {
         return here.size + elsewhere.size > 0
             ? new InlinedSign(
                   [...here.values()].reduce((sum, n) => sum + n, 0),
-                  listed("Inlined here, with instructions:", here),
-                  listed("Inlined into, with instructions:", elsewhere),
+                  listed(`Inlined here${within}, with instructions:`, here),
+                  listed(`Inlined${within} into, with instructions:`, elsewhere),
               )
             : null;
     }

@@ -18,7 +18,7 @@ export class FileList {
                 {
                     type: "button",
                     class: file.system ? "system" : null,
-                    "data-tip": `${visible(file.path)}\n${count(file.instructions, "instruction")}${file.missing ? "\nthe source was not found" : ""}`,
+                    "data-tip": `${visible(file.path)}\n${count(file.instructions, "instruction")}${file.ofAll}${file.missing ? "\nthe source was not found" : ""}`,
                     click: () => choose(file),
                 },
                 h("bdi", { class: "file-name" }, visible(file.name)),

@@ -100,8 +100,8 @@ async function findAll(
     }
     for (let unit = 0; unit < project.heads.length; ++unit) {
         if (!signal.aborted && found.length < mostFound && project.pageOf(unit) === null) {
-            const { code, head } = await project.unit(unit);
-            await search(`code of ${visible(head.name)}`, code.iterLines(), (line) =>
+            const { code } = await project.unit(unit);
+            await search(`code of ${visible(project.unitLabels[unit])}`, code.iterLines(), (line) =>
                 actions.row(unit, line - 1),
             );
             show(found, `${count(found.length, "line")} so far\u2026`);

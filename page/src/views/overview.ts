@@ -74,8 +74,8 @@ export class Overview {
     private hrefOfFile(file: SourceFile): string {
         const page = this.project.pageOf(file.units[0]?.unit ?? 0);
         return page === null
-            ? addressOfLine(file, 1)
-            : `${encodeURI(page)}${addressOfLine(file, 1)}`;
+            ? addressOfLine(this.project, file, 1)
+            : `${encodeURI(page)}${addressOfLine(this.project, file, 1)}`;
     }
 
     private facts(): HTMLElement {
@@ -128,12 +128,12 @@ export class Overview {
                     ? [
                           {
                               head: "Unit",
-                              key: (f: CodeFunction) => visible(this.project.heads[f.unit].name),
+                              key: (f: CodeFunction) => visible(this.project.unitLabels[f.unit]),
                           },
                       ]
                     : []),
             ],
-            (f) => `${f.name} ${f.symbol} ${f.file?.name ?? ""} ${this.project.heads[f.unit].name}`,
+            (f) => `${f.name} ${f.symbol} ${f.file?.name ?? ""} ${this.project.unitLabels[f.unit]}`,
         );
     }
 

@@ -4,7 +4,7 @@
 import { describeSteps, ownStep, stepsOf } from "../data/chain.ts";
 import type { Link } from "../data/link.ts";
 import type { Project, SourceFile } from "../data/project.ts";
-import { count, h, visible } from "../dom.ts";
+import { count, h, number, visible } from "../dom.ts";
 import { briefName, shortName } from "../text/names.ts";
 
 export interface StatusActions {
@@ -73,12 +73,16 @@ export class Status {
         }
         const name = link.inlined === null ? "" : `${visible(briefName(link.inlined))} `;
         const place = h("b", null, `${name}${visible(link.file.name)}:${link.line}`);
+        const all = link.file.heatByLine()[link.line] ?? 0;
+        const more = link.inlined === null && all > link.instructions ? all : 0;
         if (link.places.length === 0) {
             return [
                 place,
                 link.frame >= 0 || link.line > link.file.lines
                     ? ", which the file does not have"
-                    : " has no code here",
+                    : more > 0
+                      ? ` has no code in this unit, ${count(all, "instruction")} in others`
+                      : " has no code here",
             ];
         }
         const parts = [];
@@ -88,7 +92,8 @@ export class Status {
         if (link.inlinedInstructions > 0) {
             parts.push(`${count(link.inlinedInstructions, "instruction")} inlined here`);
         }
-        return [place, ` ${parts.join(", ")} in ${count(link.places.length, "place")}`];
+        const of = more > 0 ? ` in this unit, ${number(all)} in all` : "";
+        return [place, ` ${parts.join(", ")} in ${count(link.places.length, "place")}${of}`];
     }
 
     private site(file: SourceFile, line: number, text: string): HTMLElement {
