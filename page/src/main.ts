@@ -6,7 +6,7 @@ import { addressOfLine, addressOfRow, addressText, setAddress, targetOf } from "
 import type { CodeFunction, InlinedFunction, Project, SourceFile } from "./data/project.ts";
 import { loadProject } from "./data/project.ts";
 import { count, h, percent, visible } from "./dom.ts";
-import { type KeyRow, startKeys } from "./keys.ts";
+import { type Actions, startKeys } from "./keys.ts";
 import type { Pane } from "./panes/pane.ts";
 import { findNext, findPrevious, openSearchPanel } from "./panes/find.ts";
 import { Reader } from "./reader.ts";
@@ -245,99 +245,27 @@ async function start(): Promise<void> {
         });
     };
 
-    const keys: KeyRow[] = [
-        { keys: ["Enter"], group: "Source and code", label: "Go to the other side", run: null },
-        {
-            keys: ["n"],
-            group: "Source and code",
-            label: "Next place of the line\u2019s code",
-            run: inPane(() => void reader.walk(1)),
-        },
-        {
-            keys: ["p"],
-            group: "Source and code",
-            label: "Previous place",
-            run: inPane(() => void reader.walk(-1)),
-        },
-        {
-            keys: ["i"],
-            group: "Source and code",
-            label: "Where the code was inlined",
-            run: inPane(() => void reader.goToCallSite()),
-        },
-        {
-            keys: ["s"],
-            group: "Source and code",
-            label: "To the source pane",
-            run: inPane(() => reader.source.focus()),
-        },
-        {
-            keys: ["c"],
-            group: "Source and code",
-            label: "To the code pane",
-            run: inPane(() => reader.code.focus()),
-        },
-        {
-            keys: ["]"],
-            group: "Source and code",
-            label: "Next function",
-            run: inPane(() => void reader.walkFunctions(1)),
-        },
-        {
-            keys: ["["],
-            group: "Source and code",
-            label: "Previous function",
-            run: inPane(() => void reader.walkFunctions(-1)),
-        },
-        { keys: ["f", "Ctrl+P"], group: "Go and find", label: "Go to a function", run: jump },
-        {
-            keys: ["e"],
-            group: "Go and find",
-            label: "Go to a file",
-            run: () => openFileJump(project, (file) => openLine(file, firstLine(file))),
-        },
-        {
-            keys: ["/", "Ctrl+F"],
-            group: "Go and find",
-            label: "Find in the pane",
-            run: inPane((at) => openSearchPanel(at.view)),
-        },
-        {
-            keys: ["F3", "Ctrl+G"],
-            group: "Go and find",
-            label: "Next match",
-            run: inPane((at) => findNext(at.view)),
-        },
-        {
-            keys: ["Shift+F3", "Ctrl+Shift+G"],
-            group: "Go and find",
-            label: "Previous match",
-            run: inPane((at) => findPrevious(at.view)),
-        },
-        {
-            keys: ["F", "Ctrl+Shift+F"],
-            group: "Go and find",
-            label: "Find in all files and all code",
-            run: onlyOverview ? jump : everywhere,
-        },
-        { keys: ["Alt+\u2190"], group: "Go and find", label: "Back", run: null },
-        {
-            keys: ["o"],
-            group: "View",
-            label: "Overview: chart, functions, files",
-            run: toggleOverview,
-        },
-        { keys: ["a"], group: "View", label: "All of the assembly", run: toggleAll },
-        { keys: ["b"], group: "View", label: "List of files", run: toggleFiles },
-        { keys: ["t"], group: "View", label: "Light or dark", run: toggleTheme },
-        {
-            keys: ["Ctrl+Enter"],
-            group: "View",
-            label: "Print the function (the browser\u2019s print key does, too)",
-            run: () => print(),
-        },
-        { keys: ["?"], group: "View", label: "This card", run: () => openHelp(keys) },
-    ];
+    const actions: Actions = {
+        nextPlace: inPane(() => void reader.walk(1)),
+        previousPlace: inPane(() => void reader.walk(-1)),
+        callSite: inPane(() => void reader.goToCallSite()),
+        source: inPane(() => reader.source.focus()),
+        code: inPane(() => reader.code.focus()),
+        nextFunction: inPane(() => void reader.walkFunctions(1)),
+        previousFunction: inPane(() => void reader.walkFunctions(-1)),
+        function: jump,
+        file: () => openFileJump(project, (file) => openLine(file, firstLine(file))),
+        find: inPane((at) => openSearchPanel(at.view)),
+        nextMatch: inPane((at) => findNext(at.view)),
+        previousMatch: inPane((at) => findPrevious(at.view)),
+        everywhere: onlyOverview ? jump : everywhere,
+        overview: toggleOverview,
+        all: toggleAll,
+        files: inPane(toggleFiles),
+        theme: toggleTheme,
+        print: () => print(),
+        help: openHelp,
+    };
 
     const button = (label: string, key: string, sign: string, run: () => void): HTMLElement =>
         h(
@@ -371,7 +299,7 @@ async function start(): Promise<void> {
         inReader(findButton),
         allButton,
         button("Theme", "t", "\u25d0", toggleTheme),
-        button("Keys", "?", "?", () => openHelp(keys)),
+        button("Keys", "?", "?", openHelp),
     );
 
     startTips();
@@ -383,7 +311,15 @@ async function start(): Promise<void> {
             overview.show();
         }
     });
-    startKeys(keys);
+    startKeys(actions);
+    // Where the list of files covers the panes it is closed as a dialog is.
+    document.addEventListener("keydown", (event) => {
+        const open = narrow.matches && !isOverview() && filesShown();
+        if (event.key === "Escape" && open && !document.querySelector("dialog[open]")) {
+            toggleFiles();
+            pane().focus();
+        }
+    });
     startPrint(project, () => {
         const { unit } = reader.code;
         const f = isOverview() ? null : reader.currentFunction;

@@ -5,6 +5,7 @@ import { test } from "node:test";
 import type { Page } from "playwright-core";
 import { code, eventually, line, marked, ready, source, useBrowser, withPage } from "./browser.ts";
 import { pageOf } from "./made_page.ts";
+import { keyTable } from "../src/keys.ts";
 import { box, long, loop, other, sum } from "./samples.ts";
 
 useBrowser();
@@ -160,53 +161,185 @@ test("a file is gone to by a few letters", () =>
         await line(source(page), "static inline int clamp").waitFor();
     }));
 
+const everyKey = keyTable.flatMap((row): readonly string[] => row.keys);
+
 test("the card of keys opens with ? and names every key that the page takes", () =>
     withPage(sumPage, async (page) => {
         await page.keyboard.press("?");
         const card = page.getByRole("dialog", { name: "Keys" });
         await card.waitFor();
-        const keys = await card.locator("kbd").allInnerTexts();
-        for (const key of [
-            "Enter",
-            "n",
-            "p",
-            "i",
-            "s",
-            "c",
-            "[",
-            "]",
-            "f",
-            "e",
-            "/",
-            "F",
-            "o",
-            "a",
-            "b",
-            "t",
-            "?",
-        ]) {
-            assert.ok(keys.includes(key), key);
-        }
+        const named = await card.locator("kbd").allInnerTexts();
+        assert.deepEqual(named.sort(), everyKey.toSorted());
         await page.keyboard.press("Escape");
         await eventually(() => card.count(), 0);
     }));
 
-test("keys for functions, files and views", () =>
-    withPage(sumPage, async (page) => {
+// What each key does, one after the other on one page.
+type Deed = (page: Page, press: () => Promise<void>) => Promise<void>;
+const cursorIs = (page: Page, pane: typeof source, text: string): Promise<void> =>
+    eventually(
+        async () => (await pane(page).locator(".cm-activeLine").first().innerText()).split("\t").join(" ").trim(), // prettier-ignore
+        text,
+    );
+const opens =
+    (dialog: string): Deed =>
+    async (page, press) => {
+        await press();
+        await page.getByRole("dialog", { name: dialog, exact: true }).waitFor();
+        await page.keyboard.press("Escape");
+        await eventually(() => page.getByRole("dialog").count(), 0);
+    };
+const focuses =
+    (pane: typeof source): Deed =>
+    async (page, press) => {
+        await press();
+        await eventually(
+            () =>
+                pane(page)
+                    .locator(".cm-content")
+                    .evaluate((e) => e === document.activeElement),
+            true,
+        );
+    };
+const walks =
+    (place: string): Deed =>
+    async (page, press) => {
+        await press();
+        await eventually(() => page.locator(".place-number").innerText(), place);
+    };
+const shows =
+    (label: string): Deed =>
+    async (page, press) => {
+        await press();
+        await cursorIs(page, code, label);
+    };
+const toggles =
+    (what: (page: Page) => Promise<unknown>): Deed =>
+    async (page, press) => {
+        const before = await what(page);
+        await press();
+        await eventually(async () => (await what(page)) !== before, true);
+        await press();
+        await eventually(async () => (await what(page)) === before, true);
+    };
+const finds: Deed = async (page, press) => {
+    await press();
+    await page.getByRole("search").waitFor();
+    await page.keyboard.press("Escape");
+    await eventually(() => page.getByRole("search").count(), 0);
+};
+const matches =
+    (expected: string): Deed =>
+    async (page, press) => {
+        await page.keyboard.press("s");
+        await page.keyboard.press("/");
+        await page.keyboard.type("total");
+        await page.keyboard.press("Enter");
+        const told = page.getByRole("search").getByRole("status");
+        await eventually(() => told.innerText(), "1 of 3");
+        await press();
+        await eventually(() => told.innerText(), expected);
+        await page.keyboard.press("Escape");
+        await page.keyboard.press("Control+Home");
+    };
+const deeds: Record<string, Deed> = {
+    n: async (page, press) => {
+        await line(source(page), "for (int i").click();
+        await walks("2 of 2")(page, press);
+    },
+    p: walks("1 of 2"),
+    Enter: focuses(code),
+    i: async (page, press) => {
+        await line(code(page), "cmovg").click();
+        await press();
+        await eventually(() => marked(source(page), "linked"), ["return clamp(x * 3);"]);
+    },
+    s: focuses(source),
+    c: focuses(code),
+    "[": shows("sum:"),
+    "]": shows("scale:"),
+    f: opens("Go to a function"),
+    "Ctrl+P": opens("Go to a function"),
+    e: opens("Go to a file"),
+    "/": finds,
+    "Ctrl+F": finds,
+    F3: matches("2 of 3"),
+    "Ctrl+G": matches("2 of 3"),
+    "Shift+F3": matches("3 of 3"),
+    "Ctrl+Shift+G": matches("3 of 3"),
+    F: opens("Find in all files and all code"),
+    "Ctrl+Shift+F": opens("Find in all files and all code"),
+    // The browser's own, which cannot be pressed here.
+    "Alt+\u2190": async (page) => {
         await page.keyboard.press("]");
-        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "scale:");
         await page.keyboard.press("[");
-        await eventually(() => code(page).locator(".cm-activeLine").first().innerText(), "sum:");
-        await page.keyboard.press("b");
-        await eventually(() => page.getByRole("navigation", { name: "Files" }).isVisible(), false);
-        await page.keyboard.press("b");
-        await eventually(() => page.getByRole("navigation", { name: "Files" }).isVisible(), true);
-        await page.keyboard.press("o");
-        await page.getByRole("main", { name: "Overview" }).waitFor();
-        await page.keyboard.press("o");
-        await code(page).waitFor();
-        await page.keyboard.press("t");
-        assert.equal(await page.locator("html").getAttribute("data-theme"), "dark");
+        await cursorIs(page, code, "sum:");
+        await page.goBack();
+        await cursorIs(page, code, "scale:");
+    },
+    o: toggles((page) => page.getByRole("main", { name: "Overview" }).isVisible()),
+    a: toggles((page) => code(page).locator(".hidden-line").count()),
+    b: toggles((page) => page.getByRole("navigation", { name: "Files" }).isVisible()),
+    t: toggles((page) => page.locator("html").getAttribute("data-theme")),
+    "Ctrl+Enter": async (page, press) => {
+        await page.evaluate(() => (window.print = () => (document.title = "printed")));
+        await press();
+        await eventually(() => page.title(), "printed");
+    },
+    "?": opens("Keys"),
+    Escape: async (page, press) => {
+        await page.keyboard.press("e");
+        await page.getByRole("dialog").waitFor();
+        await press();
+        await eventually(() => page.getByRole("dialog").count(), 0);
+    },
+};
+
+test("every key of the card does what the card says", () =>
+    withPage(sumPage, async (page) => {
+        assert.deepEqual(Object.keys(deeds).sort(), everyKey.toSorted());
+        for (const [key, deed] of Object.entries(deeds)) {
+            const pressed = key
+                .replace("Ctrl+", "Control+")
+                .replace("\u2190", "ArrowLeft")
+                .replace(/\+([A-Z])$/, (letter) => letter.toLowerCase());
+            await deed(page, () => page.keyboard.press(pressed)).catch((error: unknown) => {
+                throw new Error(key, { cause: error });
+            });
+        }
+    }));
+
+test("keys of the panes do nothing on the overview", () =>
+    withPage(
+        sumPage,
+        async (page) => {
+            for (const key of ["b", "a", "s", "n", "/"]) {
+                await page.keyboard.press(key);
+            }
+            await page.keyboard.press("o");
+            await page.getByRole("navigation", { name: "Files" }).waitFor();
+            assert.equal(await code(page).locator(".hidden-line").count(), 0);
+            assert.equal(await page.getByRole("search").count(), 0);
+        },
+        { hash: "#overview" },
+    ));
+
+test("find brings the first match into view while one types, from the cursor on", () =>
+    withPage(pageOf(long()), async (page) => {
+        const shown = (text: string): Promise<void> => line(source(page), text).waitFor();
+        await page.keyboard.press("s");
+        await page.keyboard.press("/");
+        await page.keyboard.type("line_777");
+        await shown("int line_777(void);");
+        await page.keyboard.type("7(");
+        await shown("int line_7777(void);");
+        // The cursor has not moved; Enter goes there.
+        assert.equal(await hashOf(page), "");
+        await page.keyboard.press("Enter");
+        await eventually(() => marked(source(page), "linked"), ["int line_7777(void);"]);
+        // What lies before the cursor is found when nothing lies behind it.
+        await page.getByRole("search").getByRole("textbox").fill("line_12(");
+        await shown("int line_12(void);");
     }));
 
 test("everything can be reached with the Tab key", () =>

@@ -187,8 +187,12 @@ test("a page that opens at a place shows it", () =>
 
 test("keys go through the places, and around", () =>
     withPage(sumPage, async (page) => {
-        await line(source(page), "for (int i").click();
         const place = page.locator(".place-number");
+        await line(source(page), "for (int i").hover();
+        await eventually(() => place.innerText(), "2 places");
+        await line(source(page), "int total").hover();
+        await eventually(() => place.innerText(), "1 place");
+        await line(source(page), "for (int i").click();
         await eventually(() => place.innerText(), "1 of 2");
         await page.keyboard.press("n");
         await eventually(() => place.innerText(), "2 of 2");

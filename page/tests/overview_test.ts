@@ -15,7 +15,7 @@ import {
     useBrowser,
     withPage,
 } from "./browser.ts";
-import { type MadeUnit, pageOf, startPageOf } from "./made_page.ts";
+import { type MadeRow, type MadeUnit, pageOf, startPageOf } from "./made_page.ts";
 import { box, long, loop, other, sum } from "./samples.ts";
 
 useBrowser();
@@ -28,6 +28,12 @@ const column = async (page: Page, table: string, number: number): Promise<string
         .getByRole("group", { name: table, exact: true })
         .locator(`tbody td:nth-child(${number})`)
         .allInnerTexts();
+
+const facts = (page: Page): Promise<string[]> =>
+    overview(page)
+        .locator(".fact")
+        .allInnerTexts()
+        .then((all) => all.map((text) => text.replace(/\n/g, " ")));
 
 test("the chart shows functions by size and by inlined share", () =>
     withPage(pageOf(sum), async (page) => {
@@ -196,14 +202,30 @@ test("the start page lists functions and files with their sizes", () =>
         assert.deepEqual(await column(page, "Source files", 1), ["sum.c", "clamp.h", "other.c"]);
         assert.deepEqual(await column(page, "Source files", 2), ["11", "4", "1"]);
         assert.deepEqual(await column(page, "Source files", 4), ["13", "5", "3"]);
-        assert.deepEqual(await overview(page).locator(".fact b").allInnerTexts(), [
-            "2",
-            "3",
-            "17",
-            "29\u202f%",
-            "3",
+        assert.deepEqual(await facts(page), [
+            "2 units",
+            "3 functions",
+            "17 instructions",
+            "29\u202f% of them inlined",
+            "3 files",
         ]);
     }));
+
+test("one of a kind is said so", () => {
+    const path = "/src/one.c";
+    const functions = [{ name: "one", rows: [["\tret", ["one", path, 1]]] as MadeRow[] }];
+    return withPage(
+        pageOf({ name: "one.c", sources: { [path]: "void one(void) {}\n" }, functions }),
+        async (page) =>
+            assert.deepEqual(await facts(page), [
+                "1 function",
+                "1 instruction",
+                "0\u202f% of them inlined",
+                "1 file",
+            ]),
+        { hash: "#overview" },
+    );
+});
 
 test("the tables are sorted by their heads", () =>
     withPage(pageOf(sum, other), async (page) => {

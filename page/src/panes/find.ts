@@ -10,8 +10,8 @@ import {
     SearchQuery,
     setSearchQuery,
 } from "@codemirror/search";
-import type { Extension } from "@codemirror/state";
-import type { EditorView, Panel, ViewUpdate } from "@codemirror/view";
+import { EditorSelection, type Extension } from "@codemirror/state";
+import { EditorView, type Panel, type ViewUpdate } from "@codemirror/view";
 import { h, number } from "../dom.ts";
 
 // Counting stops here; a query that finds more needs more letters.
@@ -27,6 +27,7 @@ class FindBar implements Panel {
     }[];
     private readonly told: HTMLElement;
     private counting = 0;
+    private following = false; // what is found is yet to be brought into view
 
     constructor(private readonly view: EditorView) {
         this.text = h("input", {
@@ -130,12 +131,13 @@ class FindBar implements Panel {
         );
         const query = new SearchQuery({ search: this.text.value, literal: true, ...set });
         if (!query.eq(getSearchQuery(this.view.state))) {
+            this.following = true;
             this.view.dispatch({ effects: setSearchQuery.of(query) });
         }
     }
 
     private key(event: KeyboardEvent): void {
-        if (event.key === "Enter" || event.key === "F3") {
+        if (event.key === "Enter") {
             event.preventDefault();
             this.commit();
             (event.shiftKey ? findPrevious : findNext)(this.view);
@@ -144,6 +146,20 @@ class FindBar implements Panel {
             event.stopPropagation();
             closeSearchPanel(this.view);
             this.view.focus();
+        }
+    }
+
+    // Brings the first match behind the cursor into view, or else the first of all; the
+    // cursor stays, so that a search that goes on typing begins where it began.
+    private follow(query: SearchQuery, from: number): void {
+        const { state } = this.view;
+        const next = query.getCursor(state, from).next();
+        const found = next.done ? query.getCursor(state).next() : next;
+        if (!found.done) {
+            const range = EditorSelection.range(found.value.from, found.value.to);
+            this.view.dispatch({
+                effects: EditorView.scrollIntoView(range, { y: "nearest", yMargin: 60 }),
+            });
         }
     }
 
@@ -161,6 +177,10 @@ class FindBar implements Panel {
                 return;
             }
             const { from, to } = this.view.state.selection.main;
+            if (this.following) {
+                this.following = false;
+                this.follow(query, from);
+            }
             const cursor = query.getCursor(this.view.state);
             let total = 0;
             let current = 0;

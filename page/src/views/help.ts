@@ -1,7 +1,7 @@
 // The card of keys, and what the colours of the page mean.
 
 import { h } from "../dom.ts";
-import type { KeyRow } from "../keys.ts";
+import { type KeyRow, keyTable } from "../keys.ts";
 import { closeButton, openDialog } from "./dialog.ts";
 
 const signs: [string, string][] = [
@@ -10,7 +10,8 @@ const signs: [string, string][] = [
     ["call-site", "a line where the code was inlined"],
 ];
 
-export function openHelp(keys: KeyRow[]): void {
+export function openHelp(): void {
+    const keys: readonly KeyRow[] = keyTable;
     const groups = [...new Set(keys.map((row) => row.group))];
     openDialog(
         "Keys",

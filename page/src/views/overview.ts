@@ -29,6 +29,10 @@ function fact(value: string, name: string): HTMLElement {
     return h("div", { class: "fact" }, h("b", null, value), h("span", { class: "muted" }, name));
 }
 
+function counted(n: number, one: string): HTMLElement {
+    return fact(number(n), n === 1 ? one : `${one}s`);
+}
+
 export class Overview {
     private drawn = false;
     private readonly chart = h("div", { class: "chart-area" });
@@ -84,11 +88,11 @@ export class Overview {
         return h(
             "section",
             { class: "facts", "aria-label": "In short" },
-            project.heads.length > 1 && fact(number(project.heads.length), "units"),
-            fact(number(project.functions.length), "functions"),
-            fact(number(project.instructions), "instructions"),
+            project.heads.length > 1 && counted(project.heads.length, "unit"),
+            counted(project.functions.length, "function"),
+            counted(project.instructions, "instruction"),
             fact(percent(inlined, project.instructions), "of them inlined"),
-            fact(number(project.files.length), "files"),
+            counted(project.files.length, "file"),
         );
     }
 

@@ -53,7 +53,7 @@ export class Status {
         const places = link?.places.length ?? 0;
         this.walker.classList.toggle("idle", places === 0);
         this.place.textContent =
-            places === 0 ? "\u2013" : `${place >= 0 ? place + 1 : "\u2013"} of ${places}`;
+            place < 0 ? count(places, "place") : `${place + 1} of ${number(places)}`;
         this.summary.replaceChildren(...this.describe(link));
         delete this.chain.dataset["tip"];
         this.chain.replaceChildren(...(link ? this.chainOf(link) : []));
