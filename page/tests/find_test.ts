@@ -271,11 +271,11 @@ const deeds: Record<string, Deed> = {
     "Ctrl+Shift+F": opens("Find in all files and all code"),
     // The browser's own, which cannot be pressed here.
     "Alt+\u2190": async (page) => {
-        await page.keyboard.press("]");
         await page.keyboard.press("[");
-        await cursorIs(page, code, "sum:");
-        await page.goBack();
+        await page.keyboard.press("]");
         await cursorIs(page, code, "scale:");
+        await page.goBack();
+        await cursorIs(page, code, "sum:");
     },
     o: toggles((page) => page.getByRole("main", { name: "Overview" }).isVisible()),
     a: toggles((page) => code(page).locator(".hidden-line").count()),
