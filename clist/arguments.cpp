@@ -488,6 +488,14 @@ std::vector<std::string> system_folders(const arguments& given, std::size_t sour
             folders.push_back(part.empty() ? "." : part);
         }
     }
+    // Compilers also record where a folder really is.
+    for (std::size_t i = 0, given_count = folders.size(); i < given_count; ++i) {
+        std::error_code failure;
+        const fs::path real = fs::canonical(folders[i], failure);
+        if (!failure && real != folders[i]) {
+            folders.push_back(real);
+        }
+    }
     // Empty where there is no folder any more that it starts from.
     const auto whole = [](const std::string& name) {
         std::error_code failure;
@@ -499,14 +507,6 @@ std::vector<std::string> system_folders(const arguments& given, std::size_t sour
         return std::mismatch(path.begin(), path.end(), file.begin(), file.end()).first ==
                path.end();
     });
-    // Compilers also record where a folder really is.
-    for (std::size_t i = 0, given_count = folders.size(); i < given_count; ++i) {
-        std::error_code failure;
-        const fs::path real = fs::canonical(folders[i], failure);
-        if (!failure && real != folders[i]) {
-            folders.push_back(real);
-        }
-    }
     return folders;
 }
 

@@ -38,6 +38,9 @@ static void check_command(const database_entry& entry) {
         require(std::count(made.begin(), made.end(), command.all[source].option) >= 1);
         require(std::count(made.begin(), made.end(), "out.s") >= 1);
         require(!output_of(command, source).empty() || command.output);
+        for (const std::string& folder : system_folders(command, source)) {
+            require(folder != "/");  // it would hold the source
+        }
     }
 }
 

@@ -147,6 +147,7 @@ TEST(Arguments, FoldersAreTheSystemsByOptionsAndByTheEnvironment) {
          "/a/c " + cpp},
         {"gcc -isystem /a/b/x -isystem .. -isystem x -c x.c", "/a/b/x x /C_INCLUDE_PATH rel"},
         {"gcc -x c++ -", "/CPLUS_INCLUDE_PATH rel"},
+        {"gcc -isystem /proc/self/root -c /x.i", "/proc/self/root"},
     };
     for (const auto& [line, folders] : cases) {
         const arguments command = read_arguments(words_in(line));
