@@ -201,6 +201,15 @@ TEST(Scheme0Types, RepeatedParameters) {
     });
 }
 
+TEST(Scheme0Types, TheLastOfManyParametersCanBeRepeated) {
+    std::string list;
+    for (int i = 1; i < 4096; ++i) {
+        list += "int, ";
+    }
+    expect_rows({{"f__F" + std::string(4095, 'i') + "cT4096_", "f(" + list + "char, char)"},
+                 {"f__F" + std::string(4095, 'i') + "cT4097_", bad_name}});
+}
+
 TEST(Scheme0Types, EmptyParameterListsReadAlike) {
     expect_rows({{"f__FPFv_v", "f(void (*)())"}, {"f__FPF_v", "f(void (*)())"}});
 }

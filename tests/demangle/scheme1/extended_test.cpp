@@ -31,6 +31,7 @@ TEST(Scheme1Extended, ARequiresClauseStandsBehindTheQualifiers) {
         {"_ZNK1AIiEcviEvQ1CIT_E", "A<int>::operator int() const requires C<T1>"},
         {"_ZNK1AIiE1fEvQ1CIT_E.cold", "A<int>::f() const requires C<T1> [clone .cold]"},
         {"_ZZNK1AIiE1fEvQ1CIT_EE1x", "A<int>::f() const requires C<T1>::x"},
+        {"_ZZNK1AIiE1fEvQ1CIT_EEs", "A<int>::f() const requires C<T1>::string"},
         {"_ZNK3$_0clIiEEDaT_Q1CIS1_E", "auto $_0::operator ()<int>(T1) const requires C<T1>"},
     };
     expect_extended_rows(rows);

@@ -47,6 +47,16 @@ TEST(Scheme1References, AFunctionReadsByWhereTheReferenceStands) {
     expect_rows(rows);
 }
 
+TEST(Scheme1References, AnExpansionReadsAlikeSpelledOutAndByReference) {
+    static constexpr Row rows[] = {
+        {"_Z1fDpFvvERDpFvvE", "f(void ()..., void ()... &)"},
+        {"_Z1fDpFvvERS0_", "f(void ()..., void ()... &)"},
+        {"_Z1fDpFvvERS_", "f(void ()..., void (&)())"},
+        {"_Z1fDpA3_iPS0_", "f(int [3]..., int [3]... *)"},
+    };
+    expect_rows(rows);
+}
+
 TEST(Scheme1References, UnnamedTypesAreNamesAndNoVendorQualifiers) {
     static constexpr Row rows[] = {
         {"_Z1fRA3_Ut_", "f([unnamed type (instance 1)] (&)[3])"},
