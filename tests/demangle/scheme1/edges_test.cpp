@@ -60,6 +60,7 @@ TEST(Scheme1Edges, ImagesOfLongDoubles) {
         {"1AILe12343fff8000000000000000EE", "A<(long double)1>"},  // padding is no part of it
         {"1AILe3fff0000000000000000000000000000EE", "A<(long double)1>"},
         {"1AILec0008000000000000000EE", "A<(long double)-2>"},
+        {"1AILe80000000000000000000000000000000EE", "A<(long double)-0>"},
         {"1AILe0000c0008000000000000000EE", "A<(long double)-2>"},
         {"1AILec0000000000000000000000000000000EE", "A<(long double)-2>"},
         {"1AILe3ff8000000000000EE", "A<(long double)1.5>"},

@@ -691,6 +691,7 @@ TEST(Scheme1Rows, ExtendedNames) {
         {"Dh", "_Float16"},
         {"_Zssv", "operator <=>()"},
         {"DtssT_Li1EE", "decltype(T1 <=> 1)"},
+        {"DtfrssT_E", "decltype((T1 <=> ...))"},
         {"_ZTC1A0_1B", "Construction vtable for B-in-A"},
         {"_ZTAXtl1AEE", "Template parameter object for A{}"},
         {"_ZGR1x_", "Reference temporary #0 for x"},
