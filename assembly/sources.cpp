@@ -70,7 +70,9 @@ static found_source look_for(const assembly_file& assembly, const file_entry& en
     const std::string full = compiled_name(assembly, entry);
     for (const std::string& name : {written, full}) {
         if (const std::optional<std::string> other = renamed(renames, name)) {
-            return read_as(*other, access);
+            found_source found = read_as(*other, access);
+            found.is_renamed = true;
+            return found;
         }
     }
     const std::string in_base = base.ends_with('/') || base.empty() ? base : base + "/";
@@ -90,6 +92,7 @@ static found_source look_for(const assembly_file& assembly, const file_entry& en
         }
         found_source found = read_as(name, access);
         if (found.file) {
+            found.is_guess = true;
             found.doubt =
                 is_absolute(full)
                     ? "found here, though it was compiled as " + full
@@ -110,6 +113,7 @@ found_source find_source(const assembly_file& assembly, const file_entry& entry,
         return found;
     }
     if (!entry.md5.empty()) {
+        found.is_guess = false;
         found.doubt =
             md5_of(found.file->text()) == entry.md5 ? "" : "not the text that was compiled";
     } else if (found.doubt.empty() && modified != 0 && found.file->modified() > modified) {

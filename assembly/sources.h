@@ -42,6 +42,8 @@ struct found_source {
     // Why its text may not be what was compiled, or why there is none though there is a file;
     // empty where there is nothing to say.
     std::string doubt;
+    bool is_guess = false;    // the doubt is only whether this is the file that was compiled
+    bool is_renamed = false;  // by a rule of the user's
 };
 
 // Finds a source file. A name that the compiler was given as an absolute one stays so. A

@@ -91,7 +91,7 @@ void annotation::collect_sources() {
             if (source_of_file_.size() <= number) {
                 source_of_file_.resize(number + 1, none);
             }
-            source_of_file_[number] = sources_.add(code_, entry, input_.modified);
+            source_of_file_[number] = sources_.add(code_, entry, input_);
         }
     }
     const auto use = [this](std::uint32_t file) {
@@ -112,7 +112,7 @@ std::uint32_t annotation::source_of(std::uint32_t file) const {
         return source_of_file_[file];
     }
     const auto entry = code_.files.find(file);
-    return entry == code_.files.end() ? none : sources_.add(code_, entry->second, input_.modified);
+    return entry == code_.files.end() ? none : sources_.add(code_, entry->second, input_);
 }
 
 origin annotation::origin_of(std::uint32_t instruction) const {

@@ -67,7 +67,7 @@ static std::string last_part(const std::string& name) {
 }
 
 std::uint32_t source_list::add(const assembly::assembly_file& assembly,
-                               const assembly::file_entry& entry, std::int64_t modified) {
+                               const assembly::file_entry& entry, const listing_input& input) {
     const std::string& directory = assembly.compilation_directory;
     const std::string written = assembly::join(entry.directory, entry.name);
     std::string path = assembly::join(directory, written);
@@ -79,7 +79,8 @@ std::uint32_t source_list::add(const assembly::assembly_file& assembly,
         file.path = std::move(path);
         file.assembly = &assembly;
         file.entry = &entry;
-        file.modified = modified;
+        file.modified = input.modified;
+        file.is_compiled_here = !input.command.empty();
     }
     return it->second;
 }
@@ -95,17 +96,33 @@ void source_list::choose_shown_names() {
     }
 }
 
+// What there is to say of a source that was looked for.
+static std::string remark_on(const source_file& file) {
+    const assembly::found_source& found = file.found;
+    if (found.file) {
+        const bool is_known = found.is_guess && file.is_compiled_here;
+        return is_known || found.doubt.empty() ? "" : file.recorded + ": " + found.doubt;
+    }
+    const std::string& sought = found.is_renamed ? found.name : file.recorded;
+    if (!found.doubt.empty()) {
+        return sought + ": " + found.doubt;
+    }
+    if (file.recorded == "<stdin>" || file.recorded == "-") {
+        return "<stdin>: compiled from standard input, so its lines stay empty";
+    }
+    return file.recorded.starts_with('<')
+               ? ""
+               : sought + ": there is no such file, so its lines stay empty";
+}
+
 std::string_view source_list::text(std::uint32_t index) {
     source_file& file = files_[index];
     if (!file.is_looked_for) {
         file.is_looked_for = true;
         file.found = assembly::find_source(*file.assembly, *file.entry, options_.source_map,
                                            access_, file.modified);
-        const bool is_missing = !file.found.file && !file.recorded.starts_with('<');
-        if (options_.warnings && !file.found.doubt.empty()) {
-            say(file.recorded + ": " + file.found.doubt);
-        } else if (options_.warnings && is_missing) {
-            say(file.recorded + ": there is no such file, so its lines stay empty");
+        if (const std::string remark = remark_on(file); options_.warnings && !remark.empty()) {
+            say(remark);
         }
     }
     return file.found.file ? file.found.file->text() : std::string_view();

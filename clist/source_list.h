@@ -24,7 +24,8 @@ struct source_file {
     // Where its text is found, once it was asked for.
     const assembly::assembly_file* assembly = nullptr;
     const assembly::file_entry* entry = nullptr;
-    std::int64_t modified = 0;  // when the assembly was written
+    std::int64_t modified = 0;      // when the assembly was written
+    bool is_compiled_here = false;  // just now, in the working directory
     bool is_looked_for = false;
     assembly::found_source found = {};
     std::vector<std::uint32_t> line_starts = {};  // once a line was asked for
@@ -34,9 +35,9 @@ class source_list {
   public:
     source_list(const listing_options& options, assembly::source_access access);
 
-    // The index of the file that an entry of an assembly names; both live on.
+    // The index of the file that an entry of an input's assembly names; these live on.
     std::uint32_t add(const assembly::assembly_file& assembly, const assembly::file_entry& entry,
-                      std::int64_t modified);
+                      const listing_input& input);
 
     // To be called once all are there that `is_used`.
     void choose_shown_names();

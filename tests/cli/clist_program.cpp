@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -78,6 +79,60 @@ TEST(Clist, ASourceAloneIsCompiledWithO2ByTheCompilerOfTheEnvironment) {
         EXPECT_EQ(clist({name, "-DX"}, options).status, 3);
         const string expected = string("-m32\n-O2\n") + name + "\n-DX\n-S\n-g\n-o\n";
         EXPECT_TRUE(folder.read("words").starts_with(expected)) << folder.read("words");
+    }
+}
+
+// Where it ran the compiler itself it knows the folder, whatever is recorded of it.
+TEST(Clist, FindsTheSourcesOfItsOwnCompile) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    for (const string name : {".", "/elsewhere"}) {
+        const string map =
+            "-ffile-prefix-map=" + fs::canonical(folder.path()).string() + "=" + name;
+        const Finished run = clist({"cc", "-O2", map, "-c", "prog.c"}, in(folder));
+        EXPECT_EQ(run.err, "");
+        EXPECT_TRUE(shows(run.out, line_of_source)) << run.out;
+        ASSERT_EQ(run_program({"cc", "-O2", "-g", map, "-S", "prog.c"}, in(folder)).status, 0);
+        EXPECT_TRUE(shows(clist({"prog.s"}, in(folder)).err, "found here, though"));
+    }
+}
+
+TEST(Clist, SaysThatLinesFromStandardInputAreNotAtHand) {
+    const ScratchFolder folder;
+    const Finished run = clist({"cc", "-O2", "-c", "-x", "c", "-"}, in(folder, source));
+    EXPECT_EQ(run.err, "clist: <stdin>: compiled from standard input, so its lines stay empty\n");
+    EXPECT_TRUE(shows(run.out, "# <stdin>:3 | \n")) << run.out;
+}
+
+// The source changed since, told by its time or, where the assembly has one, by its checksum.
+TEST(Clist, SaysThatASourceIsNotWhatWasCompiled) {
+    const ScratchFolder folder;
+    for (const auto& [compiler, message] :
+         {std::pair{"gcc", "clist: prog.c: newer than the assembly\n"},
+          {"clang", "clist: prog.c: not the text that was compiled\n"}}) {
+        folder.write("prog.c", source);
+        ASSERT_EQ(run_program({compiler, "-O2", "-g", "-S", "prog.c"}, in(folder)).status, 0);
+        EXPECT_EQ(clist({"prog.s"}, in(folder)).err, "");
+        folder.write("prog.c", "\n" + source);
+        fs::last_write_time(folder / "prog.c",
+                            fs::last_write_time(folder / "prog.s") + std::chrono::seconds(1));
+        const Finished run = clist({"prog.s"}, in(folder));
+        EXPECT_EQ(run.err, message);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(clist({"--no-warnings", "prog.s"}, in(folder)).err, "");
+    }
+}
+
+// It holds what the linker makes code of, and no code.
+TEST(Clist, SaysThatAssemblyIsForTheLinkersOptimiser) {
+    const ScratchFolder folder;
+    folder.write("prog.c", source);
+    for (const char* const compiler : {"gcc", "clang"}) {
+        const std::vector<string> words{compiler, "-flto", "-O2", "-g", "-S", "prog.c"};
+        ASSERT_EQ(run_program(words, in(folder)).status, 0);
+        const Finished run = clist({"prog.s"}, in(folder));
+        EXPECT_TRUE(shows(run.err, "clist: prog.s: ") && shows(run.err, "-flto")) << run.err;
+        EXPECT_EQ(run.out, "");
     }
 }
 

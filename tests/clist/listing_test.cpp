@@ -475,6 +475,36 @@ TEST(WholeListing, OfAFunctionHasAllItsLines) {
               "# no line\n\tret\n\t.cfi_endproc\n");
 }
 
+TEST(WholeListing, OfLinesHasWhatLeadsUpToThemAndLiesBetween) {
+    const std::string text =
+        "\t.file 1 \"no.c\"\n" +
+        function("f",
+                 "\t.loc 1 1\n\tpush\t1\n\t.cfi_offset 1\n"
+                 "\t.loc 1 2\n.LBB1:\n\tadd\t2\n\t.loc 1 3\n\tsub\t3\n"
+                 "\t.cfi_offset 3\n.L7:\n\t.loc 1 2\n\tadd\t4\n.LVL1:\n\t.cfi_offset 4\n"
+                 "\tadd\t5\n.LBE1:\n\t.loc 1 2 view 1\n\tadd\t6\n\t.cfi_offset 6\n"
+                 "\t.loc 1 4\n\tret\n") +
+        function("g", "\t.loc 1 9\n\tnop\n") + "\t.loc 1 12\nh:\tnop\n\t.loc 1 2\n\tadd\t7\n";
+    const auto shown = [&](const line_range& lines) {
+        return list({{"t.s", text}},
+                    [&](listing_options& options) {
+                        quiet(options);
+                        options.all = true;
+                        options.lines = {lines};
+                    })
+            .text;
+    };
+    EXPECT_EQ(shown({"no.c", 2, 2}),
+              "f:\n"
+              "\t.loc 1 2\n.LBB1:\n# no.c:2 | \n\tadd\t2\n"
+              ".L7:\n\t.loc 1 2\n\tadd\t4\n.LVL1:\n\t.cfi_offset 4\n"
+              "\tadd\t5\n.LBE1:\n\t.loc 1 2 view 1\n\tadd\t6\n"
+              "\t.loc 1 2\n# no.c:2 | \n\tadd\t7\n");
+    EXPECT_EQ(shown({"no.c", 4, 9}),
+              "f:\n\t.loc 1 4\n# no.c:4 | \n\tret\n"
+              "g:\n\t.loc 1 9\n# no.c:9 | \n\tnop\n");
+}
+
 // --- For machines ---
 
 TEST(ObjectListing, HasOneObjectForEachLineOfCode) {
@@ -760,9 +790,39 @@ TEST(Messages, TellOnceOfASourceThatIsNotTheOneCompiled) {
     const listed other = list({{"t.s", sum + std::string(32, '0') + "\n" + code}});
     EXPECT_EQ(other.messages, "clist: /src/inlined.c: not the text that was compiled\n");
     EXPECT_EQ(list({{"t.s", sum + std::string(32, '0') + "\n" + code}}, quiet).messages, "");
-    const listed gone = list({{"t.s", "\t.file 1 \"/src/gone.c\"\n" + code}});
+    const listed gone = list({{"t.s", "\t.file 1 \"/old/gone.c\"\n" + code}});
     EXPECT_EQ(gone.messages,
-              "clist: /src/gone.c: there is no such file, so its lines stay empty\n");
+              "clist: /old/gone.c: there is no such file, so its lines stay empty\n");
+    const listed moved = list({{"t.s", "\t.file 1 \"/src/gone.c\"\n" + code}});
+    EXPECT_EQ(moved.messages,
+              "clist: ../data/inlined/gone.c: there is no such file, so its lines stay empty\n");
+    for (const char* const name : {"<stdin>", "-"}) {
+        const listed typed = list({{"t.s", "\t.file 1 \"" + std::string(name) + "\"\n" + code}});
+        EXPECT_EQ(typed.messages,
+                  "clist: <stdin>: compiled from standard input, so its lines stay empty\n");
+    }
+}
+
+// Where clist ran the compiler itself, it knows the folder whatever the assembly says of it.
+TEST(Messages, OfASourceThatIsOnlyFoundHereAreForAssemblyAtHand) {
+    for (const std::string folder : {".", "/elsewhere"}) {
+        const std::string text = "\t.file 0 \"" + folder + "\" \"../data/inlined/inlined.c\"\n" +
+                                 function("f", "\t.loc 0 2\n\tnop\n");
+        listing_input input;
+        input.name = "t.s";
+        input.text = text;
+        const listed at_hand = ::list({input}, {});
+        EXPECT_EQ(at_hand.messages,
+                  "clist: ../data/inlined/inlined.c: found here, though " +
+                      std::string(folder == "." ? "the assembly does not tell where it was compiled"
+                                                : "it was compiled as "
+                                                  "/elsewhere/../data/inlined/inlined.c") +
+                      "\n");
+        input.command = {"cc", "-c", "../data/inlined/inlined.c"};
+        const listed compiled = ::list({input}, {});
+        EXPECT_EQ(compiled.messages, "");
+        EXPECT_EQ(compiled.text, "f:\n# inlined.c:2 |     return x * x;\n\tnop\n");
+    }
 }
 
 TEST(Messages, TellOnceOfASourceThatIsNewerThanTheAssembly) {
@@ -799,7 +859,7 @@ TEST(Messages, TellWhatCannotBeShown) {
         {"\t.ident \"x\"\n", "clist: t.s: no functions\n"},
         {"\t.loc x\n", "clist: t.s:1: bad file number in .loc\n"},
         {"\t.file 1 \"/src/gone.c\"\nf:\n\t.loc 1 1\n\tnop\n",
-         "clist: /src/gone.c: there is no such file, so its lines stay empty\n"},
+         "clist: ../data/inlined/gone.c: there is no such file, so its lines stay empty\n"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(list({{"t.s", row.text}}).messages, row.message);
