@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -20,6 +21,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "clist/listing.h"
@@ -439,22 +441,61 @@ std::vector<std::string> local_names(const std::string& line) {
     return names;
 }
 
+// The words in a line that may be symbols.
+void add_words(const std::string& line, std::set<std::string>& words) {
+    std::string word;
+    for (const char c : line + " ") {
+        if (std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '.' || c == '$') {
+            word += c;
+        } else if (!word.empty()) {
+            words.insert(std::exchange(word, {}));
+        }
+    }
+}
+
+// Directives that emit data, as far as compilers write them.
+bool is_data(const std::string& line) {
+    static const std::set<std::string> directives = {
+        ".byte",  ".1byte", ".2byte", ".short",  ".value",  ".hword", ".half",
+        ".word",  ".4byte", ".long",  ".int",    ".8byte",  ".quad",  ".xword",
+        ".dword", ".octa",  ".ascii", ".asciz",  ".string", ".zero",  ".space",
+        ".skip",  ".fill",  ".float", ".single", ".double", ".comm",  ".lcomm",
+    };
+    return directives.contains(line.substr(0, line.find_first_of(" \t")));
+}
+
 // Holds the listing without noise against the whole one: the same code with the same comments,
-// blank lines only between functions, no directives but of data, no label that nothing refers
-// to, and every label that code and data refer to.
+// blank lines between functions and nowhere else, no directives but of data and in inline
+// assembly, no label that nothing refers to, and every label that code and data refer to.
 class noise_checker {
   public:
     noise_checker(const whole_listing& whole, const std::vector<nlohmann::json>& objects,
                   const std::string& comment)
-        : whole_(whole), objects_(objects), comment_(comment) {}
+        : whole_(whole), objects_(objects), comment_(comment) {
+        for (const nlohmann::json& it : objects) {
+            const std::string symbol = it["symbol"];
+            functions_ += functions_ == 0 || symbol != last_symbol_ ? 1 : 0;
+            symbols_.insert(last_symbol_ = symbol);
+        }
+    }
 
     void check(const std::string& text) {
         EXPECT_FALSE(text.starts_with("\n") || text.ends_with("\n\n") ||
                      text.find("\n\n\n") != std::string::npos)
             << "a blank line too many";
+        std::size_t blanks = 0;
+        bool begins_function = true;
         for (const std::string& line : lines_of(text)) {
+            if (begins_function) {
+                const std::string name = line.substr(0, line.find(':'));
+                EXPECT_TRUE(symbols_.contains(name) || symbols_.contains(""))
+                    << line << " is no function's beginning";
+            }
+            begins_function = line.empty();
+            blanks += line.empty() ? 1 : 0;
             check_line(line);
         }
+        EXPECT_EQ(blanks + 1, functions_) << "blank lines";
         EXPECT_EQ(number_, objects_.size()) << "lines of code";
         EXPECT_EQ(wrong_, 0U) << "lines of code with other comments than among all lines";
         for (const std::string& name : used_) {
@@ -464,6 +505,9 @@ class noise_checker {
         for (const std::string& name : labels_) {
             EXPECT_TRUE(!name.starts_with(".L") || used_.contains(name))
                 << name << " is shown and not used";
+            EXPECT_TRUE(name.starts_with(".L") || symbols_.contains(name) ||
+                        words_.contains(name) || data_names_.contains(name))
+                << name << " is shown, no function, and not used";
         }
     }
 
@@ -485,21 +529,30 @@ class noise_checker {
             return;
         }
         const std::string bare = trimmed(line);
-        if (bare == comment_ + "APP" || bare == comment_ + "NO_APP") {
-            in_inline_ = bare == comment_ + "APP";
+        // For some targets the mark has another character than comments.
+        if (bare == comment_ + "APP" || bare == "/APP") {
+            in_inline_ = true;
+        } else if (bare == comment_ + "NO_APP" || bare == "/NO_APP") {
+            in_inline_ = false;
+            return;
         }
         if (number_ < objects_.size() && bare == objects_[number_]["text"]) {
             const shown_code& same = whole_.code[number_++];
             wrong_ += shown_.place == same.place && shown_.inlined == same.inlined ? 0 : 1;
         } else if (line.ends_with(":") && !line.starts_with('\t')) {
-            labels_.insert(line.substr(0, line.size() - 1));
-            return;
-        } else if (!in_inline_) {
-            for (const char* const noise : {".loc", ".cfi_", ".file", ".section", ".type", ".size",
-                                            ".globl", ".p2align", ".align", ".text"}) {
-                EXPECT_FALSE(bare.starts_with(noise)) << line;
+            last_label_ = line.substr(0, line.size() - 1);
+            if (!in_inline_ || line.starts_with(".L")) {
+                labels_.insert(last_label_);
             }
+            return;
+        } else if (!in_inline_ && !bare.empty() && !bare.starts_with(comment_)) {
+            // Where nothing marks it, inline assembly is told by what only it has.
+            EXPECT_TRUE(is_data(bare) || (comment_ == "@" && (bare.starts_with(".pushsection") ||
+                                                              bare == ".popsection")))
+                << line;
+            data_names_.insert(last_label_);  // code may reach them from an anchor ahead
         }
+        add_words(line, words_);
         for (const std::string& name : local_names(line.substr(0, line.find(comment_ + " ")))) {
             used_.insert(name);
         }
@@ -512,8 +565,14 @@ class noise_checker {
     bool in_inline_ = false;
     std::size_t number_ = 0;
     std::size_t wrong_ = 0;
+    std::size_t functions_ = 0;
+    std::string last_symbol_;
+    std::set<std::string> symbols_;
     std::set<std::string> labels_;
     std::set<std::string> used_;
+    std::set<std::string> words_;
+    std::string last_label_;
+    std::set<std::string> data_names_;
 };
 
 // The list counts as much code of each function as is shown.
