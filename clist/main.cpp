@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
@@ -13,6 +14,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -178,6 +180,15 @@ static int refuse_without_source(const arguments& command) {
     return exit_usage;
 }
 
+// By the triple; an empty one is the compiler's own.
+static bool may_be_x86(std::string_view target) {
+    constexpr std::array<std::string_view, 6> names = {"x86_64", "i386", "i486",
+                                                       "i586",   "i686", "amd64"};
+    return target.empty() || std::any_of(names.begin(), names.end(), [&](std::string_view name) {
+               return target.starts_with(name);
+           });
+}
+
 static int list_compile(const options& given) {
     const arguments command = read_arguments(given.words);
     if (command.sources.empty()) {
@@ -192,6 +203,10 @@ static int list_compile(const options& given) {
             say(file + ": the compile itself uses this file");
             return exit_usage;
         }
+    }
+    if (given.intel && !may_be_x86(command.target)) {
+        say("--intel is for x86, not for " + command.target);
+        return exit_usage;
     }
     if (command.has_link_time) {
         say("-flto is left out: with it, code is made only when linking");

@@ -358,6 +358,27 @@ TEST(Clist, AnIntelListingIsCompiledSo) {
     EXPECT_TRUE(folder.read("words").starts_with("-S\nprog.c\n-g\n-masm=intel\n-o\n"));
 }
 
+TEST(Clist, IntelsSyntaxIsForX86) {
+    const ScratchFolder folder;
+    for (const string target : {"aarch64-linux-gnu", "arm-none-eabi", "riscv64-linux-gnu"}) {
+        for (const std::vector<string>& words :
+             {std::vector<string>{target + "-gcc"}, {"clang", "--target=" + target}}) {
+            std::vector<string> all{"--intel"};
+            all.insert(all.end(), words.begin(), words.end());
+            all.insert(all.end(), {"-c", "prog.c"});
+            const Finished run = clist(all, in(folder));
+            EXPECT_EQ(run.status, 2);
+            EXPECT_EQ(run.err, "clist: --intel is for x86, not for " + target + "\n");
+        }
+    }
+    const string compiler = fake_compiler(folder, "exit 3");
+    for (const string target : {"x86_64-w64-mingw32", "i686-linux-gnu", "i386-pc-none"}) {
+        EXPECT_EQ(
+            clist({"--intel", compiler, "--target=" + target, "-c", "prog.c"}, in(folder)).status,
+            3);
+    }
+}
+
 TEST(Clist, WhatMakesNoCodeIsWrongUsage) {
     const ScratchFolder folder;
     folder.write("prog.c", source);
