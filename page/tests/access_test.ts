@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import type { Page } from "playwright-core";
 import { seriousFaults } from "./axe.ts";
-import { code, eventually, line, source, useBrowser, withPage } from "./browser.ts";
+import { code, eventually, line, printed, source, useBrowser, withPage } from "./browser.ts";
 import { pageOf } from "./made_page.ts";
 import { box, other, sum } from "./samples.ts";
 
@@ -193,9 +193,10 @@ test("printed is the function on the screen, its code under its lines", () =>
                 await print.locator("p").innerText(),
                 /4 instructions, 25\u202f% inlined\. gcc -O2 -c sum\.c/,
             );
-            // And as a printer gets it.
-            const pdf = await page.pdf();
-            assert.ok(pdf.length > 5_000);
+            // And as a printer gets it: that and nothing else, once.
+            const texts = await print.locator("h1, p, pre").allInnerTexts();
+            assert.equal(await printed(page), texts.join("").replace(/\s/g, ""));
+            assert.equal(await print.textContent(), "", "nothing of it stays");
         },
         { hash: "#scale" },
     ));

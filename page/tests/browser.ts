@@ -2,6 +2,7 @@
 // and no request may leave the page.
 
 import assert from "node:assert/strict";
+import { spawnSync } from "node:child_process";
 import { after, before } from "node:test";
 import { type Browser, type BrowserContextOptions, chromium, type Page } from "playwright-core";
 
@@ -106,6 +107,17 @@ export const isSeen = (element: ReturnType<Page["locator"]>): Promise<boolean> =
             e.contains(document.elementFromPoint(x, middle)),
         );
     });
+
+// The text on the sheets that a printer gets, without its spaces.
+export async function printed(page: Page): Promise<string> {
+    const input = await page.pdf();
+    const { status, stdout } = spawnSync("pdftotext", ["-layout", "-", "-"], {
+        input,
+        encoding: "utf8",
+    });
+    assert.equal(status, 0, "pdftotext");
+    return stdout.replace(/\s/g, "");
+}
 
 // Waits until `get` gives what is expected.
 export async function eventually<T>(get: () => Promise<T>, expected: T, what = ""): Promise<void> {

@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import type { Page } from "playwright-core";
 import { code, eventually, isSeen, line, marked, source, useBrowser, withPage } from "./browser.ts";
-import { pageOf } from "./made_page.ts";
+import { type MadeUnit, pageOf } from "./made_page.ts";
 import { long, loop, other, sum } from "./samples.ts";
 
 useBrowser();
@@ -217,43 +217,108 @@ test("clicking the same line again goes to its next place", () =>
         await eventually(() => cursorLine(page, "Code"), "addq $4, %rdi");
     }));
 
-// Colours on the strip from top to bottom: where there are marks, in tenths of it.
-async function stripMarks(
-    page: Page,
-    pane: "Source" | "Code",
-    variable: string,
-): Promise<number[]> {
+// What the strip of a pane shows from top to bottom, at its left edge, where only marks are:
+// the colours, each with the tenths of the strip that have it.
+async function stripMarks(page: Page, pane: "Source" | "Code"): Promise<Record<string, number[]>> {
     return page
         .getByRole("region", { name: pane })
         .locator("canvas.strip")
-        .evaluate((element, name) => {
+        .evaluate((element) => {
             const canvas = element as HTMLCanvasElement;
-            const probe = document.createElement("canvas").getContext("2d")!;
-            probe.fillStyle = getComputedStyle(canvas).getPropertyValue(name);
-            probe.fillRect(0, 0, 1, 1);
-            const wanted = probe.getImageData(0, 0, 1, 1).data;
-            const context = canvas.getContext("2d")!;
-            const column = context.getImageData(2, 0, 1, canvas.height).data;
-            const tenths = new Set<number>();
+            const copy = document.createElement("canvas");
+            copy.height = canvas.height;
+            const context = copy.getContext("2d", { willReadFrequently: true })!;
+            context.drawImage(canvas, 0, 0);
+            const { data } = context.getImageData(2, 0, 1, canvas.height);
+            const found: Record<string, number[]> = {};
             for (let y = 0; y < canvas.height; ++y) {
-                if ([0, 1, 2].every((i) => column[4 * y + i] === wanted[i])) {
-                    tenths.add(Math.floor((10 * y) / canvas.height));
+                const [r, g, b, alpha] = data.slice(4 * y, 4 * y + 4);
+                const tenths = alpha === 0 ? [] : (found[`${r},${g},${b},${alpha}`] ??= []);
+                const tenth = Math.floor((10 * y) / canvas.height);
+                if (tenths.at(-1) !== tenth) {
+                    tenths.push(tenth);
                 }
             }
-            return [...tenths];
-        }, variable);
+            return found;
+        });
 }
 
-test("the strip shows where in the whole text the marked code lies", () => {
-    // Line 1 has code in the first and in the last function.
+// As style.css has them.
+const strip = {
+    light: { linked: "217,154,0,255", inlined: "124,92,219,255" },
+    dark: { linked: "240,192,64,255", inlined: "164,139,255,255" },
+};
+
+// A long text; line 1 has code in the first and in the last function, where line 9,102 has
+// code that was inlined at line 15,502.
+function scattered(): MadeUnit {
     const unit = long();
-    unit.functions.at(-1)!.rows.push(["\tret", ["function_0", "/src/long.c", 1]]);
-    return withPage(pageOf(unit), async (page) => {
-        await line(source(page), "line_1(void)").hover();
-        await eventually(() => stripMarks(page, "Code", "--strip-linked"), [0, 9]);
-        await eventually(() => stripMarks(page, "Source", "--strip-linked"), [0]);
-    });
-});
+    const path = "/src/long.c";
+    unit.functions
+        .at(-1)!
+        .rows.push(
+            ["\tret", ["function_0", path, 1]],
+            ["\tnop", ["inner", path, 9_102], ["function_999", path, 15_502]],
+        );
+    return unit;
+}
+
+for (const scheme of ["light", "dark"] as const) {
+    test(`the strip shows where in the whole text the marked code lies, ${scheme}`, () =>
+        withPage(
+            pageOf(scattered()),
+            async (page) => {
+                const { linked, inlined } = strip[scheme];
+                await line(source(page), "line_1(void)").hover();
+                await eventually(() => stripMarks(page, "Code"), { [linked]: [0, 9] });
+                await eventually(() => stripMarks(page, "Source"), { [linked]: [0] });
+                // A line whose code was inlined, and the line that it was inlined at.
+                await page.evaluate(() => (location.hash = "#long.c:9102"));
+                await eventually(() => stripMarks(page, "Source"), { [linked]: [4], [inlined]: [7] }); // prettier-ignore
+                await eventually(() => stripMarks(page, "Code"), { [linked]: [9] });
+                await page.evaluate(() => (location.hash = "#long.c:15502"));
+                await eventually(() => stripMarks(page, "Source"), { [linked]: [7] });
+                await eventually(() => stripMarks(page, "Code"), { [inlined]: [9] });
+                // Drawn anew when the colours change.
+                await page.keyboard.press("t");
+                const other = strip[scheme === "light" ? "dark" : "light"];
+                await eventually(() => stripMarks(page, "Code"), { [other.inlined]: [9] });
+            },
+            { colorScheme: scheme },
+        ));
+}
+
+test("the strip shows which lines of a source have code, the more the stronger", () =>
+    withPage(
+        sumPage,
+        async (page) => {
+            const orange = await source(page)
+                .locator("canvas.strip")
+                .evaluate((element) => {
+                    const canvas = element as HTMLCanvasElement;
+                    const row = document.querySelector("#source .cm-line")!.clientHeight;
+                    const copy = document.createElement("canvas");
+                    copy.height = canvas.height;
+                    const context = copy.getContext("2d", { willReadFrequently: true })!;
+                    context.drawImage(canvas, 0, 0);
+                    return Array.from({ length: 13 }, (_, i) => {
+                        const y = Math.round((i + 0.5) * row * devicePixelRatio);
+                        const [r, g, b, alpha] = context.getImageData(
+                            canvas.width - 3,
+                            y,
+                            1,
+                            1,
+                        ).data;
+                        return { isOrange: r > 240 && g > 80 && g < 160 && b < 60, alpha };
+                    });
+                });
+            const lines = orange.flatMap(({ alpha }, i) => (alpha > 0 ? [i + 1] : []));
+            assert.deepEqual(lines, [4, 5, 8, 10, 11, 13]);
+            assert.ok(lines.every((at) => orange[at - 1].isOrange));
+            assert.ok(orange[9].alpha > orange[3].alpha && orange[3].alpha > orange[4].alpha);
+        },
+        { hash: "#sum.c:1" },
+    ));
 
 test("a click on the strip goes there", () =>
     withPage(pageOf(long()), async (page) => {

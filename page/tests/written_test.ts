@@ -9,7 +9,17 @@ import { join } from "node:path";
 import { test } from "node:test";
 import type { Page } from "playwright-core";
 import { seriousFaults } from "./axe.ts";
-import { code, eventually, line, marked, ready, source, useBrowser, withPage } from "./browser.ts";
+import {
+    code,
+    eventually,
+    line,
+    marked,
+    printed,
+    ready,
+    source,
+    useBrowser,
+    withPage,
+} from "./browser.ts";
 import {
     address,
     clist,
@@ -189,6 +199,28 @@ test("inlined code says where from and where to, in both directions", () =>
         await eventually(() => marked(source(page), "linked"), ["return x < 100 ? x : 100;"]);
         assert.match(await told(page), /inlined at.* sum\.c:13/);
     }));
+
+test("printed is the function on the screen, and nothing else", () =>
+    withPage(
+        sumPage,
+        async (page) => {
+            const own = instructions.filter((it) => it.symbol === "twice");
+            const clamp = "clamp.h:4(inlinedatsum.c:13)|returnx<100?x:100;";
+            await eventually(async () => (await printed(page)).includes(clamp), true);
+            const text = await printed(page);
+            assert.ok(text.startsWith(`twice${own.length}instructions,`), text);
+            assert.ok(text.includes("gcc-O2-csum.c"));
+            // Its instructions, all and in their order; of the other function none.
+            const [, code] = text.split("twice:");
+            const rest = own.reduce((left, it) => {
+                const at = left.indexOf(it.text.replace(/\s/g, ""));
+                assert.ok(at >= 0, it.text);
+                return left.slice(at + 1);
+            }, code);
+            assert.ok(!rest.includes("sum:") && !text.includes("total"), text);
+        },
+        { hash: "#twice" },
+    ));
 
 test("assembly at hand and standard input give the same code", async () => {
     const rows = async (page: Page): Promise<string[]> =>

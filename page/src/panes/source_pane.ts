@@ -156,7 +156,7 @@ export class SourcePane extends Pane {
             lines: 1,
             style: "call-site",
         }));
-        if (link?.file && link.file === this.file) {
+        if (link?.file && link.file === this.file && link.places.length > 0) {
             marks.push({ line: link.line, lines: 1, style: "linked" });
         }
         this.redraw(marks);
