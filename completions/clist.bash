@@ -41,6 +41,16 @@ _clist() {
     elif [[ $previous == -p || $previous == --project ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
+    elif [[ $previous == -o || $previous == --output || $previous == --lines ||
+        $previous == --depfile ]]; then
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    elif [[ $previous == --through ]]; then
+        mapfile -t COMPREPLY < <(compgen -c -- "$current" | sort -u)
+    elif [[ $previous == -j || $previous == --jobs || $previous == --function ||
+        $previous == --context || $previous == --comment || $previous == --source-map ||
+        $previous == --suffix ]]; then
+        :
     elif [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
     else

@@ -68,6 +68,14 @@ TEST(BashCompletion, OffersOptionsAndValues) {
     EXPECT_EQ(bash_completes("clist", {"gcc", "-c", "sample/CM"}),
               std::set<string>{"sample/CMakeLists.txt"});
     EXPECT_EQ(bash_completes("clist", {"-p", "sam"}), std::set<string>{"sample"});
+    // Values are no compilers.
+    for (const string option : {"-o", "--lines", "--depfile", "--function", "-j", "--suffix"}) {
+        EXPECT_EQ(bash_completes("clist", {option, "wai"}), std::set<string>{""}) << option;
+    }
+    EXPECT_TRUE(bash_completes("clist", {"wai"}).contains("wait"));
+    EXPECT_TRUE(bash_completes("clist", {"--through", "wai"}).contains("wait"));
+    EXPECT_EQ(bash_completes("clist", {"--lines", "sample/CM"}),
+              std::set<string>{"sample/CMakeLists.txt"});
     EXPECT_EQ(bash_completes("interlist", {"sample/CM"}),
               std::set<string>{"sample/CMakeLists.txt"});
 }
