@@ -305,10 +305,10 @@ TEST(ClistProject, AsManyCompilesRunAtOnceAsTold) {
         fs::permissions(file, fs::perms::owner_all);
         return file;
     };
-    const string meeting =
-        script("meeting",
-               "case \"$*\" in *one.c*) timeout 20 sh -c 'echo > meet';; *) timeout 20 cat meet;; "
-               "esac");
+    const string meeting = script(
+        "meeting",
+        "case \"$*\" in *one.c*) timeout 300 sh -c 'echo > meet';; *) timeout 300 cat meet;; "
+        "esac");
     EXPECT_EQ(project.made({"--through", meeting, "-j", "2"}), both);
     const string counting = script("counting", "echo begin >> log");
     project.folder.write("log", "");
