@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -172,6 +173,39 @@ TEST(DebugData, ThatIsNotReadEndsAtEveryDirectiveThatMatters) {
             ASSERT_EQ(assembly.files.count(7), std::string(row).find("file") != std::string::npos);
         }
     }
+}
+
+TEST(DebugData, EndsAtEveryDirectiveThatMatters) {
+    for (const std::string section : {".debug_info", ".debug_loclists"}) {
+        const std::string data = "\t.section " + section + "\n\t.byte\t1\n";
+        for (const char* name : {".data", ".bss", ".rdata", ".sdata", ".sbss", ".cstring", ".const",
+                                 ".seh_handlerdata"}) {
+            const std::string text = data + "\t" + name + "\n\t.byte\t2\n";
+            const assembly_file assembly = read(text);
+            EXPECT_TRUE(std::any_of(assembly.sections.begin(), assembly.sections.end(),
+                                    [=](const auto& it) { return it.name == name; }))
+                << section << name;
+        }
+        EXPECT_EQ(read(data + "\t.subsection 1\n\t.byte\t2\n").sections.size(),
+                  read(data).sections.size() + 1)
+            << section;
+        EXPECT_EQ(read("\t.pushsection " + section + "\n\t.byte\t1\n\t.popsection\n\tnop\n")
+                      .instructions.size(),
+                  1U)
+            << section;
+        for (const char* name : {".ifile", ".ifunc", ".iline", ".isym", ".iendfunc"}) {
+            assembly_file assembly;
+            EXPECT_TRUE(read_assembly(data + "\t" + name + "\t1\n", assembly, {.debug = true}))
+                << section << name;
+        }
+    }
+}
+
+// No compiler leaves more room than its text is long.
+TEST(DebugData, RoomIsLeftUpToTheLengthOfTheText) {
+    const std::string text = "\t.section .debug_info\n\t.zero\t";
+    EXPECT_EQ(read(text + "32\n").debug[0].bytes, std::string(text.size() + 3, '\0'));
+    EXPECT_EQ(read(text + "33\n").debug[0].bytes, "");
 }
 
 TEST(DebugData, ReturnsToASectionThatWasLeft) {

@@ -4,6 +4,7 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <functional>
 #include <string>
@@ -11,7 +12,10 @@
 
 #include "interlist/input.h"
 #include "interlist/output.h"
+#include "interlist/source_file.h"
+#include "interlist/state.h"
 #include "tests/harness/program.h"
+#include "tests/interlist/fresh_state.h"
 
 // The linker leads every call in this program here.
 extern "C" {
@@ -26,6 +30,7 @@ namespace {
 // What stands in for the next call, which it may make or not.
 std::function<ssize_t(int, std::string_view)> next_write;
 std::function<ssize_t(int, char*, std::size_t, off_t)> next_pread;
+std::size_t bytes_read = 0;
 
 ssize_t interrupted() {
     errno = EINTR;
@@ -87,7 +92,9 @@ ssize_t __wrap_pread(int descriptor, void* to, std::size_t size, off_t offset) {
     if (const auto call = std::exchange(next_pread, nullptr)) {
         return call(descriptor, static_cast<char*>(to), size, offset);
     }
-    return __real_pread(descriptor, to, size, offset);
+    const ssize_t count = __real_pread(descriptor, to, size, offset);
+    bytes_read += static_cast<std::size_t>(std::max(count, ssize_t{0}));
+    return count;
 }
 
 TEST_F(Writing, AWriteThatIsInterruptedIsTriedAgain) {
@@ -192,4 +199,26 @@ TEST(Reading, AShortReadIsNotTheEnd) {
     EXPECT_TRUE(next_piece(input, 10, line));
     EXPECT_EQ(line, "abc\n");
     std::fclose(file);
+}
+
+TEST(Reading, LinesBehindALongOneThatWasListedAreJumpedTo) {
+    std::string text(20000, 'x');
+    for (int i = 1; i <= 40000; ++i) {
+        text.append("\nline ").append(std::to_string(i));
+    }
+    const ScratchFolder folder;
+    start_afresh();
+    open_cfile(folder.write("x.c", text).c_str());
+    go_to_line(39000);
+    go_to_line(1);
+    for (int piece = 1; piece <= 2; ++piece) {
+        read_source_line(16377);
+        line_is_done();
+    }
+    bytes_read = 0;
+    go_to_line(39000);
+    read_source_line(100);
+    EXPECT_STREQ(in_rec, "line 38998\n");
+    EXPECT_LT(bytes_read, text.size() / 4);
+    start_afresh();
 }

@@ -249,3 +249,19 @@ TEST_F(GoToLine, PositionsAreKnownWhenAFileComesBack) {
     read_source_line(100);
     EXPECT_STREQ(in_rec, "line 29999\n");
 }
+
+TEST_F(GoToLine, ALongLineThatWasBegunIsOfItsFileAlone) {
+    std::string text;
+    for (int i = 1; i <= 3000; ++i) {
+        text.append("line ").append(std::to_string(i)).append(40, '.').append("\n");
+    }
+    open(std::string(20000, 'x') + "\n");
+    go_to_line(1);
+    read_source_line(16377);
+    line_is_done();
+    open_cfile(folder.write("y.c", text).c_str());
+    go_to_line(3000);
+    go_to_line(1000);
+    read_source_line(100);
+    EXPECT_EQ(std::string(in_rec).substr(0, 10), "line 1000.");
+}
