@@ -100,7 +100,11 @@ label_index::label_index(const assembly_file& assembly)
           std::min<std::size_t>(assembly.labels.size() * 2 + 1000, none - 1))) {
     const std::vector<label>& labels = assembly.labels;
     std::vector<std::uint32_t> others;
+    constexpr std::size_t ahead = 16;  // names lie all over a large text
     for (std::uint32_t i = 0; i < labels.size(); ++i) {
+        if (i + ahead < labels.size()) {
+            __builtin_prefetch(assembly.text.data() + labels[i + ahead].name_at);
+        }
         std::uint32_t* const place = place_numbered(assembly.name_of(labels[i]));
         if (place == nullptr) {
             others.push_back(i);

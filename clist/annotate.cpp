@@ -139,6 +139,15 @@ origin annotation::origin_of(std::uint32_t instruction) const {
     return outer;
 }
 
+void annotation::prefetch_line(std::uint32_t position) const {
+    if (position < code_.positions.size()) {
+        const assembly::code_position& it = code_.positions[position];
+        if (const std::uint32_t source = source_of(it.file); source != none) {
+            sources_.prefetch_line(source, it.line);
+        }
+    }
+}
+
 std::string_view annotation::text_of(std::uint32_t instruction) const {
     std::string_view line = code_.line_of(code_.instructions[instruction]);
     constexpr std::string_view blanks = " \t\r";

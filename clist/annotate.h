@@ -67,6 +67,8 @@ class annotation {
     origin origin_of(std::uint32_t instruction) const;
     // Its text, blanks around it not among it.
     std::string_view text_of(std::uint32_t instruction) const;
+    // Has the processor fetch the source line of a position that will be shown soon.
+    void prefetch_line(std::uint32_t position) const;
     // The way that code of this origin came, innermost function first. `symbol` is the
     // function that the code is in, for code that no debugging data tell of.
     void frames_of(const origin& from, std::string_view symbol, std::vector<frame>& frames) const;

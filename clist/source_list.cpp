@@ -199,4 +199,11 @@ std::string_view source_list::line(std::uint32_t index, std::uint32_t number) {
     return line;
 }
 
+void source_list::prefetch_line(std::uint32_t index, std::uint32_t number) const {
+    const source_file& file = files_[index];
+    if (number != 0 && number < file.line_starts.size() && file.found.file) {
+        __builtin_prefetch(file.found.file->text().data() + file.line_starts[number - 1]);
+    }
+}
+
 }  // namespace clist

@@ -52,6 +52,8 @@ class source_list {
 
     // One line without its end; empty when there is none. Lines count from 1.
     std::string_view line(std::uint32_t index, std::uint32_t number);
+    // Has the processor fetch a line that will be asked for soon.
+    void prefetch_line(std::uint32_t index, std::uint32_t number) const;
 
   private:
     bool is_own(const std::string& path, std::string_view directory) const;

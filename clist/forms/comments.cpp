@@ -110,6 +110,9 @@ std::string_view comment_lines::lines_before(std::uint32_t instruction) {
         return {};
     }
     last_ = from;
+    if (position != none) {
+        model_.prefetch_line(position + 2);
+    }
     return lines_of(from);
 }
 
