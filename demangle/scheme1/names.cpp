@@ -141,8 +141,8 @@ const char* prefix(const char* at, const char* bound, bool whole_is_type, name_r
                 report_bad_name(state);
                 break;
             }
-            at = template_args(at, wants_blank(*component, at, state), state);
-            component->flags &= static_cast<unsigned char>(~is_less);
+            at = template_args(at, wants_blank(*component, state), state);
+            component->flags |= is_closed;
             progress.facts = is_named | has_args;
             enter_prefix(at, at, subst_prefix, progress, *component, state);
         } else {
@@ -250,7 +250,11 @@ OUT_OF_LINE static const char* local_name(const char* at, name_record* record,
         return at;
     }
     at = name_part(at, record, component, state);
-    return discriminator(at, state);
+    const char* const end = discriminator(at, state);
+    if (end != at) {
+        component->flags |= is_closed;
+    }
+    return end;
 }
 
 // ---- All names ----
@@ -274,7 +278,8 @@ static const char* unscoped_name(const char* at, name_record* record, last_compo
     }
     if (*at == 'I') {
         eabi_add_substitution(start, subst_name, start, *component, text_at, state);
-        at = template_args(at, wants_blank(*component, at, state), state);
+        at = template_args(at, wants_blank(*component, state), state);
+        component->flags |= is_closed;
         record->no_return_type = carries_no_return_type(*component);
     } else {
         record->no_return_type = true;
@@ -300,7 +305,8 @@ OUT_OF_LINE static const char* other_name(const char* at, name_record* record,
     record->no_return_type = true;
     record->ctor_dtor_kind = component->kind;
     if (*at == 'I') {
-        at = template_args(at, wants_blank(*component, at, state), state);
+        at = template_args(at, wants_blank(*component, state), state);
+        component->flags |= is_closed;
         record->no_return_type = carries_no_return_type(*component);
     }
     return at;

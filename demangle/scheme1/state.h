@@ -46,6 +46,7 @@ enum component_flag : unsigned char {
     names_module = 8,        // the name of a module
     without_args = 16,       // what follows a parameter in it is not its arguments
     is_complete = 32,        // a type that takes no arguments
+    is_closed = 128,         // arguments, tags or the like stand behind the last name
 };
 
 // A component of a name, as what follows it needs to know it.

@@ -171,7 +171,7 @@ static bool copy_entry(const subst_entry& entry, unsigned cv, eabi_decode_state*
 static void set_component(const subst_entry& entry, last_component* component) {
     if (component != nullptr) {
         *component = entry.component;
-        component->flags &= is_conversion | is_less | is_complete;
+        component->flags &= is_conversion | is_less | is_complete | is_closed;
         component->shape = 0;
     }
 }

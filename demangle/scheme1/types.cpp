@@ -292,9 +292,9 @@ static const char* d_type(const char* at, unsigned cv, bool allow_template_args,
 // Template arguments behind what may be a template, and the entry for the two.
 static const char* applied_args(const char* start, const char* at, std::uint64_t text_at,
                                 last_component* component, eabi_decode_state* state) {
-    at = template_args(at, wants_blank(*component, at, state), state);
+    at = template_args(at, wants_blank(*component, state), state);
     component->kind = ' ';
-    component->flags = 0;
+    component->flags = is_closed;
     eabi_add_substitution(start, subst_type, start, *component, text_at, state);
     return at;
 }

@@ -34,10 +34,9 @@ const char* source_name(const char* at, eabi_decode_state* state) {
     return at + length;
 }
 
-OUT_OF_LINE bool ends_in_less(const last_component& component, const char* args,
-                              const eabi_decode_state* state) {
-    if ((component.flags & is_less) != 0) {
-        return true;
+OUT_OF_LINE bool ends_in_less(const last_component& component, const eabi_decode_state* state) {
+    if ((component.flags & (is_less | is_closed)) != 0) {
+        return (component.flags & is_closed) == 0;
     }
     const char* at = last_name_of(component, state);
     // A bad name's length may lead anywhere.
@@ -49,11 +48,7 @@ OUT_OF_LINE bool ends_in_less(const last_component& component, const char* args,
         length = length * 10 + static_cast<std::size_t>(*at - '0');
     }
     const std::string_view text(at, length);
-    if (!text.ends_with('<') || text.starts_with(anonymous)) {
-        return false;
-    }
-    // Behind tags the text ends in another letter.
-    return component.kind == ' ' ? at[length] != 'B' : args[-1] == component.kind;
+    return text.ends_with('<') && !text.starts_with(anonymous);
 }
 
 // { "B" source-name }
@@ -300,9 +295,10 @@ const char* unqualified_name(const char* at, last_component* component, eabi_dec
     }
     if (*at == 'B') {
         at = abi_tags(at, state);
-        component->flags &= static_cast<unsigned char>(~is_less);
+        component->flags |= is_closed;
     }
     if (module != nullptr) {
+        component->flags |= is_closed;
         emit_char('@', state);
         emit_module(module, module_stop, state);
     }

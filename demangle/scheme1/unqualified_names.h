@@ -62,19 +62,17 @@ inline void emit_plain_name(plain_name name, std::size_t scope, eabi_decode_stat
     state->out_len += name.length + scope;
 }
 
-// Whether the component's text ends in "<", so that a blank stands in front of its argument
-// list at `args`.
-bool ends_in_less(const last_component& component, const char* args,
-                  const eabi_decode_state* state);
+// Whether the component's text ends in "<".
+bool ends_in_less(const last_component& component, const eabi_decode_state* state);
 
-// The same, told by the text where it stands in the buffer.
-inline bool wants_blank(const last_component& component, const char* args,
-                        const eabi_decode_state* state) {
+// The same, told by the text where it stands in the buffer: a blank is to stand between it and
+// its argument list.
+inline bool wants_blank(const last_component& component, const eabi_decode_state* state) {
     if (state->overflowed == 0 &&
         (state->out_len == 0 || state->out_buf[state->out_len - 1] != '<')) {
         return false;
     }
-    return ends_in_less(component, args, state);
+    return ends_in_less(component, state);
 }
 
 }  // namespace scheme1

@@ -36,7 +36,7 @@ const char* base_unresolved_name(const char* at, eabi_decode_state* state) {
     }
     last_component component;
     at = unqualified_name(at, &component, state);
-    return *at == 'I' ? template_args(at, wants_blank(component, at, state), state) : at;
+    return *at == 'I' ? template_args(at, wants_blank(component, state), state) : at;
 }
 
 // simple-id+ "E": the classes between the first one and the name.

@@ -2,7 +2,22 @@
 // is meant.
 #include <gtest/gtest.h>
 
+#include <string_view>
+
 #include "tests/demangle/scheme1/rows.h"
+
+namespace {
+
+// Without a buffer, too, a name needs room for its text.
+template <std::size_t count>
+void expect_sizes(const Row (&rows)[count]) {
+    for (const Row& row : rows) {
+        EXPECT_EQ(decode_into(row.name, 0, true).needed, std::string_view(row.text).size() + 1)
+            << row.name;
+    }
+}
+
+}  // namespace
 
 TEST(Scheme1Grouping, ACommaInAListGoesIntoParentheses) {
     static constexpr Row rows[] = {
@@ -114,6 +129,36 @@ TEST(Scheme1Grouping, ABlankStandsBetweenANameThatEndsInLessAndItsArguments) {
         {"_Z2a<B2x<IiEvv", "void a<[abi:x<]<int>()"},
     };
     expect_rows(rows);
+}
+
+// Also where the buffer is too small, and only the letters of the name can tell.
+TEST(Scheme1Grouping, NoBlankStandsWhereSomethingFollowsALess) {
+    static constexpr Row rows[] = {
+        {"_Z1fN2a<IiEES0_IiE", "f(a< <int>, a< <int><int>)"},
+        {"_Z1f2a<IiES0_IiE", "f(a< <int>, a< <int><int>)"},
+        {"_Z1f2a<S_IiES0_IiE", "f(a<, a< <int>, a< <int><int>)"},
+        {"_Z1fPN2a<IiEES_S0_IiE", "f(a< <int> *, a<, a< <int><int>)"},
+        {"_Z1f2a<B1xIiE", "f(a<[abi:x]<int>)"},
+        {"_Z1f2a<B1xS_IiE", "f(a<[abi:x], a<[abi:x]<int>)"},
+        {"_ZN1AltB1xIiEEvv", "void A::operator <[abi:x]<int>()"},
+        {"_ZN2a<C1IiEEi", "a<::a< <int>(int)"},
+        {"_ZN2a<C1B2x1IiEEi", "a<::a<[abi:x1]<int>(int)"},
+        {"_Z1fZ1gvE2a<_0S_IiE", "f(g()::a< (instance 2), g()::a< (instance 2)<int>)"},
+        {"_Z1fZ1gvE2a<S_IiE", "f(g()::a<, g()::a< <int>)"},
+    };
+    expect_rows(rows);
+    expect_sizes(rows);
+    static constexpr Row of_modules[] = {
+        {"_ZW3foo2a<IiEvv", "void a<@foo<int>()"},
+        {"_ZN1AW3foo2a<IiEEvv", "void A::a<@foo<int>()"},
+        {"_ZW3fooltIiEvv", "void operator <@foo<int>()"},
+        {"_ZN1AW3foolsIiEEvv", "void A::operator <<@foo<int>()"},
+        {"_ZW3fooli2_<IiEvv", "void operator \"\"_<@foo<int>()"},
+        {"_Z1fW3foo2a<S0_IiE", "f(a<@foo, a<@foo<int>)"},
+    };
+    const ExtendedNames extended;
+    expect_rows(of_modules);
+    expect_sizes(of_modules);
 }
 
 TEST(Scheme1Grouping, VendorQualifiersOfTheTableStandWithoutArguments) {
