@@ -22,6 +22,7 @@ TEST(Scheme1Edges, QualifiersOfFunctionTypes) {
         {"_Z1fM1AVFvvE", "f(void (A::*)() volatile)"},
         {"_Z1fM1ArVKFvvE", "f(void (A::*)() const volatile restrict)"},
         {"_ZNr1A1fEv", "A::f() restrict"},
+        {"_Z1fPKFFvvEvE", "f(void (*)() const())"},
     };
     expect_rows(rows);
 }
@@ -300,6 +301,26 @@ TEST(Scheme1Edges, TextsOfAllLengthsAtTheEndOfAName) {
         {"_ZN1x33abcdefghijklmnopqrstuvwxyzABCDEFGEPKcS1_S1_S1_S1_S1_S1_S1_S1_",
          "x::abcdefghijklmnopqrstuvwxyzABCDEFG(const char *, const char *, const char *, const "
          "char *, const char *, const char *, const char *, const char *, const char *)"},
+    };
+    expect_rows(rows);
+}
+
+TEST(Scheme1Edges, QualifiersAroundAVendorQualifierFollowAMark) {
+    static constexpr Row rows[] = {
+        {"_Z1fKU3AS1i", "f(const AS1 int)"},
+        {"_Z1fKU3AS1Pi", "f(AS1 int *const)"},
+        {"_Z1fKU3AS1U8__handle3Foo", "f(AS1 Foo ^const)"},
+        {"_Z1fKU3AS1U14__interior_ptrPi", "f(const AS1 interior_ptr<int *>)"},
+        {"_Z1fKU3AS1U8__vectorPi", "f(AS1 __attribute__((vector_size(?))) int *const)"},
+    };
+    expect_rows(rows);
+}
+
+// Its arguments then belong to the type and are entered with it.
+TEST(Scheme1Edges, AConversionToATemplateThatIsMetByReference) {
+    static constexpr Row rows[] = {
+        {"_ZN1AIiEcvS_IcEEv", "A<int>::operator A<char>()"},
+        {"_ZN1AIiEcvS_IcEE1BS1_", "A<int>::operator A<char>(B, A<char>)"},
     };
     expect_rows(rows);
 }

@@ -232,6 +232,8 @@ TEST(Scheme1Style, RequiresExpressionsListTheirRequirements) {
         {"_Z1fIXrQT__Xplfp_Li1ENRN1N1CIiEEEEEvv",
          "void f<requires(T1) { {param#1 + 1} noexcept -> N::C<int>; }>()"},
         {"_Z1fIXrqXL_Z1xEQntLb0EEEEvv", "void f<requires { x; requires !false; }>()"},
+        {"_Z1fIXrqXplT_Li2EEEEvv", "void f<requires { T1 + 2; }>()"},
+        {"_Z1fIXrqXgtT_Li2EEEEvv", "void f<(requires { T1 > 2; })>()"},
         {"_Z1fIXrqQrqQLb1EEEEEvv", "void f<requires { requires requires { requires true; }; }>()"},
         {"_Z1fIXntrqTiEEEvv", "void f<!requires { typename int; }>()"},
         {"_Z1fIXrqEEEvv", bad},
