@@ -530,9 +530,9 @@ class noise_checker {
         }
         const std::string bare = trimmed(line);
         // For some targets the mark has another character than comments.
-        if (bare == comment_ + "APP" || bare == "/APP") {
+        if (bare == comment_ + "APP" || bare == "#APP" || bare == "/APP") {
             in_inline_ = true;
-        } else if (bare == comment_ + "NO_APP" || bare == "/NO_APP") {
+        } else if (bare == comment_ + "NO_APP" || bare == "#NO_APP" || bare == "/NO_APP") {
             in_inline_ = false;
             return;
         }
