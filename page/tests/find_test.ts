@@ -451,35 +451,48 @@ test("an address of code without a line shows the function's source all the same
         { hash: "#scale+4" },
     ));
 
-for (const hash of [
-    "#_Z4openN4shop3boxE",
-    "#open(shop::box)",
-    "#open%28shop%3A%3Abox%29",
-    "#open",
-]) {
-    test(`a function is known by its symbol and its name: ${hash}`, () =>
-        withPage(
-            boxPage,
-            async (page) => {
-                const at = await code(page).locator(".cm-activeLine").first().innerText();
-                assert.equal(at, "open(shop::box):");
-            },
-            { hash },
-        ));
+// Opens a page anew at each of these places.
+async function atEach(
+    page: Page,
+    address: string,
+    hashes: string[],
+    test: (hash: string) => Promise<void>,
+): Promise<void> {
+    for (const hash of hashes) {
+        await page.goto("about:blank");
+        await page.goto(address + hash);
+        await ready(page);
+        await test(hash);
+    }
 }
 
-for (const hash of [
-    "#",
-    "#nothing.c:7",
-    "#%E0%A4%A",
-    "#no_such_function",
-    "#sum.c:99999999999",
-    "#:",
-    "#+1",
-]) {
-    test(`an address that names nothing here opens the page all the same: ${hash}`, () =>
-        withPage(sumPage, (page) => line(code(page), "sum:").waitFor(), { hash }));
-}
+test("a function is known by its symbol and its name", () =>
+    withPage(boxPage, (page) => {
+        const hashes = [
+            "#_Z4openN4shop3boxE",
+            "#open(shop::box)",
+            "#open%28shop%3A%3Abox%29",
+            "#open",
+        ];
+        return atEach(page, boxPage, hashes, async (hash) => {
+            const at = await code(page).locator(".cm-activeLine").first().innerText();
+            assert.equal(at, "open(shop::box):", hash);
+        });
+    }));
+
+test("an address that names nothing here opens the page all the same", () =>
+    withPage(sumPage, (page) => {
+        const hashes = [
+            "#",
+            "#nothing.c:7",
+            "#%E0%A4%A",
+            "#no_such_function",
+            "#sum.c:99999999999",
+            "#:",
+            "#+1",
+        ];
+        return atEach(page, sumPage, hashes, () => line(code(page), "sum:").waitFor());
+    }));
 
 const hashOf = (page: Page): Promise<string> => page.evaluate(() => location.hash);
 

@@ -149,10 +149,19 @@ const colours: [page: string, line: string, word: string, kind: string][] = [
     [sumPage, "testl", "%esi", "c-register"],
     [sumPage, "$100, %edx", "$100", "c-number"],
 ];
-for (const [address, at, word, kind] of colours) {
-    test(`${word} is coloured as ${kind}`, () =>
+for (const [language, address] of [
+    ["C", sumPage],
+    ["C++", boxPage],
+]) {
+    test(`words are coloured after what they are: ${language}`, () =>
         withPage(address, async (page) => {
-            assert.ok((await kindOf(page, at, word)).some((name) => name.includes(kind)));
+            for (const [, at, word, kind] of colours.filter(([of]) => of === address)) {
+                const kinds = await kindOf(page, at, word);
+                assert.ok(
+                    kinds.some((name) => name.includes(kind)),
+                    `${word} in ${at} is ${kinds.join(", ")}, not ${kind}`,
+                );
+            }
         }));
 }
 

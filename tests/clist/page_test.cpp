@@ -6,10 +6,12 @@
 #include <unistd.h>
 #include <zlib.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -251,6 +253,61 @@ TEST(Page, TellsOfTheUnitInItsHead) {
               R"("row":[0],"rows":[6],"instructions":[5],"inlined":[2]},)"
               R"("inlined":{"name":["square","sum_of_squares"],"file":[0,0],"line":[2,6],)"
               R"("instructions":[2,2]}})");
+}
+
+// The list compared with the frames and rows that stand beside it in the data.
+TEST(Page, ListsTheFunctionsThatStandNowhereByThemselves) {
+    std::size_t listed = 0;
+    for (const char* name : {"gas/gcc_c_O3_dwarf4.s", "gas/gcc_cpp_O1_dwarf4.s",
+                             "inlined/clang_5.s", "inlined/gcc_4.s", "library/use.s"}) {
+        const chunks made = chunks_of(page({{"t.s", data(name)}}, quiet));
+        const std::string& rows = made.at("0/rows");
+        const std::vector<std::string> names = texts(rows, "names");
+        const std::vector<long> function = column(rows, "frame_function");
+        const std::vector<long> line = column(rows, "frame_line");
+        const std::vector<long> parent = column(rows, "frame_parent");
+        const std::vector<long> run_frame = column(rows, "run_frame");
+        const std::vector<long> run_rows = column(rows, "run_rows");
+        const std::string kinds = rows.substr(rows.find("\"kinds\":\"") + 9);
+
+        std::map<std::string, long> instructions;
+        std::map<std::string, long> first_line;
+        std::size_t row = 0;
+        for (std::size_t run = 0; run < run_rows.size(); ++run) {
+            const auto end = row + static_cast<std::size_t>(run_rows[run]);
+            const auto count = std::count(&kinds[row], &kinds[end], 'i');
+            std::set<long> within;
+            for (long at = run_frame[run]; at >= 0; at = parent[static_cast<std::size_t>(at)]) {
+                within.insert(function[static_cast<std::size_t>(at)]);
+            }
+            for (const long it : within) {
+                instructions[names[static_cast<std::size_t>(it)]] += count;
+            }
+            row = end;
+        }
+        for (std::size_t i = 0; i < function.size(); ++i) {
+            const std::string& it = names[static_cast<std::size_t>(function[i])];
+            const long known = first_line.emplace(it, line[i]).first->second;
+            first_line[it] = std::min(known, line[i]);
+        }
+        for (std::size_t i = 0; i < function.size(); ++i) {
+            if (parent[i] < 0) {
+                instructions.erase(names[static_cast<std::size_t>(function[i])]);
+            }
+        }
+
+        const std::string& head = made.at("0/unit");
+        const std::string inlined = head.substr(head.find("\"inlined\":{"));
+        const std::vector<std::string> found = texts(inlined, "name");
+        listed += found.size();
+        EXPECT_EQ(std::set(found.begin(), found.end()).size(), instructions.size()) << name;
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            ASSERT_TRUE(instructions.contains(found[i])) << found[i];
+            EXPECT_EQ(column(inlined, "instructions")[i], instructions[found[i]]) << found[i];
+            EXPECT_EQ(column(inlined, "line")[i], first_line[found[i]]) << found[i];
+        }
+    }
+    EXPECT_GT(listed, 5U);
 }
 
 TEST(Page, TellsWhereEachRowCameFrom) {
