@@ -265,3 +265,20 @@ TEST_F(GoToLine, ALongLineThatWasBegunIsOfItsFileAlone) {
     read_source_line(100);
     EXPECT_EQ(std::string(in_rec).substr(0, 10), "line 1000.");
 }
+
+TEST_F(GoToLine, AByteOf255JustBeforeTheListedLimitEndsALine) {
+    std::string text = std::string(16375, 'y') + "\xff";
+    for (int i = 2; i <= 3000; ++i) {
+        text.append("line ").append(std::to_string(i)).append("\n");
+    }
+    open(text);
+    go_to_line(2900);
+    go_to_line(1);
+    for (int line = 1; line <= 2; ++line) {
+        read_source_line(16377);
+        line_is_done();
+    }
+    go_to_line(2000);
+    read_source_line(16377);
+    EXPECT_STREQ(in_rec, "line 2000\n");
+}
