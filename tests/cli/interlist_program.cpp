@@ -295,6 +295,13 @@ TEST_F(Program, WarnsOnceOfAMissingSource) {
     EXPECT_EQ(folder.read("prog.cl"), "A\nB\nC\n");
 }
 
+TEST_F(Program, AFirstFunctionWithoutALineNumberStartsBeforeTheFirst) {
+    folder.write("a.c", "one\ntwo\n");
+    folder.write("prog.asm", "\t.ifile\t\"a.c\"\n\t.ifunc\tx\n\t.iline\t3\nA\n\t.iendfunc\t1\nB\n");
+    expect({"prog.asm", "-w", "12"}, 0, "", "");
+    EXPECT_EQ(folder.read("prog.cl"), ";-----------\n;   1 | one \n;-----------\nA\nB\n");
+}
+
 TEST_F(Program, ReportsAListingThatCannotBeWritten) {
     folder.write("prog.asm", "a\n");
     expect({"prog.asm", "/dev/full"}, 1, "",

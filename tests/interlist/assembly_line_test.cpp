@@ -53,6 +53,8 @@ TEST_F(Owrite, ASymbolIsKeptFromTheNinthCharacterToTheNewline) {
     EXPECT_STREQ(last_symbol, "with blanks \r");
     owrite("\t.isym\t_no_newline");
     EXPECT_STREQ(last_symbol, "no_newline");
+    owrite("\t.isym\t_a\1b\n");
+    EXPECT_STREQ(last_symbol, "a\1b");
     owrite("\t.isym\t\n");
     EXPECT_STREQ(last_symbol, "");
     owrite("\t.isym\t");

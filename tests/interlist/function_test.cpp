@@ -121,6 +121,11 @@ TEST_F(Interlisting, ARepeatedPositionListsOneLineOnce) {
                   "A\nB\nC\nD\n");
 }
 
+TEST_F(Interlisting, ARepeatedPositionListsTheFirstLineToo) {
+    EXPECT_EQ(listing("\t.ifunc\t1\n\t.iline\t1\nA\n\t.iline\t1\nB\n\t.iendfunc\t2\nC\n"),
+              std::string(rule) + ";   1 | c1  \n" + rule + "A\nB\nC\n");
+}
+
 TEST_F(Interlisting, ALaterFunctionGoesOnWhereTheLastStopped) {
     EXPECT_EQ(listing("\t.ifunc\t2\nA\n\t.iendfunc\t3\n\t.ifunc\t7\nB\n\t.iendfunc\t8\n"),
               std::string(rule) + ";   2 | c2  \n" + rule + "A\n" + rule + ";   7 | c7  \n" + rule +
@@ -353,6 +358,8 @@ TEST_F(SkipLines, ANumberlessPositionIsPassedOver) {
 TEST_F(SkipLines, AtTheEndOfTheFileNothingIsSet) {
     look_ahead("A\nB", 10, 12);
     EXPECT_EQ(done, 1);
+    assembly_has_no_more_positions = true;
+    EXPECT_EQ(skip_lines(&end_line, &count), 1);
     EXPECT_EQ(end_line, 77U);
     EXPECT_EQ(count, 88U);
     EXPECT_EQ(input_position(assy_input), 0);

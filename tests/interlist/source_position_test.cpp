@@ -110,6 +110,7 @@ TEST_F(SourcePosition, ThoseBetweenKnownOnesAreLeftOut) {
     const open_file file;
     file.turn_to();
     enter_position({10, 10 * distance});
+    file.turn_to();
     enter_position({5, 5 * distance});
     EXPECT_EQ(known_position(5).line, 1U);
     EXPECT_EQ(next_wanted_position, 11 * distance);
@@ -207,4 +208,27 @@ TEST_F(SourcePosition, WhatIsKnownStaysTrueWhileTheTableIsThinnedOut) {
             }
         }
     }
+}
+
+TEST_F(SourcePosition, AFileThatIsLeftOutGivesItsPlaceToNone) {
+    std::vector<open_file> files(1100);
+    const auto size_of = [](std::size_t i) { return 40 + static_cast<long>(i % 50); };
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        files[i].turn_to();
+        const long bytes = i % 3 == 0 ? 8000 : 1500;
+        pass_lines(static_cast<unsigned>(bytes / size_of(i)), size_of(i));
+    }
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        files[i].turn_to();
+        EXPECT_LE(way_to(90, size_of(i)), 8000) << i;
+    }
+}
+
+TEST_F(SourcePosition, WhatIsForgottenIsNotKnownAgain) {
+    const open_file file;
+    file.turn_to();
+    enter_position({10, 2000});
+    forget_positions();
+    file.turn_to();
+    EXPECT_EQ(known_position(10).line, 1U);
 }
