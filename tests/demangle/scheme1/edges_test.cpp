@@ -218,6 +218,8 @@ TEST(Scheme1Edges, ParametersOfALambdaMayBeConstrainedTemplates) {
     static constexpr Row rows[] = {
         {"_ZN1xMUlTtTyEvE_E", "x::[lambda() (instance 1)]"},
         {"_ZN1xMUlTtTyQ1CIT_EET_E_clEv", "x::[lambda(auto:1) (instance 1)]::operator ()()"},
+        {"_Z1fUlTyT_Q1CIT_EE_", "f([lambda(auto:1) (instance 1)])"},
+        {"_Z1fUlTyQ1CIT_ET_E_", "f([lambda(auto:1) (instance 1)])"},
         {"_ZN1xMUlTtTyQ1CIiEvE_E", bad},
         {"_ZN1xMUlTtTyR1CIiEEvE_E", bad},
     };
