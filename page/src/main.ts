@@ -12,6 +12,7 @@ import { findNext, findPrevious, openSearchPanel } from "./panes/find.ts";
 import { Reader } from "./reader.ts";
 import { startDivider } from "./views/divider.ts";
 import { FileList } from "./views/file_list.ts";
+import { nameLine } from "./views/function_name.ts";
 import { openFindEverywhere } from "./views/find_everywhere.ts";
 import { openFileJump, openFunctionJump } from "./views/function_jump.ts";
 import { openHelp } from "./views/help.ts";
@@ -404,7 +405,7 @@ function describeFile(file: SourceFile): (Node | string)[] {
 
 function describeFunction(f: CodeFunction): Node[] {
     return [
-        h("bdi", { class: "name", "data-tip": visible(f.name) }, visible(f.name)),
+        h("span", { class: "name" }, nameLine(f.name)),
         h(
             "span",
             { class: "muted" },

@@ -139,6 +139,9 @@ test("the list of functions is chosen from with arrows or the mouse, and closed 
 
 test("the list of functions tells what each is called before all of its name", () =>
     withPage(pageOf(loop), async (page) => {
+        // And so does the head of the pane.
+        const head = code(page).locator(".pane-head .name");
+        assert.equal(await head.innerText(), `shop::total ${loop.functions[0].name}`);
         await page.keyboard.press("f");
         // Fits the beginning of one, and the other only by its arguments.
         await page.keyboard.type("total");
