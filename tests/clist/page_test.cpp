@@ -296,8 +296,8 @@ TEST(Page, ListsTheFunctionsThatStandNowhereByThemselves) {
             }
         }
 
-        const std::string& head = made.at("0/unit");
-        const std::string inlined = head.substr(head.find("\"inlined\":{"));
+        const std::string& unit = made.at("0/unit");
+        const std::string inlined = unit.substr(unit.find("\"inlined\":{"));
         const std::vector<std::string> found = texts(inlined, "name");
         listed += found.size();
         EXPECT_EQ(std::set(found.begin(), found.end()).size(), instructions.size()) << name;
