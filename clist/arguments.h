@@ -81,9 +81,4 @@ std::optional<std::string_view> language_of_name(std::string_view name);
 // Whether a compiler's name, or what the link of this name in $PATH leads to, is Clang's.
 bool is_clang(const std::string& compiler);
 
-// The folders that the compiler takes for a system's when it compiles a source: by options, and
-// by the variables of the environment for the source's language. Those that hold the source
-// itself are left out: it is no system's. First as given, then by their real names.
-std::vector<std::string> system_folders(const arguments& given, std::size_t source);
-
 }  // namespace clist

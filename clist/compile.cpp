@@ -3,9 +3,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <set>
+#include <sstream>
+#include <system_error>
 
 #include "clist/files.h"
 #include "clist/process.h"
@@ -117,6 +120,20 @@ std::set<std::size_t> opened_response_files(const arguments& given, std::size_t 
     return opened;
 }
 
+// Variables that name folders of headers that are a system's to the compiler. Those in $CPATH
+// are not: they are as by -I.
+struct folders_row {
+    std::string_view language;
+    const char* variable;
+};
+
+constexpr folders_row folder_variables[] = {
+    {"c", "C_INCLUDE_PATH"},
+    {"c++", "CPLUS_INCLUDE_PATH"},
+    {"objective-c", "OBJC_INCLUDE_PATH"},
+    {"objective-c++", "OBJCPLUS_INCLUDE_PATH"},
+};
+
 }  // namespace
 
 std::vector<std::string> assembly_command(const arguments& given, std::size_t source,
@@ -181,6 +198,45 @@ bool uses_file(const arguments& given, const std::string& name) {
                return is_file &&
                       fs::equivalent(name, each.value.empty() ? each.option : each.value, failure);
            });
+}
+
+std::vector<std::string> system_folders(const arguments& given, std::size_t source) {
+    std::vector<std::string> folders;
+    for (const argument& each : given.all) {
+        if (each.what == role::system_folder) {
+            folders.push_back(each.value);
+        }
+    }
+    for (const folders_row& row : folder_variables) {
+        const char* const value = std::getenv(row.variable);
+        if (row.language != given.all[source].language || value == nullptr || *value == '\0') {
+            continue;
+        }
+        std::istringstream parts(value + std::string(":"));
+        for (std::string part; std::getline(parts, part, ':');) {
+            folders.push_back(part.empty() ? "." : part);
+        }
+    }
+    // Compilers also record where a folder really is.
+    for (std::size_t i = 0, given_count = folders.size(); i < given_count; ++i) {
+        std::error_code failure;
+        const fs::path real = fs::canonical(folders[i], failure);
+        if (!failure && real != folders[i]) {
+            folders.push_back(real);
+        }
+    }
+    // Empty where there is no folder any more that it starts from.
+    const auto whole = [](const std::string& name) {
+        std::error_code failure;
+        return fs::absolute(name, failure).lexically_normal();
+    };
+    const fs::path file = whole(given.all[source].option);
+    std::erase_if(folders, [&](const std::string& folder) {
+        const fs::path path = whole(folder + "/").parent_path();
+        return std::mismatch(path.begin(), path.end(), file.begin(), file.end()).first ==
+               path.end();
+    });
+    return folders;
 }
 
 compiled compile(const arguments& given, std::size_t source, const compile_settings& settings) {

@@ -33,6 +33,11 @@ std::string output_of(const arguments& given, std::size_t source);
 // Whether a file, by whatever name, is one that the compile reads or the rule that it writes.
 bool uses_file(const arguments& given, const std::string& name);
 
+// The folders that the compiler takes for a system's when it compiles a source: by options, and
+// by the variables of the environment for the source's language. Those that hold the source
+// itself are left out: it is no system's. First as given, then by their real names.
+std::vector<std::string> system_folders(const arguments& given, std::size_t source);
+
 // What a compile gave.
 struct compiled {
     int status = 0;  // for clist: 0 when there is assembly

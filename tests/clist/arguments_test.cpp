@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-
 #include "tests/clist/words.h"
 #include "tests/harness/program.h"
 
@@ -116,49 +113,6 @@ TEST(Arguments, TheTargetIsNamedByAnOptionOrByTheCompiler) {
     }
     EXPECT_EQ(read_arguments(words_in("ccache gcc -c a.c")).compiler(), "gcc");
     EXPECT_EQ(read_arguments(words_in("gcc a.o b.c")).compiler(), "gcc");
-}
-
-TEST(Arguments, FoldersAreTheSystemsByOptionsAndByTheEnvironment) {
-    const char* const variables[] = {"C_INCLUDE_PATH", "CPLUS_INCLUDE_PATH", "OBJC_INCLUDE_PATH",
-                                     "OBJCPLUS_INCLUDE_PATH"};
-    for (const char* const name : variables) {
-        setenv(name, (string("/") + name + ":rel:").c_str(), 1);
-    }
-    setenv("CPATH", "/cpath", 1);
-    const string here = string(" ").append(std::filesystem::current_path());
-    const string c = "/C_INCLUDE_PATH rel ." + here;
-    const string cpp = "/CPLUS_INCLUDE_PATH rel ." + here;
-    struct {
-        string line;
-        string folders;
-    } const cases[] = {
-        {"gcc -c /x.c", c},
-        {"gcc -isystem a -I b -isystemc -idirafter d -iquote e /x.c", "a c d " + c},
-        {"gcc --sysroot=/r -isysroot /q -c /x.c", "/r /q " + c},
-        {"clang --sysroot /r -cxx-isystem a -stdlib++-isystem b -iframework c /x.c",
-         "/r a b c " + c},
-        {"g++ -c /x.cc", cpp},
-        {"gcc -x c++ -c /x.c", cpp},
-        {"gcc -c /x.m", "/OBJC_INCLUDE_PATH rel ." + here},
-        {"gcc -c /x.mm", "/OBJCPLUS_INCLUDE_PATH rel ." + here},
-        {"gcc -c /x.i", ""},
-        // The source's own folder, and those around it.
-        {"gcc -isystem /a/b -isystem /a/b/ -isystem /a -isystem /a/c -isystem / -c /a/b/x.cc",
-         "/a/c " + cpp},
-        {"gcc -isystem /a/b/x -isystem .. -isystem x -c x.c", "/a/b/x x /C_INCLUDE_PATH rel"},
-        {"gcc -x c++ -", "/CPLUS_INCLUDE_PATH rel"},
-        {"gcc -isystem /proc/self/root -c /x.i", "/proc/self/root"},
-    };
-    for (const auto& [line, folders] : cases) {
-        const arguments command = read_arguments(words_in(line));
-        EXPECT_EQ(joined(system_folders(command, command.sources.at(0))), folders) << line;
-    }
-    setenv("C_INCLUDE_PATH", "", 1);
-    EXPECT_EQ(system_folders(read_arguments({"gcc", "/x.c"}), 1), std::vector<string>{});
-    for (const char* const name : variables) {
-        unsetenv(name);
-    }
-    unsetenv("CPATH");
 }
 
 TEST(Arguments, ResponseFilesAreRead) {
