@@ -437,6 +437,14 @@ TEST(Placement, AFunctionMayEndInLinesTakenFromAnotherFile) {
               ".ifile\t\"a.c\"\n.ifunc\t1\n.iendfunc\t6\n"
               ".ifile\t\"a.y\"\n.ifunc\t3\n.iendfunc\t4\n"
               ".ifile\t\"a.c\"\n.ifunc\t5\n.iendfunc\t6\n");
+    // Its first line is one, code without a line has none.
+    EXPECT_EQ(directives(files + function("f",
+                                          "\t.loc 1 2\n\tentry\n\t.loc 2 0\n\tnop\n"
+                                          "\t.loc 2 1\n\tcall\n"),
+                         made),
+              ".ifile\t\"a.c\"\n.ifunc\t1\n.iendfunc\t6\n"
+              ".ifile\t\"a.y\"\n.ifunc\t1\n.iendfunc\t2\n"
+              ".ifile\t\"a.c\"\n.ifunc\t6\n.iendfunc\t6\n");
 }
 
 TEST(Placement, WithoutTheSourceTheAssemblyTellsTheExtent) {
