@@ -62,6 +62,8 @@ TEST(Scheme1Edges, ImagesOfLongDoubles) {
         {"1AILe3fff0000000000000000000000000000EE", "A<(long double)1>"},
         {"1AILec0008000000000000000EE", "A<(long double)-2>"},
         {"1AILe80000000000000000000000000000000EE", "A<(long double)-0>"},
+        {"1AILe3fff0000000000008000000000000000EE",  // 1 + 2^-49
+         "A<(long double)1.0000000000000017764>"},
         {"1AILe0000c0008000000000000000EE", "A<(long double)-2>"},
         {"1AILec0000000000000000000000000000000EE", "A<(long double)-2>"},
         {"1AILe3ff8000000000000EE", "A<(long double)1.5>"},
