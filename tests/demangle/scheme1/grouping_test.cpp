@@ -136,6 +136,7 @@ TEST(Scheme1Grouping, NoBlankStandsWhereSomethingFollowsALess) {
     static constexpr Row rows[] = {
         {"_Z1fN2a<IiEES0_IiE", "f(a< <int>, a< <int><int>)"},
         {"_Z1f2a<IiES0_IiE", "f(a< <int>, a< <int><int>)"},
+        {"_Z1fN1AltES0_IiE", "f(A::operator <, A::operator < <int>)"},
         {"_Z1f2a<S_IiES0_IiE", "f(a<, a< <int>, a< <int><int>)"},
         {"_Z1fPN2a<IiEES_S0_IiE", "f(a< <int> *, a<, a< <int><int>)"},
         {"_Z1f2a<B1xIiE", "f(a<[abi:x]<int>)"},
