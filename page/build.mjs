@@ -21,7 +21,7 @@ async function bundle(entry) {
     minify: true,
     write: false,
     format: "iife",
-    target: ["chrome111", "firefox113", "safari16.4"],
+    target: ["chrome111", "firefox115", "safari16.4"],
     charset: "ascii",
     legalComments: "none",
     logLevel: "warning",
