@@ -30,10 +30,6 @@ bool shows(const string& text, const string& part) {
     return text.find(part) != string::npos;
 }
 
-bool has_command(const string& name) {
-    return run_program({"sh", "-c", "command -v " + name}).status == 0;
-}
-
 // The words behind clist --launcher.
 std::vector<string> launched(std::vector<string> words, const std::vector<string>& options = {}) {
     words.insert(words.begin(), options.begin(), options.end());

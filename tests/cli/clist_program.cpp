@@ -110,6 +110,9 @@ TEST(Clist, SaysThatASourceIsNotWhatWasCompiled) {
     for (const auto& [compiler, message] :
          {std::pair{"gcc", "clist: prog.c: newer than the assembly\n"},
           {"clang", "clist: prog.c: not the text that was compiled\n"}}) {
+        if (!has_command(compiler)) {
+            continue;
+        }
         folder.write("prog.c", source);
         ASSERT_EQ(run_program({compiler, "-O2", "-g", "-S", "prog.c"}, in(folder)).status, 0);
         EXPECT_EQ(clist({"prog.s"}, in(folder)).err, "");
@@ -128,6 +131,9 @@ TEST(Clist, SaysThatAssemblyIsForTheLinkersOptimiser) {
     const ScratchFolder folder;
     folder.write("prog.c", source);
     for (const char* const compiler : {"gcc", "clang"}) {
+        if (!has_command(compiler)) {
+            continue;
+        }
         const std::vector<string> words{compiler, "-flto", "-O2", "-g", "-S", "prog.c"};
         ASSERT_EQ(run_program(words, in(folder)).status, 0);
         const Finished run = clist({"prog.s"}, in(folder));
@@ -285,7 +291,7 @@ TEST(Clist, TheCompilersMessagesPassThrough) {
         {{"-c", "bad.cpp"}, true},
     };
     for (const string compiler : {"gcc", "clang"}) {
-        if (run_program({"sh", "-c", "command -v " + compiler}).status != 0) {
+        if (!has_command(compiler)) {
             continue;
         }
         for (const auto& [words, is_failure] : cases) {

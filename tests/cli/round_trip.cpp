@@ -62,12 +62,8 @@ Listing read_listing(const std::string& text) {
     return listing;
 }
 
-bool has_compiler(const std::string& name) {
-    return run_program({"sh", "-c", "command -v \"$0\"", name}).status == 0;
-}
-
 std::vector<std::string> installed(std::vector<std::string> compilers) {
-    std::erase_if(compilers, [](const std::string& name) { return !has_compiler(name); });
+    std::erase_if(compilers, [](const std::string& name) { return !has_command(name); });
     return compilers;
 }
 
@@ -288,7 +284,7 @@ TEST(RoundTrip, AssemblyWithoutLinesTellsHowToGetThem) {
                            {"clang",
                             {"-g", "-gcodeview", "--target=x86_64-pc-windows-msvc"},
                             "no lines but those of CodeView; compile with -gdwarf"}}) {
-        if (!has_compiler(each.compiler)) {
+        if (!has_command(each.compiler)) {
             continue;
         }
         std::vector<std::string> compile = {each.compiler, "u.c"};

@@ -2,25 +2,13 @@
 #include "tests/clist/toolchain.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 
 #include "tests/harness/program.h"
-
-static bool is_installed(const std::string& program) {
-    std::istringstream path(std::getenv("PATH"));
-    for (std::string folder; std::getline(path, folder, ':');) {
-        if (access((folder + "/" + program).c_str(), X_OK) == 0) {
-            return true;
-        }
-    }
-    return false;
-}
 
 static bool is_cpp(std::string_view source) {
     return source.ends_with(".cpp") || source.ends_with(".cc");
@@ -69,7 +57,7 @@ std::string missing_programs(const toolchain& with) {
          {compiler(with, "a.c").front(), compiler(with, "a.cpp").front(), tool(with, "gcc"),
           tool(with, "as"), tool(with, "ld"), tool(with, "nm"), tool(with, "objcopy"),
           std::string("llvm-dwarfdump"), std::string("llvm-symbolizer")}) {
-        if (!is_installed(program) && missing.find(program) == std::string::npos) {
+        if (!has_command(program) && missing.find(program) == std::string::npos) {
             missing += " " + program;
         }
     }

@@ -172,6 +172,10 @@ Finished run_program(const std::vector<std::string>& argv, const RunOptions& opt
     return finish_program(running);
 }
 
+bool has_command(const std::string& name) {
+    return run_program({"sh", "-c", "command -v \"$1\"", "sh", name}).status == 0;
+}
+
 ScratchFolder::ScratchFolder() {
     std::string name = (std::filesystem::temp_directory_path() / "interlist-test-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr) {

@@ -52,6 +52,9 @@ Finished finish_program(Running& running);
 // The two in one.
 Finished run_program(const std::vector<std::string>& argv, const RunOptions& options = {});
 
+// True if a program of that name is on PATH: tests of what users may lack ask first.
+bool has_command(const std::string& name);
+
 // A fresh folder that is removed with everything in it at the end of its scope.
 class ScratchFolder {
   public:

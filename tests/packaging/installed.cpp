@@ -42,10 +42,6 @@ std::string shell(const std::string& script, const std::vector<std::string>& arg
     return output_of(argv, options);
 }
 
-bool has_command(const std::string& name) {
-    return run_program({"sh", "-c", "command -v \"$1\"", "sh", name}).status == 0;
-}
-
 std::vector<std::string> lines_of(const std::string& text) {
     std::vector<std::string> lines;
     for (std::size_t at = 0; at < text.size();) {

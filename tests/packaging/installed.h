@@ -21,8 +21,6 @@ std::string output_of(const std::vector<std::string>& argv, const RunOptions& op
 std::string shell(const std::string& script, const std::vector<std::string>& arguments = {},
                   const RunOptions& options = {});
 
-bool has_command(const std::string& name);
-
 std::vector<std::string> lines_of(const std::string& text);
 
 // The files below a folder, links included, by their names relative to it.
