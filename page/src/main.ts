@@ -348,6 +348,10 @@ async function start(): Promise<void> {
         }
     });
     filesButton.setAttribute("aria-pressed", String(filesShown()));
+    // The keys move in the text at once.
+    if (!isOverview()) {
+        pane().focus();
+    }
     document.documentElement.dataset["ready"] = "true";
 }
 

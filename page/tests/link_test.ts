@@ -45,6 +45,15 @@ test("code without a line marks nothing, and says so", () =>
         await eventually(() => status(page), "no line");
     }));
 
+test("keys move in the text as soon as the page is there", () =>
+    withPage(sumPage, async (page) => {
+        await page.keyboard.press("Control+Home");
+        for (let i = 0; i < 9; ++i) {
+            await page.keyboard.press("ArrowDown");
+        }
+        await eventually(async () => (await marked(code(page), "linked")).length, 4);
+    }));
+
 test("moving the cursor marks as pointing does, in both directions", () =>
     withPage(sumPage, async (page) => {
         await page.mouse.move(0, 0);
