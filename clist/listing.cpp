@@ -3,6 +3,7 @@
 #include "clist/listing.h"
 
 #include <deque>
+#include <filesystem>
 #include <memory>
 
 #include "clist/annotate.h"
@@ -71,6 +72,20 @@ bool listing::read() {
         say(error);
     }
     return error.empty();
+}
+
+bool listing::comes_from(const std::string& file) const {
+    std::error_code failure;
+    if (!std::filesystem::is_regular_file(file, failure)) {
+        return false;
+    }
+    for (std::uint32_t i = 0; i < parts_->sources.size(); ++i) {
+        const source_file& source = parts_->sources[i];
+        if (source.is_used && std::filesystem::equivalent(file, source.path, failure)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool listing::write(output& out) {

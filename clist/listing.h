@@ -65,6 +65,8 @@ class listing {
 
     // Reads the assembly and chooses what is shown. False after an error.
     bool read();
+    // True if code of what was read comes from that file.
+    bool comes_from(const std::string& file) const;
     // Writes what was read, once. False after an error of its own.
     bool write(output& out);
 

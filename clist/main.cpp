@@ -92,6 +92,10 @@ static int write(inputs& from, const listing_options& options, const std::string
     if (!whole.read()) {
         return exit_failure;
     }
+    if (whole.comes_from(name)) {
+        say(name + ": a source of this listing");
+        return exit_usage;
+    }
     bool is_whole = true;
     const auto write_to = [&](int descriptor) {
         output out(descriptor);

@@ -142,6 +142,34 @@ TEST(Clist, SaysThatAssemblyIsForTheLinkersOptimiser) {
     }
 }
 
+TEST(Clist, NoSourceOfAListingIsReplacedByIt) {
+    const ScratchFolder folder;
+    const string header = "static inline int part(int n)\n{\n    return 77 * n;\n}\n";
+    const string program = "#include \"part.h\"\nint whole(int n)\n{\n    return part(n);\n}\n";
+    folder.write("part.h", header);
+    folder.write("prog.c", program);
+    ASSERT_EQ(run_program({"cc", "-O2", "-g", "-S", "prog.c"}, in(folder)).status, 0);
+    fs::create_symlink("part.h", folder / "link");
+    for (const std::vector<string>& words : std::vector<std::vector<string>>{
+             {"-o", "prog.c", "prog.s"},
+             {"-o", "./part.h", "prog.s"},
+             {"-o", "link", "prog.s"},
+             {"--list", "-o", "part.h", "prog.s"},
+             {"-o", "part.h", "cc", "-O2", "-c", "prog.c"},
+         }) {
+        const Finished run = clist(words, in(folder));
+        const string name = words[words[0] == "-o" ? 1 : 2];
+        EXPECT_EQ(run.status, 2) << name;
+        EXPECT_EQ(run.err, "clist: " + name + ": a source of this listing\n");
+    }
+    const Finished launched = clist(
+        {"--launcher", "--suffix", ".h", "cc", "-O2", "-c", "prog.c", "-o", "part"}, in(folder));
+    EXPECT_EQ(launched.status, 0);
+    EXPECT_TRUE(shows(launched.err, "part.h: a source of this listing\n")) << launched.err;
+    EXPECT_EQ(folder.read("part.h"), header);
+    EXPECT_EQ(folder.read("prog.c"), program);
+}
+
 TEST(Clist, ListsAssemblyAtHand) {
     const ScratchFolder folder;
     folder.write("prog.c", source);
