@@ -135,14 +135,15 @@ void read_function_lines(const annotation& model, const references& used,
         }
         assembly::prefetch(code.text, at);
         if (inlined.place() == at) {
-            const text_range range = code.inline_assembly[inlined.take()];
+            const std::uint32_t block = inlined.take();
+            const text_range range = code.inline_assembly[block];
             for (std::size_t line = range.begin; line < range.end;) {
                 const std::string_view text = line_at(code.text, line);
                 const auto place = static_cast<std::uint32_t>(line);
                 if (codes.place() == place) {
                     lines.push_back({line_kind::code, place, codes.take()});
                 } else if (!is_compilers(model, used, without_return(text))) {
-                    lines.push_back({line_kind::inlined, place});
+                    lines.push_back({line_kind::inlined, place, block});
                 }
                 line += text.size() + 1;
             }
@@ -199,6 +200,20 @@ void take_data_lines(const annotation& model, references& used, std::uint32_t fu
     }
 }
 
+// Behind the last line of the inline assembly that begins at `first`.
+static auto end_of_inlined(auto first, auto end) {
+    auto after = first;
+    for (auto it = first; it != end; ++it) {
+        if (it->kind == line_kind::inlined) {
+            if (it->index != first->index) {
+                break;
+            }
+            after = it + 1;
+        }
+    }
+    return after;
+}
+
 void keep_chosen_lines(const selection& chosen, std::size_t model, std::uint32_t own_label,
                        std::vector<function_line>& lines) {
     if (chosen.lines.empty()) {
@@ -206,16 +221,27 @@ void keep_chosen_lines(const selection& chosen, std::size_t model, std::uint32_t
     }
     std::vector<function_line> kept;
     std::vector<function_line> waiting;  // labels, for a line behind them
-    for (const function_line& line : lines) {
-        if (line.kind == line_kind::label && line.index != own_label) {
-            waiting.push_back(line);
+    const auto is_chosen = [&](const function_line& line) {
+        return line.kind == line_kind::code && chosen.has_line(model, line.index);
+    };
+    for (auto line = lines.begin(); line != lines.end();) {
+        auto after = line + 1;
+        if (line->kind == line_kind::label && line->index != own_label) {
+            waiting.push_back(*line);
+            line = after;
             continue;
         }
-        if (line.kind != line_kind::code || chosen.has_line(model, line.index)) {
+        bool is_kept = line->kind != line_kind::code || is_chosen(*line);
+        if (line->kind == line_kind::inlined) {
+            after = end_of_inlined(line, lines.end());
+            is_kept = std::any_of(line, after, is_chosen);
+        }
+        if (is_kept) {
             kept.insert(kept.end(), waiting.begin(), waiting.end());
-            kept.push_back(line);
+            kept.insert(kept.end(), line, after);
         }
         waiting.clear();
+        line = after;
     }
     lines = std::move(kept);
 }

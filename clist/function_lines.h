@@ -22,7 +22,7 @@ enum class line_kind : std::uint8_t {
 struct function_line {
     line_kind kind;
     std::uint32_t at;            // where the line begins in the text
-    std::uint32_t index = none;  // of the label, or of the line of code
+    std::uint32_t index = none;  // of the label, the line of code, or the inline assembly
 };
 
 // Replaces `lines` by those of a function in the order of the text.
@@ -31,7 +31,7 @@ void read_function_lines(const annotation& model, const references& used,
                          std::vector<function_line>& lines);
 
 // Leaves out the lines of code that were not chosen, and the labels that none of the others
-// is behind; the function's own stays.
+// is behind; the function's own stays. Inline assembly stays whole, or not at all.
 void keep_chosen_lines(const selection& chosen, std::size_t model, std::uint32_t own_label,
                        std::vector<function_line>& lines);
 

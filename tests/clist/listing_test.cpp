@@ -346,6 +346,44 @@ TEST(CodeListing, KeepsInlineAssemblyWhole) {
               "\tret\n");
 }
 
+TEST(CodeListing, ChosenLinesHaveInlineAssemblyWholeOrNotAtAll) {
+    const std::string text = "\t.file 1 \"no.c\"\n" + function("f",
+                                                               "\t.loc 1 3\n"
+                                                               "\tnop\n"
+                                                               "\t.loc 1 4\n"
+                                                               "#APP\n"
+                                                               "\t.p2align 4\n"
+                                                               "\tpause\n"
+                                                               "\t.byte\t0x0f, 0x0b\n"
+                                                               "#NO_APP\n"
+                                                               "#APP\n"
+                                                               "\t.long\t1\n"
+                                                               "#NO_APP\n"
+                                                               "\t.loc 1 5\n"
+                                                               "\tret\n");
+    const auto listed = [&](std::uint32_t line) {
+        return list({{"t.s", text}},
+                    [&](listing_options& options) {
+                        quiet(options);
+                        options.lines = {{"no.c", line, line}};
+                    })
+            .text;
+    };
+    EXPECT_EQ(listed(5),
+              "f:\n"
+              "# no.c:5 | \n"
+              "\tret\n");
+    EXPECT_TRUE(
+        listed(4).starts_with("f:\n"
+                              "#APP\n"
+                              "\t.p2align 4\n"
+                              "# no.c:4 | \n"
+                              "\tpause\n"
+                              "\t.byte\t0x0f, 0x0b\n"
+                              "#NO_APP\n"))
+        << listed(4);
+}
+
 TEST(CodeListing, DemanglesLabelsAndOperands) {
     const std::string text = function("_ZN1A1fEi",
                                       "\tcall\t_ZN1A1gEv@PLT\n\tleaq\t_ZN1A5countE(%rip), %rax\n"
